@@ -1,0 +1,53 @@
+# SPDX-License-Identifier: Apache-2.0
+# One helper per kind of target, so that a folder's CMakeLists.txt says only what it links.
+find_package(PkgConfig REQUIRED)
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+endif()
+
+add_library(zov_options INTERFACE)
+target_include_directories(zov_options INTERFACE "${PROJECT_SOURCE_DIR}/src")
+target_compile_definitions(zov_options INTERFACE ZOV_VERSION="${PROJECT_VERSION}")
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    target_compile_options(zov_options INTERFACE
+        -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast -Woverloaded-virtual
+        -Wnon-virtual-dtor -Wcast-align -Wcast-qual -Wformat=2 -Wundef -Wdouble-promotion
+        -Wimplicit-fallthrough -Wextra-semi)
+endif()
+if(ZOV_SANITIZE)
+    target_compile_options(zov_options INTERFACE -fsanitize=${ZOV_SANITIZE} -fno-omit-frame-pointer
+                                                 -fno-sanitize-recover=all)
+    target_link_options(zov_options INTERFACE -fsanitize=${ZOV_SANITIZE})
+endif()
+
+# zov_engine(NAME DEPENDS other folders... LIBS outside libraries...)
+# Every .cpp of the calling folder becomes one static library; what it may include is what it links.
+function(zov_engine name)
+    cmake_parse_arguments(ARG "" "" "DEPENDS;LIBS;PRIVATE_LIBS" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+    add_library(zov_${name} STATIC ${sources})
+    target_link_libraries(zov_${name} PUBLIC zov_options ${ARG_LIBS} PRIVATE ${ARG_PRIVATE_LIBS})
+    foreach(folder IN LISTS ARG_DEPENDS)
+        target_link_libraries(zov_${name} PUBLIC zov_${folder})
+    endforeach()
+endfunction()
+
+# zov_tests(FOLDER): tests/FOLDER/*.cpp against the library of that folder and nothing else.
+function(zov_tests folder)
+    cmake_parse_arguments(ARG "" "" "LIBS" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp")
+    if(NOT sources OR NOT TARGET zov_${folder})
+        return()
+    endif()
+    add_executable(zov_${folder}_tests ${sources})
+    target_include_directories(zov_${folder}_tests PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+    target_compile_definitions(zov_${folder}_tests PRIVATE
+        ZOV_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data" ZOV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    target_link_libraries(zov_${folder}_tests PRIVATE zov_${folder} ${ARG_LIBS} GTest::gtest_main)
+    if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+        target_compile_options(zov_${folder}_tests PRIVATE -Wno-conversion)
+    endif()
+    gtest_discover_tests(zov_${folder}_tests TEST_PREFIX "${folder}." DISCOVERY_TIMEOUT 60)
+endfunction()
