@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # One helper per kind of target, so that a folder's CMakeLists.txt says only what it links.
 find_package(PkgConfig REQUIRED)
+find_package(fmt REQUIRED)
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)

@@ -11,8 +11,9 @@
 
 namespace zov {
 
-/// Bump allocator over large blocks (2 MiB pages where the platform has them: first touch of fresh 4 KiB
-/// pages costs more than everything else a reader does). Nothing is freed one by one, no destructor is run.
+/// Bump allocator over large blocks (2 MiB pages where the platform has them: first touch of fresh
+/// 4 KiB pages costs more than everything else a reader does). Nothing is freed one by one, no
+/// destructor is run.
 class CArena
 {
 public:
@@ -23,7 +24,8 @@ public:
     CArena& operator=(const CArena&) = delete;
     ~CArena();
 
-    /// Bytes aligned to `align` (a power of two up to 64). Throws std::bad_alloc when memory is out.
+    /// Bytes aligned to `align` (a power of two up to 64). Throws std::bad_alloc when memory is
+    /// out.
     [[nodiscard]] void* Allocate(std::size_t bytes, std::size_t align)
     {
         const std::uintptr_t start = (m_next + (align - 1)) & ~(std::uintptr_t{align} - 1);
@@ -45,7 +47,8 @@ public:
     /// A copy of the text, without terminator.
     [[nodiscard]] std::string_view Copy(std::string_view text);
 
-    /// Takes over all blocks of another arena; what it handed out stays valid and lives as long as this one.
+    /// Takes over all blocks of another arena; what it handed out stays valid and lives as long as
+    /// this one.
     void Absorb(CArena&& other);
 
     [[nodiscard]] std::size_t BytesReserved() const { return m_reserved; }

@@ -21,11 +21,13 @@ namespace zov {
 [[nodiscard]] std::string ExtensionOf(const std::filesystem::path& path);
 
 /// The bytes of a regular file, read only, for as long as the object lives: a memory map where the
-/// platform has one, else a buffer. Another program that shortens the file meanwhile is not guarded against.
+/// platform has one, else a buffer. Another program that shortens the file meanwhile is not guarded
+/// against.
 class CFileView
 {
 public:
-    /// Errors: NotFound, Access, Io (a folder, a device and a read error are Io); the text names the path.
+    /// Errors: NotFound, Access, Io (a folder, a device and a read error are Io); the text names
+    /// the path.
     static CResult<CFileView> Open(const std::filesystem::path& path);
 
     CFileView() = default;
@@ -58,10 +60,10 @@ public:
     virtual void Append(std::string_view bytes) = 0;
 };
 
-/// Replaces a file in one step: bytes go to a temporary file beside the target, Commit flushes it to disk
-/// and renames it over. Destroyed without Commit, or after an error, the target is as it was and the
-/// temporary file is gone. Through a symbolic link the file that it names is replaced; the permissions of
-/// an existing target are kept.
+/// Replaces a file in one step: bytes go to a temporary file beside the target, Commit flushes it
+/// to disk and renames it over. Destroyed without Commit, or after an error, the target is as it
+/// was and the temporary file is gone. Through a symbolic link the file that it names is replaced;
+/// the permissions of an existing target are kept.
 class CAtomicFile final : public CByteWriter
 {
 public:
@@ -86,8 +88,8 @@ private:
 /// CAtomicFile for one text.
 CResult<void> WriteFileAtomic(const std::filesystem::path& target, std::string_view bytes);
 
-/// Appends lines to a file that is created when missing; each call reaches the file before it returns,
-/// so that a log survives a crash. An error is not reported again and again: Ok() tells.
+/// Appends lines to a file that is created when missing; each call reaches the file before it
+/// returns, so that a log survives a crash. An error is not reported again and again: Ok() tells.
 class CAppendFile
 {
 public:

@@ -20,15 +20,15 @@ namespace zov {
 enum class EErr
 {
     Unspecified,
-    NotFound,     ///< no such file, sheet, column, record
-    Access,       ///< permission refused, locked by another program
-    Io,           ///< the device failed: full disk, read error
-    Format,       ///< the bytes are not what the format asks for
-    Limit,        ///< a bound of ours was exceeded (depth, count, size)
-    Unsupported,  ///< well formed, but of a kind that is not handled (encrypted, other version)
-    Argument,     ///< the caller's value is out of range
-    Singular,     ///< a matrix has no inverse
-    Cancelled     ///< the user asked to stop; never shown as a fault
+    NotFound,    ///< no such file, sheet, column, record
+    Access,      ///< permission refused, locked by another program
+    Io,          ///< the device failed: full disk, read error
+    Format,      ///< the bytes are not what the format asks for
+    Limit,       ///< a bound of ours was exceeded (depth, count, size)
+    Unsupported, ///< well formed, but of a kind that is not handled (encrypted, other version)
+    Argument,    ///< the caller's value is out of range
+    Singular,    ///< a matrix has no inverse
+    Cancelled    ///< the user asked to stop; never shown as a fault
 };
 
 /// Where in a text: file as shown to the user, line and column counted from 1, 0 where unknown.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-/// Where engines put their messages. An engine never prints: its caller hands it a sink, which is the
-/// batch log, the "Output" pane, a message box, standard error or a test's vector.
+/// Where engines put their messages. An engine never prints: its caller hands it a sink, which is
+/// the batch log, the "Output" pane, a message box, standard error or a test's vector.
 #pragma once
 
 #include "base/Result.h"
@@ -12,7 +12,8 @@
 
 namespace zov {
 
-/// Takes lines of fixed wording ("[Error] ...") as they stand, with whatever line end the wording has.
+/// Takes lines of fixed wording ("[Error] ...") as they stand, with whatever line end the wording
+/// has.
 class CLogSink
 {
 public:

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 /// Text in UTF-8: trimming, case-insensitive comparison, wildcards, encodings.
 ///
-/// "Without regard to case" means simple one-to-one upper-casing of each character for Latin, Greek,
-/// Cyrillic and Armenian letters; it never depends on the locale. Bytes that are not valid UTF-8
-/// are compared as they stand.
+/// "Without regard to case" means simple one-to-one upper-casing of each character for Latin,
+/// Greek, Cyrillic and Armenian letters; it never depends on the locale. Bytes that are not valid
+/// UTF-8 are compared as they stand.
 #pragma once
 
 #include <cstdint>
@@ -48,7 +48,8 @@ namespace zov {
 [[nodiscard]] bool EndsWithNoCase(std::string_view text, std::string_view suffix);
 /// Negative, zero or positive, by code point after upper-casing.
 [[nodiscard]] int CompareNoCase(std::string_view a, std::string_view b);
-/// Hash that is equal for texts that EqualsNoCase calls equal (64-bit FNV-1a over upper-cased code points).
+/// Hash that is equal for texts that EqualsNoCase calls equal (64-bit FNV-1a over upper-cased code
+/// points).
 [[nodiscard]] std::uint64_t HashNoCase(std::string_view text);
 
 /// Upper or lower case of every character, by the simple one-to-one mapping.
@@ -63,14 +64,16 @@ namespace zov {
 [[nodiscard]] std::vector<std::string_view> Split(std::string_view text, char separator);
 
 /// Text with every `from` replaced.
-[[nodiscard]] std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
+[[nodiscard]] std::string ReplaceAll(std::string_view text, std::string_view from,
+                                     std::string_view to);
 
 // --- UTF-8 -------------------------------------------------------------------------------------
 
 constexpr char32_t kReplacementChar = 0xFFFD;
 
-/// Decodes the character that begins at text[pos] and moves pos behind it. A byte that begins no valid
-/// sequence (RFC 3629: no overlong forms, no surrogates) gives kReplacementChar and moves pos by one.
+/// Decodes the character that begins at text[pos] and moves pos behind it. A byte that begins no
+/// valid sequence (RFC 3629: no overlong forms, no surrogates) gives kReplacementChar and moves pos
+/// by one.
 [[nodiscard]] char32_t DecodeUtf8(std::string_view text, std::size_t& pos);
 void AppendUtf8(std::string& out, char32_t codePoint);
 [[nodiscard]] bool IsValidUtf8(std::string_view text);
