@@ -3,6 +3,7 @@
 /// vendor decap lists), `.sp` (sub-circuits as capacitors).
 #pragma once
 
+#include "base/File.h"
 #include "base/Result.h"
 #include "base/Sink.h"
 #include "core/ZovLibrary.h"
@@ -11,6 +12,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace zov {
 
@@ -41,9 +43,25 @@ CResult<void> SaveLibrary(const CZovLibrary& library, const std::filesystem::pat
 
 // --- native file (ZovLibraryFile.cpp) ------------------------------------------------------------
 
-/// Adds the records of a native file's bytes to `library`. Errors (Format) name the offset and the
-/// record; the library is then unchanged.
-CResult<void> ReadNative(std::string_view bytes, CZovLibrary& library);
+/// A value that an older file holds as text where a number is due today.
+struct SOldValue
+{
+    std::size_t record = 0; ///< position in the library
+    EPropId id = EPropId::ModelName;
+    std::string text;
+};
+
+/// Adds the records of a native file's bytes to `library`; values of older files that need the
+/// upgrade come back apart. Errors (Format) name the offset and the record; the library is then
+/// unchanged.
+CResult<std::vector<SOldValue>> ReadNative(std::string_view bytes, CZovLibrary& library);
+
+/// Brings the records of an older file to today's property set: old texts become numbers, those
+/// without a unit suffix in the unit of `units`. Errors (Format): a text that is no number, a
+/// number that is not finite.
+CResult<void> UpgradeLibrary(CZovLibrary& library, const std::vector<SOldValue>& oldValues,
+                             const CDisplayUnits& units);
+
 /// Both header tests: the tag without regard to case (first opening) or exactly (reopening for the
 /// body).
 enum class EHeaderTest
@@ -52,7 +70,7 @@ enum class EHeaderTest
     Reopening
 };
 [[nodiscard]] bool IsNativeHeader(std::string_view bytes, EHeaderTest test);
-void WriteNative(const CZovLibrary& library, class CByteWriter& out);
+void WriteNative(const CZovLibrary& library, CByteWriter& out);
 
 // --- exchange text (ExchangeReader.cpp, ExchangeWriter.cpp)
 // ---------------------------------------
@@ -78,7 +96,7 @@ CResult<std::size_t> ImportExchangeText(CZovLibrary& library, std::string_view t
 
 /// The exchange text of the library, to the letter of the form. Values with a quote, ampersand or
 /// angle bracket are written as they stand and told to `log` by record and property.
-void WriteExchange(const CZovLibrary& library, const CDisplayUnits& units, class CByteWriter& out,
+void WriteExchange(const CZovLibrary& library, const CDisplayUnits& units, CByteWriter& out,
                    CLogSink& log);
 /// The same to a path: false for an empty path or a file that cannot be written.
 bool WriteLibrary(const CZovLibrary& library, const std::filesystem::path& path,

@@ -28,6 +28,9 @@ public:
     static std::string_view TextOf(std::uint64_t slot);
     static const TSubModel* CompositeOf(std::uint64_t slot);
 
+    /// Set when a record that the library's name index holds got another name.
+    bool namesChanged = false;
+
     [[nodiscard]] CArena& Arena() { return m_arena; }
     [[nodiscard]] const CArena& Arena() const { return m_arena; }
 
@@ -136,7 +139,7 @@ inline CZovRcdProps* CRecordBuilder::Finish()
     record->m_mask = m_mask;
     record->m_slots =
         reinterpret_cast<std::uint64_t*>(static_cast<char*>(memory) + sizeof(CZovRcdProps));
-    record->m_capacity = static_cast<std::uint32_t>(count);
+    record->m_capacity = static_cast<std::uint16_t>(count);
     std::uint64_t* slot = record->m_slots;
     for (std::uint64_t rest = m_mask; rest != 0; rest &= rest - 1) {
         *slot++ = m_slots[static_cast<std::size_t>(std::countr_zero(rest))];

@@ -116,6 +116,9 @@ struct SPropInfo
 [[nodiscard]] std::span<const SPropInfo> Properties();
 [[nodiscard]] const SPropInfo* FindProperty(EPropId id);
 
+/// A bit (1 << identifier) per property of kind Double.
+[[nodiscard]] std::uint64_t DoubleProperties();
+
 /// Properties that are meaningful for a record type, in the order in which the native file holds
 /// them.
 [[nodiscard]] std::span<const EPropId> PropertiesOf(ERecordType type);

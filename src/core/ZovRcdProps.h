@@ -57,6 +57,7 @@ public:
 private:
     friend class CRecordStore;
     friend class CRecordBuilder;
+    friend class CZovLibrary;
 
     CZovRcdProps(CRecordStore& store, ERecordType type)
         : m_store(&store)
@@ -71,12 +72,14 @@ private:
     }
     [[nodiscard]] std::uint64_t SlotOf(EPropId id) const { return m_slots[SlotIndex(id)]; }
     void PutSlot(EPropId id, std::uint64_t value);
+    void CopyFrom(const CZovRcdProps& source);
 
     std::uint64_t m_mask = 0;
     std::uint64_t* m_slots = nullptr; ///< in the order of the identifiers
     CRecordStore* m_store;
     ERecordType m_type;
-    std::uint32_t m_capacity = 0;
+    std::uint16_t m_capacity = 0;
+    bool m_nameIndexed = false; ///< the library's name index holds it: a new name must be told
 };
 
 /// Summary of a discrete's plain values as views show it: "R:%g%s L:%g%s C:%g%s" (capacitor),

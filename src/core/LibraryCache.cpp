@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "core/LibraryFiles.h"
+
+namespace zov {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// One spelling for one file: links resolved, "." and ".." gone.
+fs::path KeyOf(const fs::path& path)
+{
+    std::error_code error;
+    fs::path key = fs::weakly_canonical(path, error);
+    return error ? fs::absolute(path, error).lexically_normal() : key;
+}
+
+} // namespace
+
+CResult<std::shared_ptr<CZovLibrary>> CLibraryCache::Open(const fs::path& path, CLogSink& log)
+{
+    const fs::path key = path.empty() ? path : KeyOf(path);
+    if (const auto found = m_open.find(key); found != m_open.end()) {
+        return found->second;
+    }
+    ASSIGN_OR_RETURN(CZovLibrary loaded, LoadLibrary(path, m_units, log));
+    auto library = std::make_shared<CZovLibrary>(std::move(loaded));
+    m_open.emplace(key, library);
+    return library;
+}
+
+void CLibraryCache::Close(const fs::path& path)
+{
+    m_open.erase(KeyOf(path));
+}
+
+} // namespace zov

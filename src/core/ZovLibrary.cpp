@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "core/ZovLibrary.h"
+
+#include "base/File.h"
+#include "base/Text.h"
+#include "core/RecordStore.h"
+
+#include <algorithm>
+#include <cassert>
+#include <limits>
+
+namespace zov {
+
+/// Open-addressing table of positions in the record list, keyed by type and folded name: eight
+/// bytes an entry, the names stay where they are. Equal names stand in the order in which they were
+/// entered, so the first one found is the first in the library.
+struct CZovLibrary::SNameIndex
+{
+    static constexpr std::uint32_t kFree = std::numeric_limits<std::uint32_t>::max();
+    struct SEntry
+    {
+        std::uint32_t position = kFree;
+        std::uint32_t hash = 0; ///< tells most misses apart without touching a record
+    };
+
+    std::vector<SEntry> table;
+    std::size_t entered = 0; ///< records before this position are in the table
+
+    static std::uint32_t HashOf(std::string_view name)
+    {
+        return static_cast<std::uint32_t>(HashNoCase(name));
+    }
+    void Enter(std::uint32_t position, std::string_view name)
+    {
+        const std::uint32_t hash = HashOf(name);
+        const std::size_t mask = table.size() - 1;
+        std::size_t at = hash & mask;
+        while (table[at].position != kFree) {
+            at = (at + 1) & mask;
+        }
+        table[at] = {position, hash};
+    }
+};
+
+CZovLibrary::CZovLibrary()
+    : m_store(std::make_unique<CRecordStore>())
+{
+}
+CZovLibrary::~CZovLibrary() = default;
+CZovLibrary::CZovLibrary(CZovLibrary&& other) noexcept = default;
+CZovLibrary& CZovLibrary::operator=(CZovLibrary&& other) noexcept = default;
+
+std::size_t CZovLibrary::CountOf(ERecordType type) const
+{
+    return static_cast<std::size_t>(std::ranges::count_if(
+        m_records, [type](const CZovRcdProps* r) { return r->Type() == type; }));
+}
+
+CZovRcdProps& CZovLibrary::Add(ERecordType type)
+{
+    CZovRcdProps* record = m_store->Create(type);
+    m_records.push_back(record);
+    return *record;
+}
+
+CZovRcdProps& CZovLibrary::AddCopy(const CZovRcdProps& record)
+{
+    CZovRcdProps& copy = Add(record.Type());
+    copy.CopyFrom(record);
+    return copy;
+}
+
+void CZovLibrary::Replace(CZovRcdProps& target, const CZovRcdProps& source)
+{
+    assert(target.Type() == source.Type());
+    target.CopyFrom(source);
+}
+
+void CZovLibrary::Append(CZovRcdProps* record)
+{
+    m_records.push_back(record);
+}
+
+void CZovLibrary::Remove(const CZovRcdProps& record)
+{
+    if (std::erase(m_records, &record) != 0) {
+        m_index.reset();
+    }
+}
+
+void CZovLibrary::Clear()
+{
+    m_records.clear();
+    m_index.reset();
+    m_store = std::make_unique<CRecordStore>();
+}
+
+CZovLibrary::SNameIndex& CZovLibrary::Index() const
+{
+    if (!m_index || m_store->namesChanged) {
+        m_index = std::make_unique<SNameIndex>();
+        m_store->namesChanged = false;
+    }
+    SNameIndex& index = *m_index;
+    if (m_records.size() * 2 > index.table.size()) {
+        index.table.assign(std::bit_ceil(std::max<std::size_t>(16, m_records.size() * 3)), {});
+        index.entered = 0;
+    }
+    for (; index.entered < m_records.size(); ++index.entered) {
+        CZovRcdProps& record = *m_records[index.entered];
+        index.Enter(static_cast<std::uint32_t>(index.entered), record.Name());
+        record.m_nameIndexed = true;
+    }
+    return index;
+}
+
+CZovRcdProps* CZovLibrary::Find(ERecordType type, std::string_view name)
+{
+    const SNameIndex& index = Index();
+    const std::uint32_t hash = SNameIndex::HashOf(name);
+    const std::size_t mask = index.table.size() - 1;
+    for (std::size_t at = hash & mask; index.table[at].position != SNameIndex::kFree;
+         at = (at + 1) & mask) {
+        CZovRcdProps* record = m_records[index.table[at].position];
+        if (index.table[at].hash == hash && (type == ERecordType::Any || record->Type() == type) &&
+            EqualsNoCase(record->Name(), name)) {
+            return record;
+        }
+    }
+    return nullptr;
+}
+
+const CZovRcdProps* CZovLibrary::Find(ERecordType type, std::string_view name) const
+{
+    return const_cast<CZovLibrary*>(this)->Find(type, name); // NOLINT: the index alone changes
+}
+
+std::string CZovLibrary::Name() const
+{
+    return PathText(m_path.stem());
+}
+
+std::size_t CZovLibrary::BytesHeld() const
+{
+    return m_store->Arena().BytesReserved() + m_records.capacity() * sizeof(CZovRcdProps*);
+}
+
+} // namespace zov
