@@ -102,7 +102,7 @@ CZovLibrary::SNameIndex& CZovLibrary::Index() const
         m_store->namesChanged = false;
     }
     SNameIndex& index = *m_index;
-    if (m_records.size() * 2 > index.table.size()) {
+    if (index.table.empty() || m_records.size() * 2 > index.table.size()) {
         index.table.assign(std::bit_ceil(std::max<std::size_t>(16, m_records.size() * 3)), {});
         index.entered = 0;
     }
