@@ -3,7 +3,8 @@
 ///
 ///     ASSIGN_OR_RETURN(auto book, OpenWorkbook("parts.xlsx"));
 ///     RETURN_IF_ERROR(book->SelectSheet("Capacitors"));
-///     RETURN_IF_ERROR(book->ReadRows([&](const SSheetRow& row) { ...; return EVisit::Continue; }));
+///     RETURN_IF_ERROR(book->ReadRows([&](const SSheetRow& row) { ...; return EVisit::Continue;
+///     }));
 #pragma once
 
 #include "base/Result.h"
@@ -25,12 +26,13 @@ struct SSheetInfo
     bool hidden = false;
 };
 
-/// One row that holds at least one non-empty cell, or a declared empty one. Rows come in rising order;
-/// rows that hold nothing are left out. The texts live until the visitor returns.
+/// One row that holds at least one non-empty cell. Rows come in rising order; rows that hold
+/// nothing are left out. The texts are UTF-8 and live until the visitor returns.
 struct SSheetRow
 {
-    std::uint32_t number = 0;                 ///< counted from 1, as the sheet shows it
-    std::span<const std::string_view> cells;  ///< cells[0] is column A; trailing empty cells may be missing
+    std::uint32_t number = 0; ///< counted from 1, as the sheet shows it
+    /// cells[0] is column A; trailing empty cells may be missing
+    std::span<const std::string_view> cells;
 };
 
 enum class EVisit
@@ -39,10 +41,24 @@ enum class EVisit
     Stop
 };
 
+/// Which text a number gives.
+enum class EText
+{
+    Shown, ///< as a person sees it: 1.23456 with the format 0.00 is "1.23"
+    Exact ///< the same, but a format that would drop digits is given as many decimals as the number
+          ///< has: "1.23456", and "12.345%" for 0.12345 with 0%. A number that a format hides is
+          ///< written plainly.
+};
+
+struct SOpenOptions
+{
+    EText text = EText::Shown;
+};
+
 using FRowVisitor = std::function<EVisit(const SSheetRow&)>;
 
-/// An open workbook. A newly opened one has its first visible sheet selected (the first sheet when all
-/// are hidden).
+/// An open workbook. A newly opened one has its first visible sheet selected (the first sheet when
+/// all are hidden).
 class CWorkbook
 {
 public:
@@ -59,17 +75,27 @@ public:
     virtual CResult<void> SelectSheet(std::string_view name);
     virtual CResult<void> SelectSheet(std::size_t index) = 0;
 
-    /// Every row of the selected sheet, in one pass and in memory that does not grow with the rows (beyond
-    /// what the format stores apart, such as shared strings). May be called again.
-    /// Errors: Format with the place; rows visited before the fault stay visited.
+    /// Every row of the selected sheet, in one pass and in memory that does not grow with the rows
+    /// (beyond what the format stores apart, such as shared strings). May be called again. Errors:
+    /// Format with the place; rows visited before the fault stay visited.
     virtual CResult<void> ReadRows(const FRowVisitor& visit) = 0;
+
+    /// Formulas met by the last ReadRows that carry no result: no spreadsheet program has
+    /// calculated and saved the file since they were written. Their cells read as empty.
+    [[nodiscard]] virtual std::uint64_t UncachedFormulaCount() const { return 0; }
 };
 
-/// Opens by content, not by the extension: .xlsx/.xlsm (zip), .xls (OLE container, BIFF5 or BIFF8), and
-/// .csv/.txt/.tsv (only with such an extension).
-/// Errors: NotFound, Access, Io: the file could not be read. Unsupported: encrypted; HTML, XML or text
-/// named .xls; a format that is known but not read (.xlsb, .ods). Format: broken.
-CResult<std::unique_ptr<CWorkbook>> OpenWorkbook(const std::filesystem::path& path);
+/// Opens by content, not by the extension: .xlsx/.xlsm (zip), .xls (OLE container, BIFF5 or BIFF8),
+/// and .csv/.txt/.tsv (only with such an extension).
+/// Errors: NotFound, Access, Io: the file could not be read. Unsupported: encrypted; HTML, XML or
+/// text named .xls; a format that is known but not read (.xlsb, .ods). Format: broken. Limit: a
+/// part that unpacks to more than any real workbook needs.
+CResult<std::unique_ptr<CWorkbook>> OpenWorkbook(const std::filesystem::path& path,
+                                                 const SOpenOptions& options = {});
+
+/// The same on bytes that are in memory already; `name` stands for the path, its extension counts.
+CResult<std::unique_ptr<CWorkbook>> OpenWorkbookBytes(std::string bytes, std::string_view name,
+                                                      const SOpenOptions& options = {});
 
 /// A whole sheet, for callers that need cells in any order (previews, dialogs, tests).
 class CSheetTable
