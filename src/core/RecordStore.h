@@ -131,7 +131,7 @@ inline std::uint64_t CRecordStore::KeepText(EPropId id, std::string_view text)
 
 inline CZovRcdProps* CRecordBuilder::Finish()
 {
-    const auto count = static_cast<std::size_t>(std::popcount(m_mask));
+    const std::size_t count = PopCount(m_mask);
     // Record and table side by side: one allocation, one cache line less to fetch.
     void* memory = m_store.Arena().Allocate(sizeof(CZovRcdProps) + count * sizeof(std::uint64_t),
                                             alignof(CZovRcdProps));

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstring>
 #include <fmt/format.h>
 
 namespace zov {
@@ -307,18 +308,14 @@ private:
 
 // --- writing -----------------------------------------------------------------------------------
 
-/// Properties of a category in the order in which records hold them: those that the type usually
-/// has, and any other that a record of the library does have.
-std::vector<EPropId> LayoutOf(ERecordType type, std::uint64_t used)
+/// Properties of a category as bits, in the order in which records hold them: those that the type
+/// usually has, and any other that a record of the library does have.
+std::uint64_t LayoutOf(ERecordType type, std::uint64_t used)
 {
     for (const EPropId id : PropertiesOf(type)) {
         used |= std::uint64_t{1} << CZovRcdProps::Bit(id);
     }
-    std::vector<EPropId> layout;
-    for (; used != 0; used &= used - 1) {
-        layout.push_back(static_cast<EPropId>(std::countr_zero(used)));
-    }
-    return layout;
+    return used;
 }
 
 void AppendDefinition(std::string& out, EPropId id)
@@ -336,32 +333,116 @@ void AppendDefinition(std::string& out, EPropId id)
     AppendLittleEndian(out, std::uint32_t{info.kind == EPropKind::Double ? 8U : 0U});
 }
 
-/// Appends a record in the layout of its category, which is ascending in the identifiers, as the
-/// record's own table is: the presence word is the record's bits moved together.
-void AppendRecord(std::string& out, const CZovRcdProps& record, const std::vector<EPropId>& layout)
+/// Collects bytes in one block that is reused, and hands it on when it is full.
+class CBlock
 {
-    AppendLittleEndian(out, static_cast<std::uint32_t>(record.Type()));
-    const std::size_t presentAt = out.size();
-    AppendLittleEndian(out, std::uint64_t{0});
-    std::uint64_t present = 0;
-    for (std::size_t bit = 0; bit < layout.size(); ++bit) {
-        const EPropId id = layout[bit];
-        if (!record.Has(id)) {
-            continue;
+public:
+    explicit CBlock(CByteWriter& out)
+        : m_out(out)
+        , m_bytes(kSize)
+    {
+    }
+
+    void Number(std::uint64_t value)
+    {
+        Room(sizeof value);
+        Raw(value);
+    }
+    void Number32(std::uint32_t value)
+    {
+        Room(sizeof value);
+        Raw(value);
+    }
+    void Text(std::string_view text)
+    {
+        if (text.size() > kSize / 2) {
+            Number32(static_cast<std::uint32_t>(text.size()));
+            Flush();
+            m_out.Append(text);
+            return;
         }
-        present |= std::uint64_t{1} << bit;
-        const EPropKind kind = FindProperty(id)->kind;
-        if (kind == EPropKind::Double) {
-            AppendLittleEndian(out, std::bit_cast<std::uint64_t>(*record.GetDouble(id)));
-        } else if (kind == EPropKind::Composite) {
-            AppendSizedText(out, EncodeSubModel(*record.GetComposite(id)));
-        } else {
-            AppendSizedText(out, record.GetString(id));
+        Room(sizeof(std::uint32_t) + text.size());
+        Raw(static_cast<std::uint32_t>(text.size()));
+        std::memcpy(m_bytes.data() + m_used, text.data(), text.size());
+        m_used += text.size();
+    }
+    void Flush()
+    {
+        m_out.Append({m_bytes.data(), m_used});
+        m_used = 0;
+    }
+
+private:
+    /// Somewhat over a mebibyte: CAtomicFile then takes it as it is, without another copy.
+    static constexpr std::size_t kSize = (std::size_t{1} << 20U) + (std::size_t{64} << 10U);
+
+    void Room(std::size_t bytes)
+    {
+        if (m_used + bytes > kSize) {
+            Flush();
         }
     }
-    std::string word;
-    AppendLittleEndian(word, present);
-    out.replace(presentAt, word.size(), word);
+    template <class T>
+    void Raw(T value)
+    {
+        if constexpr (std::endian::native == std::endian::big) {
+            T swapped = 0;
+            for (std::size_t i = 0; i < sizeof(T); ++i) {
+                swapped = static_cast<T>(swapped << 8U | (value >> (8 * i) & 0xFFU));
+            }
+            value = swapped;
+        }
+        std::memcpy(m_bytes.data() + m_used, &value, sizeof value);
+        m_used += sizeof value;
+    }
+
+    CByteWriter& m_out;
+    std::vector<char> m_bytes;
+    std::size_t m_used = 0;
+};
+
+/// By identifier, its place among the definitions of a category.
+using TRanks = std::array<std::uint8_t, static_cast<std::size_t>(kPropIdLimit)>;
+
+TRanks RanksOf(std::uint64_t layout)
+{
+    TRanks ranks{};
+    std::uint8_t rank = 0;
+    for (std::uint64_t rest = layout; rest != 0; rest &= rest - 1) {
+        ranks[static_cast<std::size_t>(std::countr_zero(rest))] = rank++;
+    }
+    return ranks;
+}
+
+/// A record in the layout of its category. Both ascend in the identifiers, so one walk over the
+/// record's own table writes the values in order.
+void AppendRecord(CBlock& out, const CZovRcdProps& record, const TRanks& ranks)
+{
+    static const std::uint64_t composites = [] {
+        std::uint64_t mask = 0;
+        for (const SPropInfo& info : Properties()) {
+            mask |= std::uint64_t{info.kind == EPropKind::Composite} << CZovRcdProps::Bit(info.id);
+        }
+        return mask;
+    }();
+    const std::uint64_t doubles = DoubleProperties();
+    out.Number32(static_cast<std::uint32_t>(record.Type()));
+    std::uint64_t present = 0;
+    for (std::uint64_t rest = record.Mask(); rest != 0; rest &= rest - 1) {
+        present |= std::uint64_t{1} << ranks[static_cast<std::size_t>(std::countr_zero(rest))];
+    }
+    out.Number(present);
+    const std::uint64_t* slot = record.Slots();
+    for (std::uint64_t rest = record.Mask(); rest != 0; rest &= rest - 1, ++slot) {
+        const std::uint64_t bit = rest & (~rest + 1);
+        if ((doubles & bit) != 0) {
+            out.Number(*slot);
+        } else if ((composites & bit) != 0) {
+            out.Text(EncodeSubModel(*CRecordStore::CompositeOf(*slot)));
+        } else {
+            out.Text(CRecordStore::TextOf(*slot));
+        }
+    }
 }
 
 } // namespace
@@ -390,7 +471,7 @@ CResult<std::vector<SOldValue>> ReadNative(std::string_view bytes, CZovLibrary& 
 void WriteNative(const CZovLibrary& library, CByteWriter& out)
 {
     std::array<std::uint64_t, 8> used{};
-    std::array<std::vector<EPropId>, 8> layouts;
+    std::array<TRanks, 8> ranks{};
     const auto types = RecordTypes();
     const auto indexOf = [&](ERecordType type) {
         return static_cast<std::size_t>(&InfoOf(type) - types.data());
@@ -406,22 +487,20 @@ void WriteNative(const CZovLibrary& library, CByteWriter& out)
     AppendLittleEndian(block, std::uint64_t{library.Count()});
     block.resize(kHeaderSize, '\0');
     for (std::size_t i = 0; i < types.size(); ++i) {
-        layouts[i] = LayoutOf(types[i].type, used[i]);
+        const std::uint64_t layout = LayoutOf(types[i].type, used[i]);
+        ranks[i] = RanksOf(layout);
         AppendLittleEndian(block, static_cast<std::uint32_t>(types[i].type));
-        AppendLittleEndian(block, static_cast<std::uint32_t>(layouts[i].size()));
-        for (const EPropId id : layouts[i]) {
-            AppendDefinition(block, id);
-        }
-    }
-    constexpr std::size_t kBlock = std::size_t{256} << 10U;
-    for (const CZovRcdProps* record : library.Records()) {
-        AppendRecord(block, *record, layouts[indexOf(record->Type())]);
-        if (block.size() >= kBlock) {
-            out.Append(block);
-            block.clear();
+        AppendLittleEndian(block, std::uint32_t{PopCount(layout)});
+        for (std::uint64_t rest = layout; rest != 0; rest &= rest - 1) {
+            AppendDefinition(block, static_cast<EPropId>(std::countr_zero(rest)));
         }
     }
     out.Append(block);
+    CBlock records(out);
+    for (const CZovRcdProps* record : library.Records()) {
+        AppendRecord(records, *record, ranks[indexOf(record->Type())]);
+    }
+    records.Flush();
 }
 
 } // namespace zov

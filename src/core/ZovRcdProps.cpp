@@ -96,7 +96,7 @@ void CZovRcdProps::PutSlot(EPropId id, std::uint64_t value)
     }
     const std::size_t index = SlotIndex(id);
     if (!Has(id)) {
-        const auto count = static_cast<std::size_t>(std::popcount(m_mask));
+        const std::size_t count = PopCount(m_mask);
         if (count == m_capacity) {
             m_capacity = static_cast<std::uint16_t>(std::max(8, m_capacity + m_capacity / 2));
             auto* grown = m_store->Arena().AllocateArray<std::uint64_t>(m_capacity);
@@ -118,7 +118,7 @@ void CZovRcdProps::Remove(EPropId id)
         m_store->namesChanged = true;
     }
     const std::size_t index = SlotIndex(id);
-    const auto count = static_cast<std::size_t>(std::popcount(m_mask));
+    const std::size_t count = PopCount(m_mask);
     std::copy(m_slots + index + 1, m_slots + count, m_slots + index);
     m_mask &= ~MaskOf(id);
 }

@@ -7,6 +7,7 @@
 /// they hold.
 #pragma once
 
+#include "base/Bits.h"
 #include "core/RecordTypes.h"
 #include "core/SubModels.h"
 
@@ -51,6 +52,9 @@ public:
 
     [[nodiscard]] std::string_view Name() const { return GetString(EPropId::ModelName); }
 
+    /// For writers: the values themselves, one per bit of Mask() from the lowest up; CRecordStore
+    /// reads them.
+    [[nodiscard]] const std::uint64_t* Slots() const { return m_slots; }
     /// Place of an identifier in Mask().
     [[nodiscard]] static unsigned Bit(EPropId id) { return static_cast<unsigned>(id) & 63U; }
 
@@ -67,8 +71,7 @@ private:
 
     [[nodiscard]] std::size_t SlotIndex(EPropId id) const
     {
-        return static_cast<std::size_t>(
-            std::popcount(m_mask & ((std::uint64_t{1} << Bit(id)) - 1)));
+        return static_cast<std::size_t>(PopCount(m_mask & ((std::uint64_t{1} << Bit(id)) - 1)));
     }
     [[nodiscard]] std::uint64_t SlotOf(EPropId id) const { return m_slots[SlotIndex(id)]; }
     void PutSlot(EPropId id, std::uint64_t value);

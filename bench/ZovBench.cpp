@@ -1,0 +1,224 @@
+// SPDX-License-Identifier: Apache-2.0
+/// One job of the engine, done once, in memory:
+///
+///     zov_bench make-library COUNT OUT     capacitors as a part list gives them, .zov or .zovx
+///     zov_bench zov-load FILE              zov_bench zov-save FILE OUT
+///     zov_bench xml-import FILE            zov_bench xml-export FILE OUT
+///     zov_bench sheet FILE                 every cell as text
+///     zov_bench sheet-library FILE OUT     a part list to a library, all of it
+///
+/// prints `t LABEL SECONDS` for each timed phase and `n NAME VALUE` for counts and checksums.
+#include "BenchSupport.h"
+#include "base/Text.h"
+#include "core/LibraryFiles.h"
+#include "core/RecordStore.h"
+#include "sheet/Workbook.h"
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <map>
+
+namespace zov::bench {
+namespace {
+
+[[noreturn]] void Stop(const SError& error)
+{
+    fmt::print(stderr, "zov_bench: {}\n", error.Full());
+    for (const std::string& note : error.notes) {
+        fmt::print(stderr, "  {}\n", note);
+    }
+    std::exit(3);
+}
+
+template <class T>
+T Must(CResult<T> result)
+{
+    if (!result) {
+        Stop(result.Error());
+    }
+    return result.Take();
+}
+void Must(const CResult<void>& result)
+{
+    if (!result) {
+        Stop(result.Error());
+    }
+}
+
+CZovLibrary MakeLibrary(std::size_t count)
+{
+    static constexpr std::array makers = {"Aurora Passive", "Brightwater Components",
+                                          "Cindral Ceramics", "Dovetail Electronics"};
+    static constexpr std::array sizes = {"0201E", "0402E", "0603E", "0805E", "1206E"};
+    static constexpr std::array codes = {"X5R", "X7R", "C0G", "X6S", "X7T"};
+    CZovLibrary library;
+    for (std::size_t i = 0; i < count; ++i) {
+        CZovRcdProps& c = library.Add(ERecordType::Capacitor);
+        const std::string_view maker = makers[i % makers.size()];
+        const double farad = 1e-12 * static_cast<double>(i % 9000 + 1) * 10.0;
+        c.SetString(EPropId::ModelName, fmt::format("{}{}K{:07}", maker.front(), codes[i % 5], i));
+        c.SetString(EPropId::MfgPartNumber,
+                    fmt::format("{}{}{:08}KT", maker.substr(0, 3), codes[i % 5], i));
+        c.SetString(EPropId::Manuf, maker);
+        c.SetString(EPropId::SubModel, "RLC");
+        c.SetString(EPropId::Lookup, fmt::format("cap;{}uF;{}", i % 47, codes[i % 5]));
+        c.SetString(EPropId::Size, sizes[i % sizes.size()]);
+        c.SetString(EPropId::Tcc, codes[i % codes.size()]);
+        c.SetString(EPropId::Prefer, i % 3 == 0 ? "Yes" : "No");
+        c.SetString(EPropId::PriceBook, "2026-Q4");
+        c.SetString(EPropId::Comment, fmt::format("reel {} of lot {}", i % 1000, i / 1000));
+        c.SetDouble(EPropId::Cnom, farad);
+        c.SetDouble(EPropId::UpTolerance, 0.1);
+        c.SetDouble(EPropId::LowTolerance, 0.1);
+        c.SetDouble(EPropId::Volt, static_cast<double>(i % 10 + 1) * 2.5);
+        c.SetDouble(EPropId::PriceA, 0.0012 + static_cast<double>(i % 100) * 1e-4);
+        c.SetDouble(EPropId::PriceB, 0.5);
+        c.SetDouble(EPropId::PriceC, 0.25);
+        c.SetDiscreteModel({false, "", "", 0.003 + static_cast<double>(i % 40) * 1e-4,
+                            3e-10 + static_cast<double>(i % 70) * 1e-12, farad});
+    }
+    return library;
+}
+
+/// A sum over everything a record holds: shows that all of it was read.
+void PrintLibrary(const CZovLibrary& library)
+{
+    double sum = 0.0;
+    std::size_t textBytes = 0;
+    std::size_t values = 0;
+    for (const CZovRcdProps* record : library.Records()) {
+        for (std::uint64_t rest = record->Mask(); rest != 0; rest &= rest - 1) {
+            const auto id = static_cast<EPropId>(std::countr_zero(rest));
+            ++values;
+            if ((DoubleProperties() >> CZovRcdProps::Bit(id) & 1U) != 0) {
+                sum += *record->GetDouble(id);
+            } else {
+                textBytes += record->GetString(id).size();
+            }
+        }
+    }
+    PrintNumber("records", library.Count());
+    PrintNumber("values", values);
+    PrintNumber("text_bytes", textBytes);
+    PrintNumber("sum", sum);
+}
+
+void MakeLibraryFile(const char* count, const char* out)
+{
+    CNullLog log;
+    const auto records = static_cast<std::size_t>(std::atoll(count));
+    Must(SaveLibrary(MakeLibrary(records), out, {}, log));
+}
+
+CZovLibrary NativeLibrary(const CFileView& view)
+{
+    CZovLibrary library;
+    Must(ReadNative(view.Bytes(), library));
+    return library;
+}
+
+void ZovLoad(const char* path)
+{
+    const CStopwatch watch;
+    const CFileView view = Must(CFileView::Open(path));
+    const CZovLibrary library = NativeLibrary(view);
+    PrintTime("load", watch.Seconds());
+    PrintLibrary(library);
+}
+
+/// Saving without the flush to disk, which measures the disk.
+template <class F>
+void TimeSave(const char* out, F write)
+{
+    const CStopwatch watch;
+    const auto file = Must(CAtomicFile::Create(out));
+    write(*file);
+    Must(file->Commit(CAtomicFile::EDurability::Cached));
+    PrintTime("save", watch.Seconds());
+    PrintNumber("bytes", std::filesystem::file_size(out));
+}
+
+void ZovSave(const char* path, const char* out)
+{
+    const CFileView view = Must(CFileView::Open(path));
+    const CZovLibrary library = NativeLibrary(view);
+    TimeSave(out, [&](CByteWriter& writer) { WriteNative(library, writer); });
+}
+
+void XmlImport(const char* path)
+{
+    CNullLog log;
+    CZovLibrary library;
+    const CStopwatch watch;
+    const CFileView view = Must(CFileView::Open(path));
+    Must(ImportExchangeText(library, view.Bytes(), {{}, path, false, true}, log));
+    PrintTime("load", watch.Seconds());
+    PrintLibrary(library);
+}
+
+void XmlExport(const char* path, const char* out)
+{
+    CNullLog log;
+    const CZovLibrary library = Must(LoadLibrary(path, {}, log));
+    TimeSave(out, [&](CByteWriter& writer) { WriteExchange(library, {}, writer, log); });
+}
+
+void Sheet(const char* path)
+{
+    std::size_t rows = 0;
+    std::size_t cells = 0;
+    std::size_t bytes = 0;
+    const CStopwatch watch;
+    const auto book = Must(OpenWorkbook(path));
+    Must(book->ReadRows([&](const SSheetRow& row) {
+        ++rows;
+        for (const std::string_view cell : row.cells) {
+            cells += cell.empty() ? 0 : 1;
+            bytes += cell.size();
+        }
+        return EVisit::Continue;
+    }));
+    PrintTime("load", watch.Seconds());
+    PrintNumber("rows", rows);
+    PrintNumber("cells", cells);
+    PrintNumber("text_bytes", bytes);
+}
+
+struct SCommand
+{
+    int arguments;
+    std::function<void(char**)> run;
+};
+
+int Main(int argc, char** argv)
+{
+    const std::map<std::string_view, SCommand> commands = {
+        {"make-library", {2, [](char** a) { MakeLibraryFile(a[0], a[1]); }}},
+        {"zov-load", {1, [](char** a) { ZovLoad(a[0]); }}},
+        {"zov-save", {2, [](char** a) { ZovSave(a[0], a[1]); }}},
+        {"xml-import", {1, [](char** a) { XmlImport(a[0]); }}},
+        {"xml-export", {2, [](char** a) { XmlExport(a[0], a[1]); }}},
+        {"sheet", {1, [](char** a) { Sheet(a[0]); }}},
+    };
+    const auto found = argc > 1 ? commands.find(argv[1]) : commands.end();
+    if (found == commands.end() || argc - 2 != found->second.arguments) {
+        fmt::print(stderr, "usage: zov_bench JOB ARGUMENTS; jobs:\n");
+        for (const auto& [name, command] : commands) {
+            fmt::print(stderr, "  {} ({} arguments)\n", name, command.arguments);
+        }
+        return 2;
+    }
+    found->second.run(argv + 2);
+    PrintPeak();
+    return 0;
+}
+
+} // namespace
+} // namespace zov::bench
+
+int main(int argc, char** argv)
+{
+    return zov::bench::Main(argc, argv);
+}
