@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+/// The sub-commands. Each has its own file, which holds its options, its help and what it does.
+#pragma once
+
+#include "cli/Streams.h"
+
+#include <functional>
+
+namespace CLI {
+class App;
+}
+
+namespace zov::cli {
+
+/// What the command line turned out to ask for; run after parsing, so that a wrong option further
+/// on stops it.
+struct SChosen
+{
+    std::function<int(const SStreams&)> run;
+};
+
+void AddLibInfo(CLI::App& lib, SChosen& chosen);
+void AddLibList(CLI::App& lib, SChosen& chosen);
+void AddLibConvert(CLI::App& lib, SChosen& chosen);
+void AddLibMerge(CLI::App& lib, SChosen& chosen);
+void AddLibDiff(CLI::App& lib, SChosen& chosen);
+void AddLibDoctor(CLI::App& lib, SChosen& chosen);
+void AddSheet(CLI::App& zov, SChosen& chosen);
+void AddImport(CLI::App& zov, SChosen& chosen);
+
+} // namespace zov::cli
