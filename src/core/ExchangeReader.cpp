@@ -278,28 +278,32 @@ std::string_view AsUtf8(std::string_view text, std::string& converted)
     return converted;
 }
 
-SError NotImportable(const SImportOptions& options, SError reason)
+SError WholeFileFailure(const SError& reason, std::string text)
 {
-    SError error = FailAt(reason.code, reason.pos,
-                          fmt::format("Cannot load the zovx file '{}' to ZOV because the format of "
-                                      "the file is invalid. Ensure that the format of the zovx "
-                                      "file is correct and try again.",
-                                      PathText(options.shown)));
-    error.notes.push_back(reason.Full());
+    SError error = FailAt(reason.code, reason.pos, std::move(text));
+    std::string place;
+    if (reason.pos.line != 0) {
+        place = fmt::format("line {}", reason.pos.line);
+        place += reason.pos.column != 0 ? fmt::format(", column {}: ", reason.pos.column) : ": ";
+    }
+    error.notes.push_back(place + reason.text);
     return error;
+}
+
+SError NotImportable(const SImportOptions& options, const SError& reason)
+{
+    return WholeFileFailure(
+        reason, fmt::format("Cannot load the zovx file '{}' to ZOV because the format of the file "
+                            "is invalid. Ensure that the format of the zovx file is correct and "
+                            "try again.",
+                            PathText(options.shown)));
 }
 
 SError CannotImport(const SImportOptions& options, const SError& reason)
 {
-    SError error = FailAt(reason.code, reason.pos,
-                          fmt::format("Cannot import models from '{}'. Ensure that the selected "
-                                      "file is correct and try again.",
-                                      PathText(options.shown)));
-    error.notes.push_back(reason.pos.line == 0
-                              ? reason.text
-                              : fmt::format("line {}, column {}: {}", reason.pos.line,
-                                            reason.pos.column, reason.text));
-    return error;
+    return WholeFileFailure(reason, fmt::format("Cannot import models from '{}'. Ensure that the "
+                                                "selected file is correct and try again.",
+                                                PathText(options.shown)));
 }
 
 } // namespace
@@ -358,7 +362,7 @@ CResult<std::size_t> ImportLibrary(CZovLibrary& library, const std::filesystem::
     }
     CResult<CFileView> view = CFileView::Open(path);
     if (!view) {
-        return exchange::NotImportable(options, view.TakeError());
+        return exchange::NotImportable(options, view.Error());
     }
     return ImportExchangeText(library, view->Bytes(), options, log);
 }

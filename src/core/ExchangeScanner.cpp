@@ -20,6 +20,14 @@ namespace {
 
 constexpr std::size_t kLiteralRoom = 16;
 
+/// What most elements have: known names are passed over as fast as they are read.
+constexpr std::array<std::string_view, 26> kCommonNames = {
+    "ModelName", "SubModel",   "Manuf",  "MfgPartNumber", "Lookup",       "Size",
+    "SizeUnit",  "ModelType",  "CktDef", "TrackFolder",   "Rv",           "Lv",
+    "Cv",        "Cnom",       "Volt",   "UpTolerance",   "LowTolerance", "TCC",
+    "Prefer",    "PriceA",     "PriceB", "PriceC",        "PriceBook",    "Comment",
+    "DCBias",    "Temperature"};
+
 bool IsNameStart(char c)
 {
     return IsAlpha(c) || c == '_' || c == ':' || static_cast<unsigned char>(c) >= 0x80;
@@ -101,6 +109,7 @@ CExchangeScanner::CExchangeScanner(std::string_view text, CToleranceLog& toleran
     , m_end(text.data() + text.size())
     , m_begin(text.data())
     , m_tagStart(text.data())
+    , m_skipped(kCommonNames)
     , m_lineAt(text.data())
     , m_tolerance(tolerance)
 {
@@ -333,10 +342,10 @@ const char* CExchangeScanner::FindQuote(const char* from, char quote, bool& spec
     return from;
 }
 
-bool CExchangeScanner::AttributeFollows(const CAttributeTable* known, const char* at) const
+CExchangeScanner::SFollower CExchangeScanner::AttributeAt(const char* at) const
 {
     if (at == m_end || !IsNameStart(*at)) {
-        return false;
+        return {};
     }
     const char* start = at;
     while (at != m_end && IsNameChar(*at)) {
@@ -345,11 +354,23 @@ bool CExchangeScanner::AttributeFollows(const CAttributeTable* known, const char
     const std::string_view name(start, static_cast<std::size_t>(at - start));
     at = SkipSpace(at);
     if (at == m_end || *at != '=') {
-        return false;
+        return {};
     }
     at = SkipSpace(at + 1);
-    return at != m_end && IsQuote(*at) &&
-           (known == nullptr || known->Find(name) != CAttributeTable::kUnknown);
+    return at != m_end && IsQuote(*at) ? SFollower{at + 1, name} : SFollower{};
+}
+
+/// True when the first quote behind `start` is followed by what follows a value.
+bool CExchangeScanner::ValueIsPlain(const char* start) const
+{
+    bool special = false;
+    const char* end = FindQuote(start, start[-1], special);
+    if (end == m_end) {
+        return false;
+    }
+    const char* at = SkipSpace(end + 1);
+    return at == m_end || *at == '>' || *at == '/' ||
+           (at != end + 1 && AttributeAt(at).value != nullptr);
 }
 
 /// A `">` ends the tag when an element or a quoted circuit follows. When text follows it does so
@@ -367,16 +388,18 @@ bool CExchangeScanner::TagEndIsReal(const char* behind, char quote) const
             continue;
         }
         const char* next = SkipSpace(at + 1);
-        if (next != m_end && ((next != at + 1 && AttributeFollows(nullptr, next)) || *next == '>' ||
-                              (*next == '/' && next + 1 != m_end && next[1] == '>'))) {
+        if (next != m_end &&
+            ((next != at + 1 && AttributeAt(next).value != nullptr) || *next == '>' ||
+             (*next == '/' && next + 1 != m_end && next[1] == '>'))) {
             return false;
         }
     }
     return true;
 }
 
-/// @param known  attributes that may follow; null when any may
-bool CExchangeScanner::EndsValue(const CAttributeTable* known, const char* quoteAt) const
+/// @param knownOnly  only an attribute of the table ends the value
+bool CExchangeScanner::EndsValue(const CAttributeTable& table, bool knownOnly,
+                                 const char* quoteAt) const
 {
     const char* at = SkipSpace(quoteAt + 1);
     if (at == m_end) {
@@ -388,7 +411,16 @@ bool CExchangeScanner::EndsValue(const CAttributeTable* known, const char* quote
     if (*at == '/' && at + 1 != m_end && at[1] == '>') {
         return TagEndIsReal(at + 2, *quoteAt);
     }
-    return at != quoteAt + 1 && AttributeFollows(known, at);
+    if (at == quoteAt + 1) {
+        return false;
+    }
+    const SFollower follower = AttributeAt(at);
+    if (follower.value == nullptr) {
+        return false;
+    }
+    // A name that is not known may also be text: then its own value tells.
+    return table.Find(follower.name) != CAttributeTable::kUnknown ||
+           (!knownOnly && ValueIsPlain(follower.value));
 }
 
 /// Where a value ends that is not followed by what was expected; null when it never does.
@@ -402,7 +434,7 @@ const char* CExchangeScanner::ValueEnd(const CAttributeTable& table, const char*
     for (; quoteAt != m_end; quoteAt = FindQuote(quoteAt + 1, quote, special)) {
         circuit = circuit || IsCircuitText({seen, static_cast<std::size_t>(quoteAt - seen)});
         seen = quoteAt;
-        if (EndsValue(circuit ? &table : nullptr, quoteAt)) {
+        if (EndsValue(table, circuit, quoteAt)) {
             break;
         }
     }
@@ -572,17 +604,15 @@ bool CExchangeScanner::Clean(const char* start, const char* end, std::string& ou
 
 bool CExchangeScanner::Skip()
 {
-    static constexpr std::array<std::string_view, 1> kSpiceFile = {"SPICE_File"};
     static constexpr std::array<std::string_view, 3> kCircuits = {"Connector", "Package", "SPICE"};
     const std::size_t outer = m_depth;
-    CAttributeTable values(kSpiceFile);
     std::string ignored;
     for (EToken token = EToken::Open;; token = Next()) {
         if (token == EToken::Bad || token == EToken::End) {
             return false;
         }
         if (token == EToken::Open) {
-            if (!ReadAttributes(values)) {
+            if (!ReadAttributes(m_skipped)) {
                 return false;
             }
             const bool circuit = std::any_of(kCircuits.begin(), kCircuits.end(),

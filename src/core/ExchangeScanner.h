@@ -162,8 +162,14 @@ private:
     bool FinishTag();
     const char* ValueEnd(const CAttributeTable& table, const char* start, const char* quoteAt,
                          char quote, bool& special);
-    bool EndsValue(const CAttributeTable* known, const char* quoteAt) const;
-    bool AttributeFollows(const CAttributeTable* known, const char* at) const;
+    bool EndsValue(const CAttributeTable& table, bool knownOnly, const char* quoteAt) const;
+    struct SFollower
+    {
+        const char* value = nullptr; ///< behind its opening quote; null when no attribute follows
+        std::string_view name;
+    };
+    SFollower AttributeAt(const char* at) const;
+    bool ValueIsPlain(const char* start) const;
     bool TagEndIsReal(const char* behind, char quote) const;
     bool KeepValue(CAttributeTable& table, std::uint8_t index, const char* start, const char* end,
                    bool special);
@@ -178,6 +184,7 @@ private:
     std::string_view m_name;
     bool m_hasContent = false;
     bool m_told1252 = false;
+    CAttributeTable m_skipped; ///< of elements that are passed over
     std::array<std::string_view, kDepthLimit> m_open{};
     std::size_t m_depth = 0;
     const char* m_lineAt; ///< line m_line begins at or before it, counted so far
