@@ -407,13 +407,12 @@ void CXlsxSheetReader::PutNumber(const SCell& cell, std::string_view value)
         return;
     }
     const std::optional<double> number = ParseDouble(value);
+    m_shown.clear();
     if (!number) { // no number at all, or beyond what a double holds: better told than lost
-        m_value.clear();
-        AppendXmlText(m_value, Trim(value), false);
-        m_builder.PutCopy(cell.column, m_value);
+        AppendXmlText(m_shown, Trim(value), false);
+        m_builder.PutCopy(cell.column, m_shown);
         return;
     }
-    m_shown.clear();
     m_styles.Format(cell.style).AppendNumber(m_shown, *number, m_context);
     m_builder.PutCopy(cell.column, m_shown);
 }
