@@ -6,6 +6,7 @@
 ///     FILE.zov DB zov_peers libxml2 FILE              zov_peers pugixml FILE        zov_peers
 ///     pugixml-save FILE OUT zov_peers orcus FILE.xlsx           zov_peers freexl FILE.xls
 #include "BenchSupport.h"
+#include "OrcusPeer.h"
 #include "base/Number.h"
 #include "core/LibraryFiles.h"
 
@@ -26,10 +27,6 @@
 #endif
 #ifdef ZOV_PEER_FREEXL
 #include <freexl.h>
-#endif
-#ifdef ZOV_PEER_ORCUS
-#include <orcus/orcus_xlsx.hpp>
-#include <orcus/spreadsheet/import_interface.hpp>
 #endif
 
 namespace zov::bench {
@@ -291,6 +288,9 @@ int Main(int argc, char** argv)
 #endif
 #ifdef ZOV_PEER_FREEXL
     commands["freexl"] = {1, [](char** a) { FreeXl(a[0]); }};
+#endif
+#ifdef ZOV_PEER_ORCUS
+    commands["orcus"] = {1, [](char** a) { Orcus(a[0]); }};
 #endif
     const auto found = argc > 1 ? commands.find(argv[1]) : commands.end();
     if (found == commands.end() || argc - 2 != found->second.arguments) {

@@ -51,8 +51,5 @@ function(zov_tests folder)
     target_compile_definitions(zov_${folder}_tests PRIVATE
         ZOV_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data" ZOV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
     target_link_libraries(zov_${folder}_tests PRIVATE zov_${folder} ${ARG_LIBS} GTest::gtest_main)
-    if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
-        target_compile_options(zov_${folder}_tests PRIVATE -Wno-conversion)
-    endif()
     gtest_discover_tests(zov_${folder}_tests TEST_PREFIX "${folder}." DISCOVERY_TIMEOUT 60)
 endfunction()

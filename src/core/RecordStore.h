@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/Arena.h"
+#include "base/Bits.h"
 #include "core/ZovRcdProps.h"
 
 #include <array>
@@ -113,7 +114,7 @@ inline std::uint64_t CRecordStore::KeepText(EPropId id, std::string_view text)
         std::memcpy(&head, text.data(), 8);
         std::memcpy(&tail, text.data() + text.size() - 8, 8);
     } else {
-        std::memcpy(&head, text.data(), text.size());
+        head = LoadShort(text);
     }
     const std::uint64_t mixed =
         (head ^ (tail * 0x9E3779B97F4A7C15ULL) ^ length) * 0xD6E8FEB86659FD93ULL;

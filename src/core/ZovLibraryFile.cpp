@@ -6,6 +6,7 @@
 // which values are there, then those values. So nothing is stored for what a record does not have,
 // a reader can step over definitions that it does not know, and a double that was never given stays
 // apart from zero.
+#include "base/Bits.h"
 #include "base/File.h"
 #include "base/Text.h"
 #include "core/ByteReader.h"
@@ -66,10 +67,9 @@ bool IsCleanAscii(std::string_view text)
     constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
     constexpr std::uint64_t kHighs = 0x8080808080808080ULL;
     const auto clean = [](std::uint64_t word) { return ((word | (word - kOnes)) & kHighs) == 0; };
-    std::uint64_t word = kOnes;
+    std::uint64_t word = 0;
     if (text.size() < 8) {
-        std::memcpy(&word, text.data(), text.size());
-        return clean(word);
+        return clean(LoadShort(text) | (text.empty() ? kOnes : kOnes << (8 * text.size())));
     }
     for (std::size_t at = 0; at + 8 <= text.size(); at += 8) {
         std::memcpy(&word, text.data() + at, 8);
