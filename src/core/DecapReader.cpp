@@ -24,6 +24,8 @@ enum EItem : std::size_t
     PriceA,
     PriceB,
     PriceC,
+    Description,
+    Comment,
     FieldCount, ///< up to here one attribute is one property
     Size = FieldCount,
     SizeUnit,
@@ -32,8 +34,6 @@ enum EItem : std::size_t
     CktDef,
     SParameterPath,
     TrackFolder,
-    Description,
-    Comment,
     Count
 };
 
@@ -49,6 +49,8 @@ constexpr std::array<SField, EItem::Count> kItemFields = {{
     {"PriceA", EPropId::PriceA, Double},
     {"PriceB", EPropId::PriceB, Double},
     {"PriceC", EPropId::PriceC, Double},
+    {"Description", EPropId::Description, Text},
+    {"Comment", EPropId::Comment, Text},
     {"Size", EPropId::Size},
     {"SizeUnit", EPropId::Size},
     {"TCC", EPropId::Tcc},
@@ -56,8 +58,6 @@ constexpr std::array<SField, EItem::Count> kItemFields = {{
     {"CktDef", EPropId::CktDef},
     {"SParameterPath", EPropId::CktDef},
     {"TrackFolder", EPropId::TrackFolder},
-    {"Description", EPropId::Comment, Text},
-    {"Comment", EPropId::Comment, Text},
 }};
 
 class CItemReader
@@ -98,13 +98,6 @@ private:
         if (const std::string_view tcc = m_item.values[EItem::Tcc]; !SameName(tcc, "NULL")) {
             m_context.builder.SetText(EPropId::Tcc, tcc);
         }
-        // A capacitor has one text of its own; a list may have two.
-        std::string comment(m_item.values[EItem::Description]);
-        if (const std::string_view more = m_item.values[EItem::Comment]; more != comment) {
-            comment += comment.empty() || more.empty() ? "" : "; ";
-            comment += more;
-        }
-        m_context.builder.SetText(EPropId::Comment, comment);
     }
 
     void ReadSize()

@@ -7,8 +7,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <fmt/format.h>
+#include <initializer_list>
 
 namespace zov {
 
@@ -100,6 +102,7 @@ private:
     void Name(std::string_view list, std::string_view name);
     void Pairs(std::string_view list, const std::vector<TNamePair>& pairs);
     void Tell(std::string_view property, std::string_view value);
+    void TellLeftOut(std::uint64_t properties);
 
     const CZovLibrary& m_library;
     const CDisplayUnits& m_units;
@@ -108,6 +111,48 @@ private:
     const CZovRcdProps* m_record = nullptr;
     std::array<std::size_t, 8> m_counts{};
 };
+
+/// Bit per property that the form has a place for.
+std::uint64_t HeldBy(ERecordType type)
+{
+    using enum EPropId;
+    const auto mask = [](std::initializer_list<EPropId> ids) {
+        std::uint64_t bits = 0;
+        for (const EPropId id : ids) {
+            bits |= std::uint64_t{1} << CZovRcdProps::Bit(id);
+        }
+        return bits;
+    };
+    const std::uint64_t head =
+        mask({ModelName, SubModel, Manuf, MfgPartNumber, Lookup, EPropId::Through});
+    const std::uint64_t discrete = head | mask({Comment, ModelIsCircuit, CktDef, TrackFolder});
+    switch (type) {
+    case ERecordType::Capacitor:
+        return discrete | mask({Size, Rv, Lv, Cv, Cnom, UpTolerance, LowTolerance, Volt, Tcc,
+                                Prefer, PriceA, PriceB, PriceC, PriceBook, DcBias, Temperature});
+    case ERecordType::Inductor:
+        return discrete | mask({Inductance, Resistance, MaxCurrent});
+    case ERecordType::Resistor:
+        return discrete | mask({Resistance, MaxCurrent});
+    case ERecordType::Vrm:
+        return head | mask({Description, EPropId::VrmModel});
+    case ERecordType::Ic:
+        return head | mask({Description, EPropId::IoModel, EPropId::DcModel, EPropId::DcConvModel,
+                            EPropId::AcModel, EPropId::VrmModel, EPropId::Thermal});
+    default:
+        return head | mask({Description, EPropId::Circuit});
+    }
+}
+
+void CWriter::TellLeftOut(std::uint64_t properties)
+{
+    for (; properties != 0; properties &= properties - 1) {
+        const SPropInfo* info = FindProperty(static_cast<EPropId>(std::countr_zero(properties)));
+        m_log.Write(fmt::format("[WARNING] '{}' {}: the exchange form does not hold '{}'\r\n",
+                                m_record->Name(), InfoOf(m_record->Type()).element,
+                                info == nullptr ? std::string_view("?") : info->name));
+    }
+}
 
 /// Nobody loses data without being told: what the form cannot hold is written as it stands, and
 /// said.
@@ -186,10 +231,14 @@ void CWriter::Write()
 
 void CWriter::Group(ERecordType type, TRecordWriter write)
 {
+    const std::uint64_t leftOut = ~HeldBy(type);
     std::size_t left = m_counts[static_cast<std::size_t>(&InfoOf(type) - RecordTypes().data())];
     for (auto at = m_library.Records().begin(); left != 0; ++at) {
         if ((*at)->Type() == type) {
             m_record = *at;
+            if ((m_record->Mask() & leftOut) != 0) {
+                TellLeftOut(m_record->Mask() & leftOut);
+            }
             (this->*write)();
             --left;
         }

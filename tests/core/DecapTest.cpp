@@ -33,7 +33,8 @@ TEST(DecapLibrary, EveryItemBecomesACapacitor)
         EXPECT_EQ(first.Type(), ERecordType::Capacitor);
         EXPECT_EQ(first.Name(), "P1");
         EXPECT_EQ(first.GetString(EPropId::Size), "0402E");
-        EXPECT_EQ(first.GetString(EPropId::Comment), "d; c");
+        EXPECT_EQ(first.GetString(EPropId::Description), "d");
+        EXPECT_EQ(first.GetString(EPropId::Comment), "c");
         EXPECT_FALSE(first.Has(EPropId::Tcc)) << "NULL means none";
         EXPECT_EQ(first.GetDouble(EPropId::UpTolerance), 0.1);
         EXPECT_EQ(first.GetDouble(EPropId::Cnom), 1e-7);

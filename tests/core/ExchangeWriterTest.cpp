@@ -196,6 +196,7 @@ TEST(ExchangeWriter, SaysWhichValuesTheFormCannotEscape)
     cap.SetString(EPropId::PriceBook, "12345678901234567890\"");
     CZovRcdProps& ic = library.Add(ERecordType::Ic);
     ic.SetString(EPropId::ModelName, "U1");
+    ic.SetString(EPropId::Comment, "x");
     ic.SetComposite(SIoModel{"", "", false, {{"", {}, {}, {}, {"a b", ">"}, {}}}});
     CVectorLog log;
     const std::string text = Export(library, log);
@@ -270,6 +271,9 @@ public:
             CZovRcdProps& r = library.Add(type);
             for (const EPropId id : PropertiesOf(type)) {
                 const SPropInfo* info = FindProperty(id);
+                if (id == (IsDiscrete(type) ? EPropId::Description : EPropId::Comment)) {
+                    continue; // the form has no place for it
+                }
                 if (info->kind == EPropKind::Double && !IsModelPart(id)) {
                     r.SetDouble(id, Number());
                 } else if (info->kind != EPropKind::Composite && !IsModelPart(id)) {
