@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "batch/ImportJob.h"
+
+#include "base/File.h"
+#include "batch/Messages.h"
+#include "core/LibraryFiles.h"
+
+namespace zov::batch {
+
+namespace {
+
+void TellDetail(const SError& error, CLogSink& log)
+{
+    log.Write("    " + error.Full());
+    for (const std::string& note : error.notes) {
+        log.Write("    " + note);
+    }
+}
+
+/// What was wrong, without the advice that stands around it.
+std::string ReasonOf(const SError& error)
+{
+    std::string reason;
+    for (const std::string& note : error.notes) {
+        reason += reason.empty() ? "" : "; ";
+        reason += note;
+    }
+    return reason.empty() ? error.Full() : reason;
+}
+
+} // namespace
+
+CResult<CZovLibrary> LoadDestination(const std::filesystem::path& path, CLogSink& log)
+{
+    std::error_code ignored;
+    if (!std::filesystem::exists(path, ignored)) {
+        CZovLibrary library;
+        library.SetPath(path);
+        return library;
+    }
+    auto library = LoadLibrary(path, {}, log);
+    if (!library) {
+        log.Write(Text(msg::kLoadFailed, PathText(path), ReasonOf(library.Error())));
+    }
+    return library;
+}
+
+CResult<void> SaveDestination(const CZovLibrary& library, const std::filesystem::path& path,
+                              CLogSink& log)
+{
+    auto saved = SaveLibrary(library, path, {}, log);
+    if (!saved) {
+        log.Write(Text(msg::kSaveFailed, PathText(path)));
+        TellDetail(saved.Error(), log);
+    }
+    return saved;
+}
+
+CResult<std::unique_ptr<CWorkbook>> OpenSource(const std::filesystem::path& path, CLogSink& log)
+{
+    auto book = OpenWorkbook(path, {.text = EText::Exact});
+    if (!book) {
+        const EErr code = book.Error().code;
+        const bool unreachable = code == EErr::NotFound || code == EErr::Access || code == EErr::Io;
+        log.Write(std::string(unreachable ? msg::kExcelInit : msg::kExcelTask));
+        log.Write(Text(msg::kOpenFailed, PathText(path)));
+        TellDetail(book.Error(), log);
+    }
+    return book;
+}
+
+CResult<void> SelectSource(CWorkbook& book, const std::string& sheet, CLogSink& log)
+{
+    auto selected = book.SelectSheet(sheet);
+    if (!selected) {
+        log.Write(Text(msg::kWorksheet, sheet));
+        TellDetail(selected.Error(), log);
+    }
+    return selected;
+}
+
+CResult<void> RunImport(const SImportJob& job, CLogSink& log, SImportReport& report)
+{
+    SGenerateOptions options = job.generate;
+    if (!job.mappingFile.empty()) {
+        ASSIGN_OR_RETURN(options.mapping.mapping, ReadColumnMapping(job.mappingFile, log));
+    }
+    ASSIGN_OR_RETURN(const auto book, OpenSource(options.source, log));
+    if (!job.sheet.empty()) {
+        RETURN_IF_ERROR(SelectSource(*book, job.sheet, log));
+    }
+    CZovLibrary library;
+    library.SetPath(options.destination);
+    if (job.existing == EDestination::Append) {
+        ASSIGN_OR_RETURN(library, LoadDestination(options.destination, log));
+    }
+    RETURN_IF_ERROR(GenerateModels(*book, options, library, log, &report));
+    if (job.dryRun) {
+        return {};
+    }
+    RETURN_IF_ERROR(SaveDestination(library, options.destination, log));
+    report.saved = true;
+    return {};
+}
+
+} // namespace zov::batch

@@ -1,0 +1,573 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "batch/RowReader.h"
+
+#include "base/File.h"
+#include "base/Text.h"
+#include "batch/CellText.h"
+#include "batch/Messages.h"
+#include "core/LibraryFiles.h"
+
+#include <algorithm>
+#include <array>
+
+namespace zov::batch {
+
+namespace {
+
+using enum EField;
+
+constexpr std::array kTextFields = {ModelName,  MfgPartNo, Manufacturer, Tcc,
+                                    Preference, Comment,   LookupKeyword};
+/// Numbers that a row may lack; those of the plain-value models are read apart.
+constexpr std::array kNumberFields = {Cnom, ComponentCost, MountingCost, BomPenaltyCost, Volt};
+
+constexpr std::string_view kExpectedText = "a text";
+constexpr std::string_view kExpectedSize =
+    "a case-size code of at least four characters such as 0402, 0402E, 1005M";
+
+std::string ColumnLetters(std::uint32_t column)
+{
+    return column == 0 ? std::string() : ColumnName(column);
+}
+
+/// Bytes as a library holds texts: valid UTF-8 without NUL. Nearly every text is that already.
+void SetText(CRecordBuilder& builder, EPropId id, std::string_view text)
+{
+    const bool plain = std::all_of(text.begin(), text.end(), [](char c) { return c > 0; });
+    if (plain) {
+        builder.SetText(id, text);
+    } else {
+        builder.SetText(id, ToValidUtf8(text));
+    }
+}
+
+} // namespace
+
+void SModelRow::Clear()
+{
+    texts = {};
+    numbers = {};
+    size.clear();
+    isCircuit = false;
+    cktDef.clear();
+    trackFolder.clear();
+    wrappedFile.clear();
+}
+
+CRowReader::CRowReader(SRowSetup setup, CCircuitWrapper& wrapper, CLogSink& log)
+    : m_setup(std::move(setup))
+    , m_wrapper(wrapper)
+    , m_log(log)
+{
+}
+
+CRowReader::EOutcome CRowReader::Read(const SSheetRow& row, SModelRow& model)
+{
+    m_row = &row;
+    m_part = nullptr;
+    m_failed = false;
+    m_cannotWrite = false;
+    m_findings.clear();
+    model.Clear();
+    if (AllBlank()) {
+        return EOutcome::Blank;
+    }
+    ReadTexts(model);
+    if (m_failed) {
+        return EOutcome::Failed;
+    }
+    if (m_setup.vendor != nullptr && !FindVendorPart(model)) {
+        return EOutcome::Failed;
+    }
+    ReadNumbers(model);
+    if (m_setup.type == ERecordType::Capacitor) {
+        ReadSizeCell(model);
+        ReadTolerances(model);
+        TakeFromVendor(model);
+        CheckRequired(model);
+    }
+    const bool modelled = ReadModel(model);
+    if (m_cannotWrite) {
+        m_log.Write(Text(msg::kExportFailed, m_name));
+    }
+    return modelled && !m_failed ? EOutcome::Ready : EOutcome::Failed;
+}
+
+// --- cells
+// -----------------------------------------------------------------------------------------
+
+std::string_view CRowReader::Cell(EField field) const
+{
+    const SColumn& column = m_setup.plan[field];
+    if (column.source == EColumnSource::Constant) {
+        return TrimCell(column.constant);
+    }
+    return column.column == 0 || column.column > m_row->cells.size()
+               ? std::string_view()
+               : TrimCell(m_row->cells[column.column - 1]);
+}
+
+bool CRowReader::AllBlank() const
+{
+    for (const EField field : FieldsOf(m_setup.type)) {
+        if (m_setup.plan[field].column != 0 && !Cell(field).empty()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+SImportFinding CRowReader::FindingAt(EField field, ESeverity severity) const
+{
+    SImportFinding finding;
+    finding.severity = severity;
+    finding.row = m_row->number;
+    finding.column = m_setup.plan[field].column;
+    finding.columnName = ColumnLetters(finding.column);
+    finding.property = InfoOf(field).label;
+    finding.seen = Cell(field);
+    return finding;
+}
+
+void CRowReader::Tell(SImportFinding finding, bool ofColumn)
+{
+    if (finding.severity == ESeverity::Warning) {
+        m_log.Write(finding.column == 0
+                        ? Text("[WARNING] (Row:%d): %s", finding.row, finding.text)
+                        : Text("[WARNING] '%s' from (Row:%d, Col:%d): %s", finding.property,
+                               finding.row, finding.column, finding.text));
+    }
+    (ofColumn ? m_columnFindings : m_findings).push_back(std::move(finding));
+}
+
+void CRowReader::Cannot(EField field, std::string_view why, std::string_view expected)
+{
+    m_failed = true;
+    SImportFinding finding = FindingAt(field, ESeverity::Error);
+    finding.expected = expected;
+    finding.text = why;
+    m_log.Write(field == ModelType
+                    ? Text(msg::kCannotGetType, kModelKindWords[0], kModelKindWords[1],
+                           kModelKindWords[2], finding.row, finding.column)
+                    : Text(msg::kCannotGet, finding.property, finding.row, finding.column));
+    if (!finding.seen.empty()) {
+        m_log.Write(
+            Text("    seen '%s' (%s), expected %s", finding.seen, finding.text, finding.expected));
+    }
+    m_findings.push_back(std::move(finding));
+}
+
+bool CRowReader::CheckComma(EField field, const SCellReading& reading)
+{
+    SColumnMemory& memory = m_memory[field];
+    if (reading.maybeDecimalComma) {
+        if (memory.decimalComma) {
+            Cannot(field, "the comma may part thousands or decimals",
+                   "a decimal comma or point that can't be a separator of thousands");
+            return false;
+        }
+        if (memory.ambiguousRow == 0) {
+            memory.ambiguousRow = m_row->number;
+        }
+    }
+    memory.decimalComma = memory.decimalComma || reading.decimalComma;
+    if (reading.decimalComma && memory.ambiguousRow != 0 && !memory.toldComma) {
+        memory.toldComma = true;
+        SImportFinding finding = FindingAt(field, ESeverity::Warning);
+        finding.text = Text("'%s' has a decimal comma, but the comma in row %d was taken to part "
+                            "thousands; check the column",
+                            finding.seen, memory.ambiguousRow);
+        Tell(std::move(finding), true);
+    }
+    return true;
+}
+
+std::optional<double> CRowReader::ReadNumber(EField field, EQuantity quantity)
+{
+    if (!m_setup.plan[field].Mapped()) {
+        return std::nullopt;
+    }
+    const SCellReading reading = ReadQuantity(Cell(field), quantity, m_setup.plan[field].unit);
+    if (reading.state == ECell::Bad) {
+        Cannot(field, reading.why, ExpectedText(quantity));
+        return std::nullopt;
+    }
+    if (reading.state == ECell::Empty || !CheckComma(field, reading)) {
+        return std::nullopt;
+    }
+    if (field == Cnom && reading.value == 0) {
+        Cannot(field, "zero", ExpectedText(quantity));
+        return std::nullopt;
+    }
+    return reading.value;
+}
+
+// --- properties
+// ------------------------------------------------------------------------------------
+
+void CRowReader::ReadTexts(SModelRow& model)
+{
+    for (const EField field : kTextFields) {
+        const std::string_view text = Cell(field);
+        model.texts[field] = field != Comment && IsEmptyWord(text) ? std::string_view() : text;
+        if (IsErrorValue(model.texts[field])) {
+            Cannot(field, "the sheet shows an error", kExpectedText);
+        }
+    }
+    m_name = model.texts[ModelName];
+    if (m_name.empty()) {
+        Cannot(ModelName, "empty", kExpectedText);
+    }
+}
+
+void CRowReader::ReadNumbers(SModelRow& model)
+{
+    for (const EField field : kNumberFields) {
+        model.numbers[field] = ReadNumber(field, InfoOf(field).quantity);
+    }
+}
+
+void CRowReader::ReadTolerances(SModelRow& model)
+{
+    const SColumn& upper = m_setup.plan[UpperTolerance];
+    const SColumn& lower = m_setup.plan[LowerTolerance];
+    if (upper.Mapped()) {
+        ReadOneTolerance(UpperTolerance, model);
+    }
+    if (lower.Mapped() && (lower.column == 0 || lower.column != upper.column)) {
+        ReadOneTolerance(LowerTolerance, model);
+    }
+}
+
+void CRowReader::ReadOneTolerance(EField field, SModelRow& model)
+{
+    const SColumn& column = m_setup.plan[field];
+    const SToleranceReading reading =
+        ReadTolerance(Cell(field), EQuantity::Capacitance, model.numbers[Cnom], column.tolerance);
+    const SColumn& other = m_setup.plan[field == UpperTolerance ? LowerTolerance : UpperTolerance];
+    // One column feeds both sides, or the cell says both and nothing else feeds the other side.
+    const bool both = (column.column != 0 && column.column == other.column) ||
+                      (reading.bothSides && !other.Mapped());
+    const auto& own = field == UpperTolerance ? reading.up : reading.low;
+    if (reading.state == ECell::Bad || (reading.state == ECell::Value && !both && !own)) {
+        Cannot(field, reading.state == ECell::Bad ? reading.why : "of the other side",
+               ExpectedText(EQuantity::Tolerance));
+        return;
+    }
+    if (reading.state == ECell::Empty) {
+        return;
+    }
+    if (reading.takenAsFraction && !m_memory[field].toldFraction) {
+        m_memory[field].toldFraction = true;
+        SImportFinding finding = FindingAt(field, ESeverity::Warning);
+        finding.text = Text("'%s' without %% is taken as a fraction; numbers of 1 and more are "
+                            "taken as percent",
+                            finding.seen);
+        Tell(std::move(finding), true);
+    }
+    if (both) {
+        model.numbers[UpperTolerance] = reading.up;
+        model.numbers[LowerTolerance] = reading.low;
+    } else {
+        model.numbers[field] = own;
+    }
+}
+
+void CRowReader::ReadSizeCell(SModelRow& model)
+{
+    ESizeSystem system = m_setup.sizeSystem;
+    const std::string_view word = Cell(SizeUnit);
+    if (!IsEmptyWord(word)) {
+        const auto found = FindSizeSystem(word);
+        if (!found) {
+            Cannot(SizeUnit, "not a size system", "English or Metric");
+            return;
+        }
+        system = *found;
+    }
+    SSizeReading reading = ReadSize(Cell(Size), system);
+    if (reading.state == ECell::Bad) {
+        m_cannotWrite = true;
+        Cannot(Size, reading.why, kExpectedSize);
+        return;
+    }
+    SColumnMemory& memory = m_memory[Size];
+    if (reading.completed && !memory.toldCompleted) {
+        memory.toldCompleted = true;
+        SImportFinding finding = FindingAt(Size, ESeverity::Note);
+        finding.text = "a leading zero that the sheet had lost is put back";
+        Tell(std::move(finding), true);
+    }
+    if (reading.unknown) {
+        SImportFinding finding = FindingAt(Size, ESeverity::Warning);
+        finding.expected = kExpectedSize;
+        finding.text = Text("no case-size code in '%s', kept as it stands", finding.seen);
+        Tell(std::move(finding));
+    }
+    model.size = std::move(reading.size);
+}
+
+void CRowReader::CheckRequired(const SModelRow& model)
+{
+    const auto told = [&](EField field) {
+        return std::any_of(m_findings.begin(), m_findings.end(),
+                           [&](const SImportFinding& finding) {
+                               return finding.severity == ESeverity::Error &&
+                                      finding.property == InfoOf(field).label;
+                           });
+    };
+    if (!model.numbers[Cnom]) {
+        m_cannotWrite = true;
+        if (!told(Cnom)) {
+            Cannot(Cnom, "empty", ExpectedText(EQuantity::Capacitance));
+        }
+    }
+    if (model.size.empty()) {
+        m_cannotWrite = true;
+        if (!told(Size) && !told(SizeUnit)) {
+            Cannot(Size, "empty", kExpectedSize);
+        }
+    }
+}
+
+// --- vendor library
+// --------------------------------------------------------------------------------
+
+bool CRowReader::FindVendorPart(const SModelRow& model)
+{
+    const std::string_view number =
+        model.texts[MfgPartNo].empty() ? model.texts[ModelName] : model.texts[MfgPartNo];
+    m_part = m_setup.vendor->Find(model.texts[Manufacturer], number);
+    if (m_part != nullptr) {
+        return true;
+    }
+    SImportFinding finding = FindingAt(MfgPartNo, ESeverity::Error);
+    finding.text = "maker and part number are not in the vendor library";
+    m_log.Write(Text(msg::kVendorMissing, m_name, model.texts[Manufacturer], number));
+    m_findings.push_back(std::move(finding));
+    return false;
+}
+
+void CRowReader::TakeFromVendor(SModelRow& model)
+{
+    if (m_part == nullptr) {
+        return;
+    }
+    const CZovRcdProps& vendor = *m_part->record;
+    for (const EField field : {MfgPartNo, Manufacturer, Tcc, Preference, Comment}) {
+        if (model.texts[field].empty()) {
+            model.texts[field] = vendor.GetString(InfoOf(field).id);
+        }
+    }
+    for (const EField field : {Cnom, Volt, ComponentCost, MountingCost, BomPenaltyCost,
+                               UpperTolerance, LowerTolerance}) {
+        if (!model.numbers[field]) {
+            model.numbers[field] = vendor.GetDouble(InfoOf(field).id);
+        }
+    }
+    if (model.size.empty()) {
+        model.size = vendor.GetString(EPropId::Size);
+    }
+}
+
+void CRowReader::TakeVendorCircuit(const SDiscreteModel& definition, SModelRow& model)
+{
+    model.isCircuit = true;
+    model.cktDef = definition.cktDef;
+    model.trackFolder = definition.trackFolder;
+    if (IsCircuitText(definition.cktDef)) {
+        return;
+    }
+    const auto found =
+        LocateCircuitFile(*m_part->folder, definition.cktDef, definition.trackFolder);
+    if (!found.empty()) {
+        model.cktDef = m_wrapper.RelativeToLibrary(found);
+        model.trackFolder.clear();
+    }
+}
+
+// --- model definition
+// ------------------------------------------------------------------------------
+
+bool CRowReader::ReadModel(SModelRow& model)
+{
+    const std::string_view word = Cell(ModelType);
+    if (word.empty() && m_part != nullptr) {
+        if (const auto definition = m_part->record->GetDiscreteModel()) {
+            if (definition->isCircuit) {
+                TakeVendorCircuit(*definition, model);
+            } else {
+                model.numbers[Resistance] = definition->resistance;
+                model.numbers[Inductance] = definition->inductance;
+                model.numbers[Cact] = definition->capacitance;
+            }
+            return true;
+        }
+    }
+    const auto kind = FindModelKind(word);
+    if (!kind) {
+        Cannot(ModelType, word.empty() ? "empty" : "not a model type",
+               "RLC, Circuit or Sparameter");
+        return false;
+    }
+    if (*kind != EModelKind::Rlc) {
+        return ReadCircuit(model);
+    }
+    ReadPlainValues(model);
+    return true;
+}
+
+void CRowReader::ReadPlainValues(SModelRow& model)
+{
+    const auto definition =
+        m_part != nullptr ? m_part->record->GetDiscreteModel() : std::optional<SDiscreteModel>();
+    const auto read = [&](EField field, bool mayBeIdeal, std::optional<double> vendor) {
+        const std::size_t before = m_findings.size();
+        auto value = ReadNumber(field, InfoOf(field).quantity);
+        if (!value && m_findings.size() == before) {
+            value = vendor                              ? vendor
+                    : mayBeIdeal && m_setup.assumeIdeal ? std::optional(0.0)
+                                                        : std::nullopt;
+            if (!value) {
+                Cannot(field, "empty", ExpectedText(InfoOf(field).quantity));
+            }
+        }
+        model.numbers[field] = value;
+    };
+    const bool capacitor = m_setup.type == ERecordType::Capacitor;
+    read(Resistance, m_setup.type != ERecordType::Resistor,
+         definition ? definition->resistance : std::nullopt);
+    if (m_setup.type != ERecordType::Resistor) {
+        read(Inductance, capacitor, definition ? definition->inductance : std::nullopt);
+    }
+    if (capacitor) {
+        model.numbers[Cact] = definition ? definition->capacitance : std::nullopt;
+        ReadActualCapacitance(model);
+    } else {
+        ReadMaxCurrent(model);
+    }
+}
+
+void CRowReader::ReadActualCapacitance(SModelRow& model)
+{
+    const std::size_t before = m_findings.size();
+    if (const auto value = ReadNumber(Cact, EQuantity::Capacitance)) {
+        model.numbers[Cact] = value;
+        return;
+    }
+    if (model.numbers[Cact] || m_findings.size() != before) {
+        return;
+    }
+    model.numbers[Cact] = model.numbers[Cnom];
+    SColumnMemory& memory = m_memory[Cact];
+    if (m_setup.assumeIdeal || memory.toldCact) {
+        return;
+    }
+    memory.toldCact = true;
+    SImportFinding finding = FindingAt(Cact, ESeverity::Warning);
+    finding.text = "no actual capacitance in this and perhaps further rows, the nominal one is "
+                   "taken";
+    Tell(std::move(finding), true);
+}
+
+void CRowReader::ReadMaxCurrent(SModelRow& model)
+{
+    const std::size_t before = m_findings.size();
+    model.numbers[MaxCurrent] = ReadNumber(MaxCurrent, EQuantity::Current);
+    if (!model.numbers[MaxCurrent] && m_setup.plan[MaxCurrent].Mapped() && !m_setup.assumeIdeal &&
+        m_findings.size() == before) {
+        Cannot(MaxCurrent, "empty", ExpectedText(EQuantity::Current));
+    }
+}
+
+bool CRowReader::ReadNode(SModelRow& model)
+{
+    model.node = m_setup.node;
+    const std::string_view word = Cell(NodeAssignment);
+    if (IsEmptyWord(word)) {
+        return true;
+    }
+    const auto node = FindNodeAssignment(word);
+    if (!node) {
+        Cannot(NodeAssignment, "not a node assignment", "Series or Shunt");
+        return false;
+    }
+    model.node = *node;
+    return true;
+}
+
+bool CRowReader::ReadCircuit(SModelRow& model)
+{
+    const std::string_view name = Cell(FileName);
+    if (IsEmptyWord(name) || IsErrorValue(name)) {
+        Cannot(FileName, "no file name", "the name of a .s1p, .s2p, .ckt, .mod or .sp file");
+        return false;
+    }
+    const bool read = ReadNode(model);
+    if (m_setup.type != ERecordType::Capacitor) {
+        model.numbers[MaxCurrent] = ReadNumber(MaxCurrent, EQuantity::Current);
+    }
+    model.isCircuit = true;
+    model.wrappedFile = JoinFilePath(Cell(FilePath), name);
+    SCircuit circuit = m_wrapper.Wrap(m_name, model.wrappedFile, model.node);
+    if (circuit.fault != SCircuit::EFault::None) {
+        return TellCircuitFault(circuit, model) && read;
+    }
+    model.cktDef = std::move(circuit.text);
+    return read;
+}
+
+bool CRowReader::TellCircuitFault(const SCircuit& circuit, SModelRow& model)
+{
+    const bool noFile = circuit.fault == SCircuit::EFault::NoFile;
+    const bool kept = m_setup.type == ERecordType::Capacitor;
+    m_log.Write(circuit.why.starts_with("Please") ? circuit.why : "    " + circuit.why);
+    if (kept) {
+        m_log.Write(Text(noFile ? msg::kKeptNoFile : msg::kKeptNoSpice, m_name, model.wrappedFile));
+    } else {
+        m_log.Write(Text(noFile ? msg::kNoFile : msg::kNoSpice, model.wrappedFile));
+    }
+    SImportFinding finding = FindingAt(FileName, kept ? ESeverity::Warning : ESeverity::Error);
+    finding.seen = model.wrappedFile;
+    finding.text = circuit.why;
+    m_findings.push_back(std::move(finding));
+    model.cktDef = std::move(model.wrappedFile);
+    model.wrappedFile.clear();
+    return kept;
+}
+
+// --- record
+// ----------------------------------------------------------------------------------------
+
+CZovRcdProps* BuildRecord(const SModelRow& model, ERecordType type, CRecordBuilder& builder)
+{
+    builder.Reset(type);
+    for (const EField field : kTextFields) {
+        if (IsFieldOf(field, type)) {
+            SetText(builder, InfoOf(field).id, model.texts[field]);
+        }
+    }
+    const auto put = [&](EPropId id, const std::optional<double>& value) {
+        if (value) {
+            builder.SetDouble(id, *value);
+        }
+    };
+    for (const EField field : {Cnom, ComponentCost, MountingCost, BomPenaltyCost, Volt,
+                               UpperTolerance, LowerTolerance, MaxCurrent}) {
+        put(InfoOf(field).id, model.numbers[field]);
+    }
+    SetText(builder, EPropId::Size, model.size);
+    if (model.isCircuit) {
+        builder.SetDouble(EPropId::ModelIsCircuit, 1.0);
+        SetText(builder, EPropId::CktDef, model.cktDef);
+        SetText(builder, EPropId::TrackFolder, model.trackFolder);
+        return builder.Finish();
+    }
+    const bool capacitor = type == ERecordType::Capacitor;
+    put(capacitor ? EPropId::Rv : EPropId::Resistance, model.numbers[Resistance]);
+    put(capacitor ? EPropId::Lv : EPropId::Inductance, model.numbers[Inductance]);
+    put(EPropId::Cv, model.numbers[Cact]);
+    return builder.Finish();
+}
+
+} // namespace zov::batch
