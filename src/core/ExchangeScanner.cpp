@@ -28,6 +28,28 @@ constexpr std::array<std::string_view, 26> kCommonNames = {
     "Prefer",    "PriceA",     "PriceB", "PriceC",        "PriceBook",    "Comment",
     "DCBias",    "Temperature"};
 
+#if defined(__SSE2__)
+/// What 16 bytes hold: a bit per quote, and a bit per byte that needs a closer look.
+struct SBlock
+{
+    unsigned quotes;
+    unsigned special;
+};
+
+inline SBlock LookAt(const char* at, char quote)
+{
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    // The high bit of a byte says "beyond ASCII", the comparisons set it for the others.
+    const __m128i odd =
+        _mm_or_si128(_mm_or_si128(bytes, _mm_cmpeq_epi8(bytes, _mm_setzero_si128())),
+                     _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('&')),
+                                  _mm_cmpeq_epi8(bytes, _mm_set1_epi8('<'))));
+    const __m128i quotes = _mm_cmpeq_epi8(bytes, _mm_set1_epi8(quote));
+    return {static_cast<unsigned>(_mm_movemask_epi8(quotes)),
+            static_cast<unsigned>(_mm_movemask_epi8(odd))};
+}
+#endif
+
 bool IsNameStart(char c)
 {
     return IsAlpha(c) || c == '_' || c == ':' || static_cast<unsigned char>(c) >= 0x80;
@@ -299,41 +321,18 @@ bool CExchangeScanner::PassDocType()
 
 // --- attributes ----------------------------------------------------------------------------------
 
-bool CExchangeScanner::Matches(const CAttributeTable::SLiteral& literal, const char* at) const
-{
-    if (static_cast<std::size_t>(m_end - at) < kLiteralRoom) {
-        return false;
-    }
-    std::uint64_t low = 0;
-    std::uint64_t high = 0;
-    std::memcpy(&low, at, 8);
-    std::memcpy(&high, at + 8, 8);
-    return (((low ^ literal.low) & literal.lowMask) | ((high ^ literal.high) & literal.highMask)) ==
-           0;
-}
-
 /// The next such quote, or the end of the text; `special` is set when what lies before needs a
 /// closer look.
 const char* CExchangeScanner::FindQuote(const char* from, char quote, bool& special) const
 {
 #if defined(__SSE2__)
-    const __m128i quotes = _mm_set1_epi8(quote);
-    const __m128i ampersands = _mm_set1_epi8('&');
-    const __m128i brackets = _mm_set1_epi8('<');
-    const __m128i zeros = _mm_setzero_si128();
     for (; m_end - from >= 16; from += 16) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-        // The high bit of a byte says "beyond ASCII", the comparisons set it for the others.
-        const __m128i odd = _mm_or_si128(
-            _mm_or_si128(bytes, _mm_cmpeq_epi8(bytes, zeros)),
-            _mm_or_si128(_mm_cmpeq_epi8(bytes, ampersands), _mm_cmpeq_epi8(bytes, brackets)));
-        const auto found = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, quotes)));
-        const auto oddMask = static_cast<unsigned>(_mm_movemask_epi8(odd));
-        if (found != 0) {
-            special |= (oddMask & ((found & (0U - found)) - 1U)) != 0;
-            return from + std::countr_zero(found);
+        const SBlock block = LookAt(from, quote);
+        if (block.quotes != 0) {
+            special |= (block.special & ((block.quotes & (0U - block.quotes)) - 1U)) != 0;
+            return from + std::countr_zero(block.quotes);
         }
-        special |= oddMask != 0;
+        special |= block.special != 0;
     }
 #endif
     for (; from != m_end && *from != quote; ++from) {
@@ -491,6 +490,34 @@ bool CExchangeScanner::FinishTag()
     return true;
 }
 
+inline bool CExchangeScanner::KeepValue(CAttributeTable& table, std::uint8_t index,
+                                        const char* start, const char* end, bool special)
+{
+    const auto size = static_cast<std::size_t>(end - start);
+    if (special || size > kValueLimit || index >= CAttributeTable::kLimit || table.Has(index)) {
+        return KeepOddValue(table, index, start, end, special);
+    }
+    table.m_values[index] = {start, size};
+    table.m_present |= 1U << index;
+    return true;
+}
+
+/// FindQuote for values that are mostly short.
+inline const char* CExchangeScanner::FindNearQuote(const char* from, char quote,
+                                                   bool& special) const
+{
+#if defined(__SSE2__)
+    if (m_end - from >= 16) {
+        const SBlock block = LookAt(from, quote);
+        if (block.quotes != 0) {
+            special = (block.special & ((block.quotes & (0U - block.quotes)) - 1U)) != 0;
+            return from + std::countr_zero(block.quotes);
+        }
+    }
+#endif
+    return FindQuote(from, quote, special);
+}
+
 bool CExchangeScanner::ReadAttributes(CAttributeTable& table)
 {
     using T = CAttributeTable;
@@ -527,7 +554,7 @@ bool CExchangeScanner::ReadAttributes(CAttributeTable& table)
         }
         const char* start = m_p;
         bool special = false;
-        const char* end = FindQuote(start, quote, special);
+        const char* end = FindNearQuote(start, quote, special);
         const std::uint8_t next = table.m_next[index];
         if (next < T::kLimit && end != m_end && Matches(table.m_literals[next], end + 1)) {
             if (!KeepValue(table, index, start, end, special)) {
@@ -539,7 +566,9 @@ bool CExchangeScanner::ReadAttributes(CAttributeTable& table)
             quote = '"';
             continue;
         }
-        end = ValueEnd(table, start, end, quote, special);
+        if (m_end - end < 4 || end[1] != '>' || end[2] != '\n' || end[3] != '<') {
+            end = ValueEnd(table, start, end, quote, special);
+        }
         if (end == nullptr || !KeepValue(table, index, start, end, special)) {
             return false;
         }
@@ -549,8 +578,8 @@ bool CExchangeScanner::ReadAttributes(CAttributeTable& table)
     }
 }
 
-bool CExchangeScanner::KeepValue(CAttributeTable& table, std::uint8_t index, const char* start,
-                                 const char* end, bool special)
+bool CExchangeScanner::KeepOddValue(CAttributeTable& table, std::uint8_t index, const char* start,
+                                    const char* end, bool special)
 {
     std::string_view value(start, static_cast<std::size_t>(end - start));
     if (value.size() > kValueLimit) {

@@ -17,6 +17,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <deque>
 #include <functional>
 #include <span>
@@ -156,7 +157,19 @@ private:
     bool PassUntil(std::string_view mark, std::string_view what);
     bool PassDocType();
 
-    bool Matches(const CAttributeTable::SLiteral& literal, const char* at) const;
+    bool Matches(const CAttributeTable::SLiteral& literal, const char* at) const
+    {
+        if (m_end - at < 16) {
+            return false;
+        }
+        std::uint64_t low = 0;
+        std::uint64_t high = 0;
+        std::memcpy(&low, at, 8);
+        std::memcpy(&high, at + 8, 8);
+        return (((low ^ literal.low) & literal.lowMask) |
+                ((high ^ literal.high) & literal.highMask)) == 0;
+    }
+    const char* FindNearQuote(const char* from, char quote, bool& special) const;
     const char* FindQuote(const char* from, char quote, bool& special) const;
     bool AttributeName(CAttributeTable& table, std::uint8_t& index, char& quote);
     bool FinishTag();
@@ -173,6 +186,8 @@ private:
     bool TagEndIsReal(const char* behind, char quote) const;
     bool KeepValue(CAttributeTable& table, std::uint8_t index, const char* start, const char* end,
                    bool special);
+    bool KeepOddValue(CAttributeTable& table, std::uint8_t index, const char* start,
+                      const char* end, bool special);
     bool Clean(const char* start, const char* end, std::string& out);
     const char* SkipSpace(const char* at) const;
     bool EndTagAt(const char* at, std::string_view name) const;
