@@ -35,7 +35,8 @@ bool FromScaledInteger(double magnitude, SDecimal& number)
             return false;
         }
         const double whole = std::nearbyint(scaled);
-        if (whole / kPowersOfTen[power] != magnitude) {
+        const bool close = std::fabs(scaled - whole) <= scaled * 1e-15; // spares most divisions
+        if (!close || whole / kPowersOfTen[power] != magnitude) {
             continue;
         }
         char* const begin = number.digits.data();

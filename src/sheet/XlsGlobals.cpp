@@ -105,6 +105,9 @@ CResult<void> CGlobalsReader::Handle(const SXlsRecord& record)
     case EXlsRecord::DateMode:
         m_globals.date1904 = record.data.size() >= 2 && U16At(record.data, 0) != 0;
         break;
+    case EXlsRecord::RecalcId:
+        m_globals.calculated = true;
+        break;
     case EXlsRecord::BoundSheet:
         good = ReadSheet(record.data);
         break;

@@ -17,6 +17,7 @@ struct SXlsGlobals
 {
     SXlsDialect dialect;
     bool date1904 = false;
+    bool calculated = false; ///< a spreadsheet program has worked out the formulas
     std::vector<SSheetInfo> sheets;
     std::vector<std::uint32_t> sheetOffsets;             ///< by sheet, into the stream
     std::vector<CNumberFormat> formats{CNumberFormat()}; ///< [0] is General

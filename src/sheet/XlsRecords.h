@@ -41,6 +41,7 @@ enum class EXlsRecord : std::uint16_t
     Xf = 0x00E0,
     Sst = 0x00FC,
     LabelSst = 0x00FD,
+    RecalcId = 0x01C1,
     Number = 0x0203,
     Label = 0x0204,
     BoolErr = 0x0205,

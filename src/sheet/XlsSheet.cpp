@@ -245,8 +245,9 @@ bool CXlsSheetReader::ReadFormula(const SXlsRecord& record, std::uint16_t column
     case 2:
         m_builder.Put(column, XlsErrorText(static_cast<std::uint8_t>(data[8])));
         return true;
-    default:
-        return true; // an empty text
+    default: // an empty text, which is also what writers put that calculate nothing
+        m_uncached += m_globals.calculated ? 0 : 1;
+        return true;
     }
 }
 

@@ -66,19 +66,37 @@ private:
     std::uint64_t m_uncached = 0;
 };
 
-CResult<std::string_view> WorkbookStream(COleContainer& container, const SSource& source)
+struct SStream
 {
-    for (const char* name : {"Workbook", "Book", "WORKBOOK", "BOOK"}) {
-        if (container.Has(name)) {
-            CResult<std::string_view> stream = container.Read(name);
-            if (!stream.Ok() || stream->empty()) {
+    std::string_view bytes;
+    std::unique_ptr<COleContainer> holder; ///< when the bytes are not those of the file
+};
+
+CResult<SStream> WorkbookStream(const SSource& source)
+{
+    constexpr const char* kNames[] = {"Workbook", "Book"};
+    const std::string_view bytes = source.Bytes();
+    for (const char* name : kNames) {
+        if (const auto stream = OleStreamInOnePiece(bytes, name)) {
+            return SStream{*stream, nullptr};
+        }
+    }
+    CResult<std::unique_ptr<COleContainer>> container = COleContainer::Open(bytes);
+    if (!container.Ok()) {
+        return source.Failure(container.Error().code,
+                              "the workbook's container: " + container.Error().text);
+    }
+    for (const char* name : kNames) {
+        if ((*container)->Has(name)) {
+            const std::string_view stream = (*container)->Read(name);
+            if (stream.empty()) {
                 return source.Failure(EErr::Format, "the workbook's container is broken or "
                                                     "incomplete; get the file again");
             }
-            return stream;
+            return SStream{stream, container.Take()};
         }
     }
-    if (container.Has("EncryptedPackage")) {
+    if ((*container)->Has("EncryptedPackage")) {
         return source.Failure(EErr::Unsupported,
                               "the workbook is encrypted; open it in a spreadsheet program, remove "
                               "the password and save it again");
@@ -91,20 +109,13 @@ CResult<std::string_view> WorkbookStream(COleContainer& container, const SSource
 
 CResult<std::unique_ptr<CWorkbook>> OpenXls(CSourcePtr source)
 {
-    std::string_view stream = source->Bytes();
-    std::unique_ptr<COleContainer> container;
-    if (stream.starts_with("\xD0\xCF\x11\xE0")) {
-        CResult<std::unique_ptr<COleContainer>> opened = COleContainer::Open(stream);
-        if (!opened.Ok()) {
-            return source->Failure(opened.Error().code,
-                                   "the workbook's container: " + opened.Error().text);
-        }
-        container = opened.Take();
-        ASSIGN_OR_RETURN(stream, WorkbookStream(*container, *source));
+    SStream stream{source->Bytes(), nullptr};
+    if (stream.bytes.starts_with("\xD0\xCF\x11\xE0")) {
+        ASSIGN_OR_RETURN(stream, WorkbookStream(*source));
     }
-    ASSIGN_OR_RETURN(SXlsGlobals globals, ReadXlsGlobals(stream, *source));
+    ASSIGN_OR_RETURN(SXlsGlobals globals, ReadXlsGlobals(stream.bytes, *source));
     return std::unique_ptr<CWorkbook>(std::make_unique<CXlsWorkbook>(
-        std::move(source), std::move(container), stream, std::move(globals)));
+        std::move(source), std::move(stream.holder), stream.bytes, std::move(globals)));
 }
 
 } // namespace zov::sheet

@@ -80,6 +80,8 @@ CResult<SXlsxIndex> ReadXlsxIndex(CXlsxPackage& package, const SSource& source)
                 isWorkbook = name == "workbook";
             } else if (name == "workbookPr") {
                 index.date1904 = IsTrue(AttributeOf(attributes, "date1904"));
+            } else if (name == "calcPr") {
+                index.uncalculated = IsTrue(AttributeOf(attributes, "fullCalcOnLoad"));
             } else if (name == "sheet" && depth == 3) {
                 const std::string_view state = AttributeOf(attributes, "state");
                 entries.push_back({{std::string(AttributeOf(attributes, "name")),

@@ -21,6 +21,8 @@ struct SXlsxIndex
     std::string stylesPart;
     std::size_t firstVisible = 0;
     bool date1904 = false;
+    bool uncalculated =
+        false; ///< its writer leaves all formulas to be worked out when it is opened
 };
 
 /// Errors: Format, and Unsupported for workbooks whose cells are not XML. The text says what is

@@ -59,11 +59,13 @@ bool Skip(const char*& at, std::string_view text)
 } // namespace
 
 CXlsxSheetReader::CXlsxSheetReader(CByteSource& part, const CXlsxStyles& styles,
-                                   const CXlsxStrings& strings, const SFormatContext& context)
+                                   const CXlsxStrings& strings, const SFormatContext& context,
+                                   bool uncalculated)
     : m_scanner(part)
     , m_styles(styles)
     , m_strings(strings)
     , m_context(context)
+    , m_uncalculated(uncalculated)
 {
 }
 
@@ -327,9 +329,13 @@ bool CXlsxSheetReader::ReadCellContent(const SCell& cell)
             return false;
         }
     }
-    const bool numberMissing = m_value.empty() && cell.type == EType::Number;
-    if (hasFormula && (!hasValue || numberMissing)) {
+    // Writers that can't calculate leave the result out, or put a 0 and have the workbook worked
+    // out when it is opened. Such a 0 would pass for a value.
+    const bool noNumber =
+        cell.type == EType::Number && (m_value.empty() || (m_uncalculated && Trim(m_value) == "0"));
+    if (hasFormula && (!hasValue || noNumber)) {
         ++m_uncached;
+        return true;
     }
     return Put(cell, m_value, false);
 }

@@ -15,8 +15,9 @@ namespace zov::sheet {
 class CXlsxSheetReader
 {
 public:
+    /// @param uncalculated  the writer left the formulas' results open: a zero is then none
     CXlsxSheetReader(CByteSource& part, const CXlsxStyles& styles, const CXlsxStrings& strings,
-                     const SFormatContext& context);
+                     const SFormatContext& context, bool uncalculated = false);
 
     /// Errors: Format with row or cell, Limit.
     CResult<void> Run(const FRowVisitor& visit);
@@ -60,6 +61,7 @@ private:
     const CXlsxStyles& m_styles;
     const CXlsxStrings& m_strings;
     SFormatContext m_context;
+    bool m_uncalculated;
     CRowBuilder m_builder;
     std::uint32_t m_row = 0;
     std::uint32_t m_nextColumn = 0;

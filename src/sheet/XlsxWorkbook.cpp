@@ -72,8 +72,8 @@ CResult<void> CXlsxWorkbook::ReadRows(const FRowVisitor& visit)
     RETURN_IF_ERROR(LoadShared());
     ASSIGN_OR_RETURN(std::unique_ptr<CXlsxPart> part,
                      m_package->OpenPart(m_index.sheetParts[m_selected]));
-    CXlsxSheetReader reader(*part, m_styles, *m_strings,
-                            {m_source->options.text, m_index.date1904});
+    CXlsxSheetReader reader(*part, m_styles, *m_strings, {m_source->options.text, m_index.date1904},
+                            m_index.uncalculated);
     CResult<void> read = reader.Run(visit);
     m_uncached = reader.UncachedFormulaCount();
     if (!read.Ok()) {
