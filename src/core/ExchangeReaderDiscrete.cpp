@@ -118,12 +118,16 @@ constexpr std::size_t kShortestSize = 4;
 
 std::string SizeOf(std::string_view code, std::string_view unit)
 {
-    const SSizeParts parts = SplitSize(Trim(code));
-    if (parts.code.size() < kShortestSize) {
+    code = Trim(code);
+    unit = Trim(unit);
+    const std::string_view bare = SplitSize(code).code;
+    if (unit.empty()) { // a letter in the code itself stands
+        return bare.size() < kShortestSize ? std::string() : std::string(code);
+    }
+    if (code.size() < kShortestSize) {
         return {};
     }
-    // A letter in the code itself stands when the file says nothing else.
-    return Trim(unit).empty() ? std::string(Trim(code)) : JoinSize(parts.code, Trim(unit));
+    return JoinSize(bare.size() < kShortestSize ? code : bare, unit);
 }
 
 std::optional<bool> IsCircuitType(std::string_view word, ERecordType type)

@@ -203,6 +203,7 @@ TEST(ExchangeWriter, SaysWhichValuesTheFormCannotEscape)
     const std::string held = "holds characters that the exchange form cannot escape: ";
     EXPECT_EQ(log.Lines(),
               (std::vector<std::string>{
+                  "[WARNING] 'U1' IC: the exchange form does not hold 'Comment'\r\n",
                   "[WARNING] 'U1' IC: 'Signal' " + held + "a b\r\n",
                   "[WARNING] 'U1' IC: 'Signal' " + held + ">\r\n",
                   "[WARNING] 'C1' Capacitor: 'PriceBook' " + held + "12345678901234567890\"\r\n",
