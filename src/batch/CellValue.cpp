@@ -157,20 +157,20 @@ struct SBaseWord
     std::string_view word; ///< without regard to case
 };
 // Longer words first: what is left in front of the word is the prefix.
-constexpr std::array<SBaseWord, 25> kBaseWords = {{
+constexpr std::array<SBaseWord, 26> kBaseWords = {{
     {EQuantity::Capacitance, "farads"}, {EQuantity::Capacitance, "farad"},
     {EQuantity::Capacitance, "f"},      {EQuantity::Inductance, "henries"},
     {EQuantity::Inductance, "henrys"},  {EQuantity::Inductance, "henry"},
     {EQuantity::Inductance, "h"},       {EQuantity::Resistance, "ohms"},
     {EQuantity::Resistance, "ohm"},     {EQuantity::Resistance, "r"},
-    {EQuantity::Current, "amperes"},    {EQuantity::Current, "ampere"},
-    {EQuantity::Current, "amps"},       {EQuantity::Current, "amp"},
-    {EQuantity::Current, "adc"},        {EQuantity::Current, "arms"},
-    {EQuantity::Current, "a"},          {EQuantity::Voltage, "volts"},
-    {EQuantity::Voltage, "volt"},       {EQuantity::Voltage, "vdc"},
-    {EQuantity::Voltage, "vac"},        {EQuantity::Voltage, "vrms"},
-    {EQuantity::Voltage, "v"},          {EQuantity::Tolerance, "percent"},
-    {EQuantity::Tolerance, "%"},
+    {EQuantity::Resistance, "e"},       {EQuantity::Current, "amperes"},
+    {EQuantity::Current, "ampere"},     {EQuantity::Current, "amps"},
+    {EQuantity::Current, "amp"},        {EQuantity::Current, "adc"},
+    {EQuantity::Current, "arms"},       {EQuantity::Current, "a"},
+    {EQuantity::Voltage, "volts"},      {EQuantity::Voltage, "volt"},
+    {EQuantity::Voltage, "vdc"},        {EQuantity::Voltage, "vac"},
+    {EQuantity::Voltage, "vrms"},       {EQuantity::Voltage, "v"},
+    {EQuantity::Tolerance, "percent"},  {EQuantity::Tolerance, "%"},
 }};
 
 struct SPrefixWord
@@ -319,7 +319,7 @@ std::string_view WithoutCurrency(std::string_view text)
     return text;
 }
 
-SCellReading Finish(const SNumberText& number, int exponent, std::string_view rest)
+SCellReading Finish(const SNumberText& number, int exponent, std::string_view rest, bool ownUnit)
 {
     if (!IsRemark(Trim(rest))) {
         return Bad(kWhyMore);
@@ -334,7 +334,8 @@ SCellReading Finish(const SNumberText& number, int exponent, std::string_view re
     return {.state = ECell::Value,
             .value = *value,
             .maybeDecimalComma = number.maybeDecimalComma,
-            .decimalComma = number.decimalComma};
+            .decimalComma = number.decimalComma,
+            .ownUnit = ownUnit};
 }
 
 /// Everything but a bare number in ASCII.
@@ -348,7 +349,7 @@ SCellReading ReadWritten(std::string_view cell, EQuantity quantity, SColumnUnit 
         // Only the base unit may follow the prefix that stood for the point.
         const std::string_view word = TakeWord(text);
         return word.empty() || UnitWordExponent(word, quantity) == 0
-                   ? Finish(number, exponent, text)
+                   ? Finish(number, exponent, text, true)
                    : Bad(kWhyUnit);
     }
     if (!TakeNumber(text, number)) {
@@ -362,8 +363,9 @@ SCellReading ReadWritten(std::string_view cell, EQuantity quantity, SColumnUnit 
         word = {};
     }
     if (word.empty()) {
-        return unit.fromCell && quantity != EQuantity::None ? Bad(kWhyNoUnit)
-                                                            : Finish(number, unit.exponent, behind);
+        return unit.fromCell && quantity != EQuantity::None
+                   ? Bad(kWhyNoUnit)
+                   : Finish(number, unit.exponent, behind, false);
     }
     auto own = UnitWordExponent(word, quantity);
     if (own && quantity == EQuantity::Resistance && word.size() == 1) { // "10 k Ohm"
@@ -373,7 +375,7 @@ SCellReading ReadWritten(std::string_view cell, EQuantity quantity, SColumnUnit 
             behind = further;
         }
     }
-    return own ? Finish(number, *own, behind) : Bad(kWhyUnit);
+    return own ? Finish(number, *own, behind, true) : Bad(kWhyUnit);
 }
 
 } // namespace
@@ -462,6 +464,33 @@ SCellReading ReadQuantity(std::string_view text, EQuantity quantity, SColumnUnit
         return Bad(kWhyError);
     }
     return ReadWritten(quantity == EQuantity::None ? WithoutCurrency(text) : text, quantity, unit);
+}
+
+bool IsPlausible(double value, EQuantity quantity)
+{
+    struct SRange
+    {
+        double low;
+        double high;
+    };
+    constexpr auto kRangeOf = [](EQuantity of) -> SRange {
+        switch (of) {
+        case EQuantity::Resistance:
+            return {1e-6, 1e13};
+        case EQuantity::Inductance:
+            return {1e-12, 1e3};
+        case EQuantity::Capacitance:
+            return {1e-15, 1e4};
+        case EQuantity::Voltage:
+            return {1e-3, 1e6};
+        case EQuantity::Current:
+            return {1e-6, 1e5};
+        default:
+            return {0, 1e300};
+        }
+    };
+    const SRange range = kRangeOf(quantity);
+    return value == 0 || (value >= range.low && value <= range.high);
 }
 
 std::string_view ExpectedText(EQuantity quantity)

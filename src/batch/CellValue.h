@@ -41,12 +41,16 @@ struct SCellReading
     bool maybeDecimalComma = false;
     /// "0,1": the comma can only be a decimal comma.
     bool decimalComma = false;
+    bool ownUnit = false; ///< the cell said its unit
 };
 
 /// A quantity, also None (a plain number: costs, with or without a currency sign).
 /// A unit in the cell wins over the column's. Negative values are Bad.
 [[nodiscard]] SCellReading ReadQuantity(std::string_view text, EQuantity quantity,
                                         SColumnUnit unit);
+
+/// False for an SI value that no part has (a capacitance of 1e-19 F): the unit is probably wrong.
+[[nodiscard]] bool IsPlausible(double value, EQuantity quantity);
 
 /// What a cell of that quantity may look like, for messages: "a capacitance such as 100nF, 4u7".
 [[nodiscard]] std::string_view ExpectedText(EQuantity quantity);

@@ -36,7 +36,8 @@ struct STitleRow
 
 constexpr std::array kTitles = std::to_array<STitleRow>({
     {ModelName, kAll, EStrength::Sure,
-     "modelname model modelno modelnumber partnumber partno partnum pn partname componentmodel "
+     "modelname model modelno modelnumber partnumber partno partnum partnr pn partname "
+     "componentmodel "
      "componentname partcode partid"},
     {ModelName, kAll, EStrength::Weak,
      "name part ipn internalpartnumber companypartnumber libraryreference libref libraryref id "
@@ -46,6 +47,7 @@ constexpr std::array kTitles = std::to_array<STitleRow>({
      "manufacturerpartno manufacturerspartnumber manufpartno manufpartnumber mfgpn mfrpn mfgpart "
      "mfrpart mfrspartnumber manufacturerpart manufacturerpn mfgpartnum manufacturerpartnum "
      "makerpartnumber makerpn vendorpartnumber vendorpartno vendorpn orderingcode ordercode "
+     "manupartnr manupartno manupartnumber mfgpartnr mfrpartnr manufacturerpartnr "
      "mpn1 mpnno1 manufacturerpartnumber1 manufacturer1partnumber manufacturerpartno1 mfgpartno1 "
      "mfgpn1 pnno1 pn1"},
     {Manufacturer, kAll, EStrength::Sure,
@@ -108,7 +110,8 @@ constexpr std::array kTitles = std::to_array<STitleRow>({
     {MountingCost, kCap, EStrength::Sure, "mountingcost placementcost assemblycost priceb"},
     {BomPenaltyCost, kCap, EStrength::Sure, "bompenaltycost bompenalty penaltycost pricec"},
     {ModelType, kAll, EStrength::Sure, "modeltype modelkind typeofmodel"},
-    {LookupKeyword, kInd | kRes, EStrength::Sure, "lookupkeyword lookup lookupkey keyword"},
+    {LookupKeyword, kInd | kRes, EStrength::Sure,
+     "lookupkeyword lookupkeywords lookup lookupkey keyword keywords"},
     {MaxCurrent, kInd | kRes, EStrength::Sure,
      "maxcurrent maximumcurrent currentmax ratedcurrent currentrating currentrated "
      "ratedcurrentmax imax irated idc idcmax maxdccurrent dccurrent current irms"},

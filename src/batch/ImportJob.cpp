@@ -3,6 +3,7 @@
 
 #include "base/File.h"
 #include "batch/Messages.h"
+#include "batch/TitleSearch.h"
 #include "core/LibraryFiles.h"
 
 namespace zov::batch {
@@ -26,6 +27,23 @@ std::string ReasonOf(const SError& error)
         reason += note;
     }
     return reason.empty() ? error.Full() : reason;
+}
+
+CResult<void> SelectSheet(CWorkbook& book, const SImportJob& job, const SMappingRequest& mapping,
+                          CLogSink& log)
+{
+    if (!job.sheet.empty()) {
+        return SelectSource(book, job.sheet, log);
+    }
+    if (job.generate.headerRow != 0) {
+        return {};
+    }
+    auto selected = SelectTitledSheet(book, mapping);
+    if (!selected) {
+        log.Write(std::string(msg::kExcelTask));
+        TellDetail(selected.Error(), log);
+    }
+    return selected;
 }
 
 } // namespace
@@ -86,9 +104,7 @@ CResult<void> RunImport(const SImportJob& job, CLogSink& log, SImportReport& rep
         ASSIGN_OR_RETURN(options.mapping.mapping, ReadColumnMapping(job.mappingFile, log));
     }
     ASSIGN_OR_RETURN(const auto book, OpenSource(options.source, log));
-    if (!job.sheet.empty()) {
-        RETURN_IF_ERROR(SelectSource(*book, job.sheet, log));
-    }
+    RETURN_IF_ERROR(SelectSheet(*book, job, options.mapping, log));
     CZovLibrary library;
     library.SetPath(options.destination);
     if (job.existing == EDestination::Append) {

@@ -18,8 +18,9 @@ enum class EDestination : std::uint8_t
 
 struct SImportJob
 {
-    SGenerateOptions generate;         ///< source and destination among them
-    std::string sheet;                 ///< empty: the first visible one
+    SGenerateOptions generate; ///< source and destination among them
+    std::string sheet; ///< empty: the visible one with the best row of titles, or the first when
+                       ///< generate.headerRow names the row
     std::filesystem::path mappingFile; ///< empty: generate.mapping.mapping as it is
     EDestination existing = EDestination::Append;
     bool dryRun = false; ///< everything but the saving

@@ -5,10 +5,10 @@
 #include "base/Text.h"
 #include "batch/CellText.h"
 #include "batch/CircuitWrapper.h"
-#include "batch/ColumnTitles.h"
 #include "batch/GeneratedModels.h"
 #include "batch/Messages.h"
 #include "batch/RowReader.h"
+#include "batch/TitleSearch.h"
 #include "batch/VendorLibrary.h"
 
 #include <algorithm>
@@ -26,23 +26,6 @@ std::filesystem::path FolderOf(const std::filesystem::path& file)
 {
     const std::filesystem::path folder = file.parent_path();
     return folder.empty() ? std::filesystem::path(".") : folder;
-}
-
-/// Row of the titles among the first rows, 0 when none looks like it.
-CResult<std::uint32_t> FindHeaderRow(CWorkbook& book, ERecordType type)
-{
-    std::uint32_t best = 0;
-    unsigned bestScore = 0;
-    std::uint32_t seen = 0;
-    RETURN_IF_ERROR(book.ReadRows([&](const SSheetRow& row) {
-        const unsigned score = TitleScore(row.cells, type);
-        if (score > bestScore) {
-            best = row.number;
-            bestScore = score;
-        }
-        return ++seen < kTitleSearchRows ? EVisit::Continue : EVisit::Stop;
-    }));
-    return best;
 }
 
 class CGenerator
@@ -110,15 +93,11 @@ private:
         if (m_options.headerRow != 0) {
             return {};
         }
-        auto found = FindHeaderRow(m_book, Type());
+        auto found = FindTitleRow(m_book, m_options.mapping);
         if (!found) {
             return SheetFailure(found.TakeError());
         }
-        m_report.headerRow = *found;
-        // A mapping file may name titles that are not among the usual ones.
-        if (*found == 0 && m_options.mapping.mapping) {
-            m_report.headerRow = 1;
-        }
+        m_report.headerRow = found->row;
         if (m_report.headerRow == 0) {
             return NotStarted(
                 Fail(EErr::NotFound, Text("no row of column titles found in the first %d rows of "

@@ -45,9 +45,6 @@ struct SGenerateOptions
     bool keepRows = true; ///< the report lists every row; else only rows with something to tell
 };
 
-/// How far below the first row a row of titles is looked for.
-constexpr std::uint32_t kTitleSearchRows = 50;
-
 /// @param library  added to; when it is empty the new models become its content in one step
 /// @param report   filled as far as the run came; may be null
 /// Errors are told to `log` before they are returned: NotFound (a mapped title, or no row of

@@ -171,15 +171,47 @@ bool CRowReader::CheckComma(EField field, const SCellReading& reading)
         }
     }
     memory.decimalComma = memory.decimalComma || reading.decimalComma;
-    if (reading.decimalComma && memory.ambiguousRow != 0 && !memory.toldComma) {
-        memory.toldComma = true;
-        SImportFinding finding = FindingAt(field, ESeverity::Warning);
-        finding.text = Text("'%s' has a decimal comma, but the comma in row %d was taken to part "
-                            "thousands; check the column",
-                            finding.seen, memory.ambiguousRow);
-        Tell(std::move(finding), true);
+    if (reading.decimalComma && memory.ambiguousRow != 0) {
+        WarnOfColumn(field, memory.toldComma,
+                     Text("'%s' has a decimal comma, but the comma in row %d was taken to part "
+                          "thousands; check the column",
+                          Cell(field), memory.ambiguousRow));
     }
     return true;
+}
+
+void CRowReader::WarnOfColumn(EField field, bool& told, std::string text)
+{
+    if (told) {
+        return;
+    }
+    told = true;
+    SImportFinding finding = FindingAt(field, ESeverity::Warning);
+    finding.text = std::move(text);
+    Tell(std::move(finding), true);
+}
+
+/// A unit that nobody gave is a guess; what speaks against it is told once a column.
+void CRowReader::CheckUnit(EField field, EQuantity quantity, const SCellReading& reading)
+{
+    const SColumn& column = m_setup.plan[field];
+    SColumnMemory& memory = m_memory[field];
+    if (!memory.toldImplausible && !IsPlausible(reading.value, quantity)) {
+        WarnOfColumn(field, memory.toldImplausible,
+                     Text("'%s' read in %s is no plausible value; is the column's unit another?",
+                          Cell(field), reading.ownUnit ? "its unit" : column.unitText));
+    }
+    if (column.unitSource != EUnitSource::Default || memory.toldMixed || reading.value == 0) {
+        return;
+    }
+    std::uint32_t& row = reading.ownUnit ? memory.unitRow : memory.bareRow;
+    row = row == 0 ? m_row->number : row;
+    if (memory.bareRow != 0 && memory.unitRow != 0) {
+        WarnOfColumn(field, memory.toldMixed,
+                     Text("row %d has no unit and is read in %s, the default, while row %d carries "
+                          "its unit; name the column's unit",
+                          memory.bareRow, column.unitText, memory.unitRow));
+    }
 }
 
 std::optional<double> CRowReader::ReadNumber(EField field, EQuantity quantity)
@@ -199,6 +231,7 @@ std::optional<double> CRowReader::ReadNumber(EField field, EQuantity quantity)
         Cannot(field, "zero", ExpectedText(quantity));
         return std::nullopt;
     }
+    CheckUnit(field, quantity, reading);
     return reading.value;
 }
 
@@ -257,13 +290,11 @@ void CRowReader::ReadOneTolerance(EField field, SModelRow& model)
     if (reading.state == ECell::Empty) {
         return;
     }
-    if (reading.takenAsFraction && !m_memory[field].toldFraction) {
-        m_memory[field].toldFraction = true;
-        SImportFinding finding = FindingAt(field, ESeverity::Warning);
-        finding.text = Text("'%s' without %% is taken as a fraction; numbers of 1 and more are "
-                            "taken as percent",
-                            finding.seen);
-        Tell(std::move(finding), true);
+    if (reading.takenAsFraction) {
+        WarnOfColumn(field, m_memory[field].toldFraction,
+                     Text("'%s' without %% is taken as a fraction; numbers of 1 and more are taken "
+                          "as percent",
+                          Cell(field)));
     }
     if (both) {
         model.numbers[UpperTolerance] = reading.up;
@@ -459,15 +490,11 @@ void CRowReader::ReadActualCapacitance(SModelRow& model)
         return;
     }
     model.numbers[Cact] = model.numbers[Cnom];
-    SColumnMemory& memory = m_memory[Cact];
-    if (m_setup.assumeIdeal || memory.toldCact) {
-        return;
+    if (!m_setup.assumeIdeal) {
+        WarnOfColumn(Cact, m_memory[Cact].toldCact,
+                     "no actual capacitance in this and perhaps further rows, the nominal one is "
+                     "taken");
     }
-    memory.toldCact = true;
-    SImportFinding finding = FindingAt(Cact, ESeverity::Warning);
-    finding.text = "no actual capacitance in this and perhaps further rows, the nominal one is "
-                   "taken";
-    Tell(std::move(finding), true);
 }
 
 void CRowReader::ReadMaxCurrent(SModelRow& model)

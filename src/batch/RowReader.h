@@ -75,6 +75,10 @@ private:
     struct SColumnMemory
     {
         std::uint32_t ambiguousRow = 0; ///< first row whose comma could be two things
+        std::uint32_t bareRow = 0;      ///< first row with a number without unit
+        std::uint32_t unitRow = 0;      ///< first row with a unit of its own
+        bool toldMixed = false;
+        bool toldImplausible = false;
         bool decimalComma = false;
         bool toldComma = false;
         bool toldFraction = false;
@@ -105,6 +109,8 @@ private:
     bool TellCircuitFault(const SCircuit& circuit, SModelRow& model);
     std::optional<double> ReadNumber(EField field, EQuantity quantity);
     bool CheckComma(EField field, const SCellReading& reading);
+    void CheckUnit(EField field, EQuantity quantity, const SCellReading& reading);
+    void WarnOfColumn(EField field, bool& told, std::string text);
 
     SRowSetup m_setup;
     CCircuitWrapper& m_wrapper;
