@@ -71,6 +71,7 @@ void AddCommands(CLI::App& app, SChosen& chosen)
     AddLibDiff(*lib, chosen);
     AddLibDoctor(*lib, chosen);
     AddSheet(app, chosen);
+    AddImport(app, chosen);
 }
 
 /// "zov lib list" of the deepest command that the arguments reached.
