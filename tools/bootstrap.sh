@@ -4,7 +4,7 @@
 preset=${ZOVRA_PRESET:-release}
 build=$root/build/$preset
 
-say() { printf '== %s\n' "$*"; }
+say() { printf "\n== %s\n" "$*"; }
 
 missing_packages() {
     local wanted installed

@@ -187,10 +187,10 @@ def resistors():
     book = Workbook()
     sheet = book.active
     sheet.title = "Resistors"
-    sheet.append(["Part Number", "Manufacturer", "Mfr. Part No.", "Value", "Tolerance", "Max Current (mA)", "Size", "Keywords"])
+    sheet.append(["Part Number", "Manufacturer", "Mfr. Part No.", "Model Type", "Value", "Tolerance", "Max Current (mA)", "Size", "Keywords"])
     e12 = ["10", "12", "15", "18", "22", "27", "33", "39", "47", "56", "68", "82"]
     index = 1
-    sheet.append(["RES-0001", NORVIK, "NVR0402-0R0", "0R", None, 1000, "0402", "jumper"])
+    sheet.append(["RES-0001", NORVIK, "NVR0402-0R0", "RLC", "0R", None, 1000, "0402", "jumper"])
     for maker, prefix, size, watts in [(NORVIK, "NVR", 402, 0.063), (KESTREL, "KPR", 603, 0.1), (TAMARACK, "TMR", 805, 0.125)]:
         for decade, letter in ((0, "R"), (1, "R"), (2, "R"), (3, "k"), (4, "k")):
             for digits in e12:
@@ -198,10 +198,10 @@ def resistors():
                 text = {0: f"{digits[0]}{letter}{digits[1]}", 1: digits + letter, 2: digits + "0" + letter,
                         3: f"{digits[0]}{letter}{digits[1]}", 4: digits + letter}[decade]
                 index += 1
-                sheet.append([f"RES-{index:04d}", maker, f"{prefix}{size:04d}-{text.upper()}", text, 0.01,
+                sheet.append([f"RES-{index:04d}", maker, f"{prefix}{size:04d}-{text.upper()}", "RLC", text, 0.01,
                               round(min(1000.0, 1000 * math.sqrt(watts / ohms)), 1), size, None])
-                sheet.cell(row=sheet.max_row, column=5).number_format = "0%"
-                sheet.cell(row=sheet.max_row, column=7).number_format = "0000"
+                sheet.cell(row=sheet.max_row, column=6).number_format = "0%"
+                sheet.cell(row=sheet.max_row, column=8).number_format = "0000"
     save(book, "resistors.xlsx")
 
 
@@ -228,6 +228,17 @@ def vendor():
     (folder / "kestrel-x7r.xml").write_text(
         '<?xml version="1.0" encoding="UTF-8"?>\n<DecapLib>\n' + "\n".join(items) + "\n</DecapLib>\n", newline="\n")
     (folder / "Manufacturer_Decap_Library.txt").write_text("# decap libraries of the makers, one a line\nkestrel-x7r.xml\n", newline="\n")
+
+
+def stock():
+    """What a purchasing department has: no model column, values as people write them."""
+    rows = ["MPN;Manufacturer;Capacitance;Rated Voltage;Tolerance;Package;Stock"]
+    values = ["100nF", "100 nF", "0.1uF", "4u7", "4.7uF", "1000pF", "10n", "2,2 uF", "22uF", "470p", "tbd"]
+    tolerances = ["10%", "±10%", "±20%", "-20%/+80%", "5%"]
+    for index, value in enumerate(values):
+        rows.append(f"SX{index + 101};{TAMARACK};{value};{[16, 25, '6.3V', 50][index % 4]};{tolerances[index % 5]};"
+                    f"{['0402', '0603', '0805'][index % 3]};{4000 - 311 * index}")
+    (HERE / "stock.csv").write_text("\n".join(rows) + "\n", encoding="utf-8", newline="\n")
 
 
 def mappings():
@@ -275,4 +286,5 @@ capacitors()
 inductors()
 resistors()
 vendor()
+stock()
 mappings()

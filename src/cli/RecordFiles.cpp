@@ -2,6 +2,7 @@
 #include "cli/RecordFiles.h"
 
 #include "base/File.h"
+#include "base/Text.h"
 #include "core/LibraryFiles.h"
 
 namespace zov::cli {
@@ -10,15 +11,62 @@ namespace fs = std::filesystem;
 
 namespace {
 
+/// Where the file's name stands in a line "S1 1 2 3 2 Model=NAME" of a sub-circuit; empty in other
+/// lines.
+std::string_view NetworkFileIn(std::string_view line)
+{
+    constexpr std::string_view kWord = "model";
+    const std::string_view text = Trim(line);
+    if (text.empty() || (ToUpper(text.front()) != 'S' && text.front() != '+')) {
+        return {};
+    }
+    for (std::size_t at = 1; at + kWord.size() < text.size(); ++at) {
+        if (IsBlank(text[at - 1]) && EqualsNoCase(text.substr(at, kWord.size()), kWord)) {
+            const std::string_view rest = Trim(text.substr(at + kWord.size()));
+            return rest.starts_with('=') ? Trim(rest.substr(1)) : std::string_view();
+        }
+    }
+    return {};
+}
+
+/// Network files that a sub-circuit's text refers to; the text with their new names, empty when
+/// they stay.
+std::string VisitCircuitText(const std::string& text, const FFileVisitor& visit)
+{
+    std::string out;
+    std::size_t copied = 0;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        const std::string_view name =
+            NetworkFileIn(std::string_view(text).substr(begin, end - begin));
+        begin = end + 1;
+        if (name.empty()) {
+            continue;
+        }
+        if (const std::string changed = visit({"CktDef", std::string(name), {}});
+            !changed.empty()) {
+            const auto at = static_cast<std::size_t>(name.data() - text.data());
+            out += text.substr(copied, at - copied) + changed;
+            copied = at + name.size();
+        }
+    }
+    return copied == 0 ? std::string() : out + text.substr(copied);
+}
+
 void VisitDiscrete(CZovRcdProps& record, const FFileVisitor& visit)
 {
     std::optional<SDiscreteModel> model = record.GetDiscreteModel();
-    if (!model || !model->isCircuit || model->cktDef.empty() || IsCircuitText(model->cktDef)) {
+    if (!model || !model->isCircuit || model->cktDef.empty()) {
         return;
     }
-    if (std::string name = visit({"CktDef", model->cktDef, model->trackFolder}); !name.empty()) {
-        model->cktDef = std::move(name);
-        model->trackFolder.clear();
+    const bool isText = IsCircuitText(model->cktDef);
+    std::string changed = isText ? VisitCircuitText(model->cktDef, visit)
+                                 : visit({"CktDef", model->cktDef, model->trackFolder});
+    if (!changed.empty()) {
+        model->cktDef = std::move(changed);
+        if (!isText) {
+            model->trackFolder.clear();
+        }
         record.SetDiscreteModel(*model);
     }
 }
