@@ -2,6 +2,7 @@
 #include "sheet/XlsxPackage.h"
 
 #include "base/Text.h"
+#include "sheet/ReadAhead.h"
 
 #include <algorithm>
 #include <charconv>
@@ -16,6 +17,7 @@ constexpr std::uint64_t kHarmlessBytes = std::uint64_t{64} << 20U;
 constexpr std::uint64_t kMaxRatio = 300;
 constexpr std::uint64_t kMaxPartBytes = std::uint64_t{64} << 30U;
 constexpr std::uint64_t kMaxSmallPartBytes = std::uint64_t{256} << 20U;
+constexpr std::uint64_t kWorthAThread = std::uint64_t{1} << 19U; // packed bytes, some 10 ms of work
 constexpr char kNamespaceEnd = '\x1F';
 
 std::string Quoted(std::string_view name)
@@ -155,7 +157,7 @@ bool CXlsxPackage::Has(std::string_view name) const
     return m_parts.contains(NormalPartName(name));
 }
 
-CResult<std::unique_ptr<CXlsxPart>> CXlsxPackage::OpenPart(std::string_view name)
+CResult<std::unique_ptr<CByteSource>> CXlsxPackage::OpenPart(std::string_view name)
 {
     const auto found = m_parts.find(NormalPartName(name));
     if (found == m_parts.end()) {
@@ -178,30 +180,35 @@ CResult<std::unique_ptr<CXlsxPart>> CXlsxPackage::OpenPart(std::string_view name
                                      ")");
     }
     const std::uint64_t packed = (stat.valid & ZIP_STAT_COMP_SIZE) != 0 ? stat.comp_size : 0;
-    return std::make_unique<CXlsxPart>(file, std::string(name), packed, kMaxPartBytes);
+    std::unique_ptr<CByteSource> part =
+        std::make_unique<CXlsxPart>(file, std::string(name), packed, kMaxPartBytes);
+    if (packed >= kWorthAThread) {
+        part = std::make_unique<CReadAhead>(std::move(part));
+    }
+    return part;
 }
 
 CResult<std::string> CXlsxPackage::ReadPart(std::string_view name)
 {
     constexpr std::size_t kStep = 65536;
-    ASSIGN_OR_RETURN(std::unique_ptr<CXlsxPart> part, OpenPart(name));
+    ASSIGN_OR_RETURN(std::unique_ptr<CByteSource> part, OpenPart(name));
     std::string text;
-    for (std::size_t used = 0;;) {
-        text.resize(std::max(used + kStep, used * 2));
+    for (std::size_t used = 0; used <= kMaxSmallPartBytes;) {
+        if (text.size() - used < kStep) {
+            text.resize(std::max(used + kStep, used * 2));
+        }
         CResult<std::size_t> got = part->Read(text.data() + used, text.size() - used);
         if (!got.Ok()) {
             return m_source->Failure(got.Error().code, got.Error().text);
         }
-        used += *got;
-        if (used > kMaxSmallPartBytes) {
-            return m_source->Failure(EErr::Limit, "the part " + Quoted(name) +
-                                                      " of the workbook is larger than 256 MiB");
-        }
-        if (used < text.size()) {
+        if (*got == 0) {
             text.resize(used);
             return text;
         }
+        used += *got;
     }
+    return m_source->Failure(EErr::Limit, "the part " + Quoted(name) +
+                                              " of the workbook is larger than 256 MiB");
 }
 
 CResult<std::vector<SRelation>> CXlsxPackage::Relations(std::string_view name)

@@ -56,9 +56,10 @@ public:
 
     /// Part names are compared without regard to case, leading slash and direction of slashes.
     [[nodiscard]] bool Has(std::string_view name) const;
+    /// A large part is unpacked ahead by a thread; only one part may be open at a time.
     /// Errors: NotFound; Unsupported: encrypted or packed in a way that is not read. The text names
     /// the part.
-    CResult<std::unique_ptr<CXlsxPart>> OpenPart(std::string_view name);
+    CResult<std::unique_ptr<CByteSource>> OpenPart(std::string_view name);
     /// A small part as a whole.
     CResult<std::string> ReadPart(std::string_view name);
     /// Relations of a part, or of the whole package for an empty name; none when it has none.

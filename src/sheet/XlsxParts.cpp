@@ -203,7 +203,7 @@ CResult<void> CXlsxStrings::Read(CXlsxPackage& package, const std::string& part)
     if (part.empty() || !package.Has(part)) {
         return {};
     }
-    ASSIGN_OR_RETURN(std::unique_ptr<CXlsxPart> bytes, package.OpenPart(part));
+    ASSIGN_OR_RETURN(std::unique_ptr<CByteSource> bytes, package.OpenPart(part));
     CXmlScanner scanner(*bytes);
     std::string text;
     for (;;) {

@@ -4,6 +4,7 @@
 #include "base/Number.h"
 #include "base/Text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstring>
 
@@ -40,19 +41,26 @@ SReference ParseReference(std::string_view text)
     return reference;
 }
 
+// Stops at the first other character, saturates.
 std::uint32_t ParseCount(std::string_view text)
 {
-    std::uint32_t value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return value;
+    std::uint64_t value = 0;
+    for (char c : text) {
+        if (!IsDigit(c) || value > UINT32_MAX) {
+            break;
+        }
+        value = value * 10 + static_cast<std::uint64_t>(c - '0');
+    }
+    return static_cast<std::uint32_t>(std::min<std::uint64_t>(value, UINT32_MAX));
 }
 
-bool Skip(const char*& at, std::string_view text)
+template <std::size_t kSize>
+bool Skip(const char*& at, const char (&text)[kSize])
 {
-    if (std::memcmp(at, text.data(), text.size()) != 0) {
+    if (std::memcmp(at, text, kSize - 1) != 0) {
         return false;
     }
-    at += text.size();
+    at += kSize - 1;
     return true;
 }
 
@@ -149,6 +157,7 @@ bool CXlsxSheetReader::BeginRow()
         return Fault("row " + std::to_string(number) + " follows, rows must rise");
     }
     m_row = number;
+    m_rowText = std::to_string(number);
     m_nextColumn = 0;
     m_builder.Begin(number);
     return true;
@@ -206,11 +215,9 @@ bool CXlsxSheetReader::ReadQuickCell()
         }
         const std::string_view text(value, static_cast<std::size_t>(at - value));
         if (name == 'r') {
-            const SReference reference = ParseReference(text);
-            if (reference.row != m_row) {
+            if (!ReadQuickReference(text, cell)) {
                 return false;
             }
-            cell.column = reference.column;
         } else if (name == 's') {
             cell.style = ParseCount(text);
         } else if (name == 't') {
@@ -246,6 +253,18 @@ bool CXlsxSheetReader::ReadQuickCell()
     m_nextColumn = cell.column + 1;
     m_scanner.SetCursor(at);
     return Put(cell, text, true);
+}
+
+// Letters in front of the row's number, which is the same for all cells of a row.
+bool CXlsxSheetReader::ReadQuickReference(std::string_view text, SCell& cell) const
+{
+    std::uint32_t column = 0;
+    std::size_t letters = 0;
+    while (letters < text.size() && letters < 3 && text[letters] >= 'A' && text[letters] <= 'Z') {
+        column = column * 26 + static_cast<std::uint32_t>(text[letters++] - 'A' + 1);
+    }
+    cell.column = column - 1;
+    return letters > 0 && text.substr(letters) == m_rowText;
 }
 
 CXlsxSheetReader::EType CXlsxSheetReader::TypeOf(std::string_view name)
@@ -379,14 +398,13 @@ bool CXlsxSheetReader::Put(const SCell& cell, std::string_view value, bool isRaw
 bool CXlsxSheetReader::PutShared(const SCell& cell, std::string_view value)
 {
     value = Trim(value);
-    std::size_t index = 0;
-    const char* const end = value.data() + value.size();
-    const auto parsed = std::from_chars(value.data(), end, index);
-    if (parsed.ec != std::errc() || parsed.ptr != end || index >= m_strings.Count()) {
+    const bool isNumber = !value.empty() && std::all_of(value.begin(), value.end(), IsDigit);
+    const std::size_t index = ParseCount(value);
+    if (!isNumber || index >= m_strings.Count()) {
         return FaultAt(cell, "refers to the shared text '" + std::string(value.substr(0, 20)) +
                                  "', the workbook has " + std::to_string(m_strings.Count()));
     }
-    if (m_styles.Format(cell.style).ChangesText()) {
+    if (!m_styles.IsGeneral(cell.style) && m_styles.Format(cell.style).ChangesText()) {
         PutText(cell, m_strings[index]);
     } else {
         m_builder.Put(cell.column, m_strings[index]);

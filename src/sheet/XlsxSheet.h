@@ -47,6 +47,7 @@ private:
     bool ReadCell();
     bool ReadCellContent(const SCell& cell);
     bool ReadQuickCell();
+    bool ReadQuickReference(std::string_view text, SCell& cell) const;
     bool SetPosition(std::string_view reference, SCell& cell);
     bool Put(const SCell& cell, std::string_view value, bool isRaw);
     bool PutShared(const SCell& cell, std::string_view value);
@@ -64,6 +65,7 @@ private:
     bool m_uncalculated;
     CRowBuilder m_builder;
     std::uint32_t m_row = 0;
+    std::string m_rowText;
     std::uint32_t m_nextColumn = 0;
     std::uint64_t m_uncached = 0;
     bool m_stopped = false;

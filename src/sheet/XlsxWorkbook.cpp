@@ -70,7 +70,7 @@ CResult<void> CXlsxWorkbook::ReadRows(const FRowVisitor& visit)
 {
     m_uncached = 0;
     RETURN_IF_ERROR(LoadShared());
-    ASSIGN_OR_RETURN(std::unique_ptr<CXlsxPart> part,
+    ASSIGN_OR_RETURN(std::unique_ptr<CByteSource> part,
                      m_package->OpenPart(m_index.sheetParts[m_selected]));
     CXlsxSheetReader reader(*part, m_styles, *m_strings, {m_source->options.text, m_index.date1904},
                             m_index.uncalculated);

@@ -234,6 +234,53 @@ TEST(XlsxWorkbook, BoundsWhatItUnpacks)
     EXPECT_EQ(read.Error().code, EErr::Limit);
 }
 
+// Parts that are large enough to be unpacked ahead.
+TEST(XlsxWorkbook, ReadsLargeParts)
+{
+    std::uint32_t state = 1;
+    const auto noise = [&] {
+        std::string text;
+        for (int i = 0; i < 40; ++i) {
+            state = state * 1664525 + 1013904223;
+            text += static_cast<char>('A' + (state >> 24) % 26);
+        }
+        return text;
+    };
+    SXlsx content;
+    std::string expected;
+    for (int row = 1; row <= 30000; ++row) {
+        const std::string shared = noise();
+        const std::string own = noise();
+        content.sharedStrings += "<si><t>" + shared + "</t></si>";
+        content.rows += "<row><c t=\"s\" s=\"1\"><v>" + std::to_string(row - 1) +
+                        "</v></c><c t=\"str\"><v>" + own + "</v></c></row>";
+        expected += (row > 1 ? "\n" : "") + std::to_string(row) + ": <" + shared + ">|" + own;
+    }
+    content.numberFormats = "0;0;0;\"<\"@\">\"";
+    FParts parts = XlsxParts(content);
+    for (int i = 0; i < 30000; ++i) {
+        parts[3].second += "<!--" + noise() + "-->";
+    }
+    const std::string bytes = ZipBytes(parts);
+    EXPECT_TRUE(DumpBytes(bytes) == expected);
+    auto book = OpenWorkbookBytes(bytes, "a.xlsx");
+    ASSERT_TRUE(book.Ok());
+    for (int round = 0; round < 3; ++round) { // left early, and begun again
+        int rows = 0;
+        const auto visit = [&](const SSheetRow&) {
+            return ++rows == 100 ? EVisit::Stop : EVisit::Continue;
+        };
+        EXPECT_TRUE((*book)->ReadRows(visit).Ok());
+        EXPECT_EQ(rows, 100);
+    }
+    // Damage far behind, in the packed bytes of the sheet.
+    std::string damaged = bytes;
+    const std::size_t at = bytes.find("xl/worksheets/sheet1.xml") + 700000;
+    damaged[at] = static_cast<char>(damaged[at] ^ 0x55);
+    const std::string seen = DumpBytes(damaged);
+    EXPECT_NE(seen.find("error: sheet 'One', after row"), std::string::npos) << seen.substr(0, 200);
+}
+
 TEST(XlsxWorkbook, StopsWhenTheVisitorAsks)
 {
     SXlsx content;
