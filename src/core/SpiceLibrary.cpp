@@ -56,15 +56,16 @@ bool IsComment(std::string_view line)
     return line.empty() || line.front() == '*' || line.front() == ';';
 }
 
-/// A head line without the comment at its end. A dollar sign is one only between blanks' reach:
-/// "$G_" and "$D_" begin the names of global nodes.
+/// A head line without the comment at its end. A dollar sign begins one where a word could begin;
+/// but "$G_" and "$D_" begin the names of global nodes.
 std::string_view WithoutComment(std::string_view line)
 {
     line = line.substr(0, line.find(';'));
-    for (std::size_t i = 1; i < line.size(); ++i) {
+    for (std::size_t i = 0; i < line.size(); ++i) {
         const std::string_view rest = line.substr(i);
-        if (rest.front() == '$' && IsSpace(line[i - 1]) && !StartsWithNoCase(rest, "$G_") &&
-            !StartsWithNoCase(rest, "$D_")) {
+        const char before = i == 0 ? ' ' : line[i - 1];
+        if (rest.front() == '$' && (IsSpace(before) || before == ',' || before == '(') &&
+            !StartsWithNoCase(rest, "$G_") && !StartsWithNoCase(rest, "$D_")) {
             return line.substr(0, i);
         }
     }
