@@ -11,7 +11,8 @@ generate() {
     local name=$1
     shift
     zovra -b "-SourceFile=$lists/$name.xlsx" "-DestinationLibrary=$name.zov" \
-        -OptionFromDupPartNumber=KeepTheFirst -OptionAppendDupPartNumber=KeepTheFirst "$@"
+        -OptionFromDupPartNumber=KeepTheFirst -OptionAppendDupPartNumber=KeepTheFirst "$@" ||
+        { cat ZVLibGen.log >&2 && exit 1; }
     mv ZVLibGen.log "$name.log"
 }
 

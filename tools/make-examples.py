@@ -220,7 +220,7 @@ def vendor():
             f'  <DecapLibItem Manuf="{KESTREL}" PartNo="{part["number"]}" MfgPartNumber="{part["number"]}" Size="{part["size"]}"'
             f' SizeUnit="0" UpTolerance="{part["up"] * 100:g}%" LowTolerance="{part["low"] * 100:g}%" Volt="{part["volts"]}V"'
             f' TCC="{part["tcc"]}" ModelType="0" CktDef="../models/{part["number"]}.s2p" Cnom="{part["nf"]:g}nF"'
-            f' PriceA="{part["cost"]}" PriceB="0.35" PriceC="0.1" Description="MLCC, two-port measured in shunt"/>')
+            f' PriceA="{part["cost"]}" PriceB="0.35" PriceC="0.1" Comment="two-port data, shunt"/>')
         if index % 4 != 2:
             sheet.append([f"VC-{len(items):03d}", KESTREL, part["number"], part["cost"]])
     sheet.append(["VC-900", KESTREL, "KP0402X7R999K16", 1.2])

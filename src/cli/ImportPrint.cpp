@@ -128,17 +128,20 @@ std::string FindingText(const SImportFinding& finding)
     return line + said;
 }
 
-bool IsWorthTelling(const SImportRow& row)
+/// A dry run is asked what would happen to the library's models; after a run the count is enough.
+bool IsWorthTelling(const SImportRow& row, bool dryRun)
 {
-    return row.action != ERowAction::Added || !row.findings.empty();
+    const bool touchesLibrary =
+        row.action == ERowAction::Replaced || row.action == ERowAction::SkippedExisting;
+    return !row.findings.empty() || (touchesLibrary ? dryRun : row.action != ERowAction::Added);
 }
 
-void PrintRows(const SImportReport& report, bool allRows, const SStreams& streams)
+void PrintRows(const SImportReport& report, bool allRows, bool dryRun, const SStreams& streams)
 {
     std::size_t shown = 0;
     std::size_t hidden = 0;
     for (const SImportRow& row : report.rows) {
-        if (!allRows && !IsWorthTelling(row)) {
+        if (!allRows && !IsWorthTelling(row, dryRun)) {
             continue;
         }
         if (!allRows && shown == kRowsShown) {
@@ -231,7 +234,7 @@ void PrintImport(const SImportReport& report, bool allRows, bool dryRun, const S
     Print(streams.out, "{}, sheet '{}', titles in row {}\n", report.source, OneLine(report.sheet),
           report.headerRow);
     PrintColumns(report, streams);
-    PrintRows(report, allRows, streams);
+    PrintRows(report, allRows, dryRun, streams);
     for (const SImportFinding& finding : report.findings) {
         Print(streams.out, "{}\n", FindingText(finding));
     }
