@@ -196,13 +196,12 @@ CResult<std::vector<SMappingLine>> ParseColumnMapping(std::string_view text,
                                                       std::string_view shownPath)
 {
     std::vector<SMappingLine> lines;
-    const std::string valid = ToValidUtf8(text);
-    std::string_view rest = valid;
-    if (rest.starts_with(kByteOrderMark)) {
-        rest.remove_prefix(kByteOrderMark.size());
+    if (text.starts_with(kByteOrderMark)) {
+        text.remove_prefix(kByteOrderMark.size());
     }
+    const std::string valid = ToValidUtf8(text);
     SSourcePos pos{std::string(shownPath), 0, 0};
-    for (const std::string_view line : Split(rest, '\n')) {
+    for (const std::string_view line : Split(valid, '\n')) {
         ++pos.line;
         RETURN_IF_ERROR(ParseLine(line, pos, lines));
     }

@@ -57,6 +57,7 @@ public:
         m_models.NameSuffixed(m_wrapper);
         m_models.AddTo(m_library, m_options);
         for (SImportFinding& finding : m_reader->ColumnFindings()) {
+            m_report.counts.warnings += finding.severity == ESeverity::Warning ? 1 : 0;
             m_report.findings.push_back(std::move(finding));
         }
         return m_report.counts;
@@ -237,6 +238,7 @@ private:
                             "in a spreadsheet program and save it",
                             count);
         m_log.Write("[WARNING] " + finding.text);
+        ++m_report.counts.warnings;
         m_report.findings.push_back(std::move(finding));
     }
 

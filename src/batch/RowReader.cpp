@@ -201,7 +201,8 @@ void CRowReader::CheckUnit(EField field, EQuantity quantity, const SCellReading&
                      Text("'%s' read in %s is no plausible value; is the column's unit another?",
                           Cell(field), reading.ownUnit ? "its unit" : column.unitText));
     }
-    if (column.unitSource != EUnitSource::Default || memory.toldMixed || reading.value == 0) {
+    if (column.unitSource != EUnitSource::Default || column.unit.exponent == 0 ||
+        memory.toldMixed || reading.value == 0) {
         return;
     }
     std::uint32_t& row = reading.ownUnit ? memory.unitRow : memory.bareRow;
@@ -548,11 +549,17 @@ bool CRowReader::TellCircuitFault(const SCircuit& circuit, SModelRow& model)
 {
     const bool noFile = circuit.fault == SCircuit::EFault::NoFile;
     const bool kept = m_setup.type == ERecordType::Capacitor;
-    m_log.Write(circuit.why.starts_with("Please") ? circuit.why : "    " + circuit.why);
+    const bool fixedWords = circuit.why.starts_with("Please");
+    if (fixedWords) {
+        m_log.Write(circuit.why);
+    }
     if (kept) {
         m_log.Write(Text(noFile ? msg::kKeptNoFile : msg::kKeptNoSpice, m_name, model.wrappedFile));
     } else {
         m_log.Write(Text(noFile ? msg::kNoFile : msg::kNoSpice, model.wrappedFile));
+    }
+    if (!fixedWords) {
+        m_log.Write("    " + circuit.why);
     }
     SImportFinding finding = FindingAt(FileName, kept ? ESeverity::Warning : ESeverity::Error);
     finding.seen = model.wrappedFile;
