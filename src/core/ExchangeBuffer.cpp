@@ -133,48 +133,54 @@ double Scaled(double value, int power)
                       : value / kPowers[static_cast<std::size_t>(-power)];
 }
 
-/// Six digits, trailing zeros cut off, as "%g" lays them out.
+constexpr std::array<char, 200> kPairs = [] {
+    std::array<char, 200> pairs{};
+    for (std::size_t i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    }
+    return pairs;
+}();
+
+/// Six digits, trailing zeros cut off, as "%g" lays them out. Copies are of a fixed size, what is
+/// too much is written over or left behind the end.
 char* LayOut(char* out, std::uint32_t digits, int exponent)
 {
-    std::array<char, kDigits> text; // NOLINT: filled below
-    for (std::size_t i = kDigits; i-- > 0; digits /= 10) {
-        text[i] = static_cast<char>('0' + digits % 10);
-    }
-    int count = kDigits;
+    constexpr std::size_t kCopy = 8;
+    std::array<char, 2 * kCopy> text{'0', '0', '0', '0', '0', '0', '0', '0'};
+    const std::uint32_t low = digits % 100;
+    const std::uint32_t high = digits / 100;
+    std::memcpy(text.data(), &kPairs[std::size_t{2} * (high / 100)], 2);
+    std::memcpy(text.data() + 2, &kPairs[std::size_t{2} * (high % 100)], 2);
+    std::memcpy(text.data() + 4, &kPairs[std::size_t{2} * low], 2);
+    std::ptrdiff_t count = kDigits;
     while (count > 1 && text[static_cast<std::size_t>(count - 1)] == '0') {
         --count;
     }
-    const auto copy = [&](int from, int to) {
-        for (; from < to; ++from) {
-            *out++ = text[static_cast<std::size_t>(from)];
-        }
-    };
     if (exponent < -4 || exponent >= kDigits) {
-        copy(0, 1);
-        if (count > 1) {
-            *out++ = '.';
-            copy(1, count);
-        }
+        *out = text[0];
+        out[1] = '.';
+        std::memcpy(out + 2, text.data() + 1, kCopy);
+        out += count > 1 ? count + 1 : 1;
         *out++ = 'e';
         *out++ = exponent < 0 ? '-' : '+';
-        const int size = std::abs(exponent);
-        *out++ = static_cast<char>('0' + size / 10);
-        *out++ = static_cast<char>('0' + size % 10);
-    } else if (exponent < 0) {
-        *out++ = '0';
-        *out++ = '.';
-        for (int i = exponent + 1; i < 0; ++i) {
-            *out++ = '0';
-        }
-        copy(0, count);
-    } else {
-        copy(0, exponent + 1);
-        if (count > exponent + 1) {
-            *out++ = '.';
-            copy(exponent + 1, count);
-        }
+        std::memcpy(out, &kPairs[static_cast<std::size_t>(2 * std::abs(exponent))], 2);
+        return out + 2;
     }
-    return out;
+    if (exponent < 0) {
+        std::memcpy(out, "0.0000", 6);
+        out += 1 - exponent;
+        std::memcpy(out, text.data(), kCopy);
+        return out + count;
+    }
+    const std::ptrdiff_t whole = exponent + 1;
+    std::memcpy(out, text.data(), kCopy);
+    if (count <= whole) {
+        return out + whole;
+    }
+    out[whole] = '.';
+    std::memcpy(out + whole + 1, text.data() + whole, kCopy);
+    return out + count + 1;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-/// Text on its way to a file: one buffer, nothing allocated while it is filled.
+/// Text on its way to a file: one buffer, nothing allocated while it is filled. A second buffer
+/// that another thread writes out was tried: on a busy machine waiting for that thread costs more
+/// than it saves.
 #pragma once
 
 #include "base/File.h"
