@@ -59,7 +59,7 @@ private:
         const __m128i lineFeed = _mm_set1_epi8('\n');
         const __m128i carriageReturn = _mm_set1_epi8('\r');
         std::uint64_t mask = 0;
-        for (unsigned part = 0; part < 4; ++part) {
+        for (std::size_t part = 0; part < 4; ++part) {
             __m128i bytes;
             std::memcpy(&bytes, m_begin + block + part * 16, 16);
             const __m128i hits = _mm_or_si128(_mm_cmpeq_epi8(bytes, separator),

@@ -194,6 +194,73 @@ std::size_t RunBefore(const std::vector<SFormatPart>& parts, std::size_t end)
     return end - begin;
 }
 
+/// Where the parts of a fraction stand in its section.
+struct SFractionForm
+{
+    std::size_t begin = 0; ///< first placeholder of the numerator
+    std::size_t slash = 0;
+    std::size_t end = 0;  ///< behind the denominator
+    int digits = 0;       ///< placeholders of numerator and denominator
+    bool isMixed = false; ///< whole numbers stand before the fraction
+    std::int64_t largestDenominator = 1;
+};
+
+SFractionForm FormOf(const SFormatSection& section)
+{
+    const std::vector<SFormatPart>& parts = section.parts;
+    SFractionForm form;
+    while (parts[form.slash].kind != EKind::Slash) {
+        ++form.slash;
+    }
+    form.begin = form.slash - RunBefore(parts, form.slash);
+    form.end = form.slash + 1;
+    while (form.end < parts.size() && parts[form.end].kind == EKind::Digit) {
+        ++form.end;
+    }
+    const std::size_t denominator = form.end - form.slash - 1;
+    for (std::size_t i = 0; i < std::min<std::size_t>(denominator, 7); ++i) {
+        form.largestDenominator *= 10;
+    }
+    --form.largestDenominator;
+    form.digits = static_cast<int>(form.slash - form.begin + denominator);
+    form.isMixed = section.wholeDigits > form.digits;
+    if (section.fixedDenominator > 0) {
+        form.end += std::to_string(section.fixedDenominator).size();
+    }
+    return form;
+}
+
+struct SMixed
+{
+    double whole = 0;
+    SRatio ratio{0, 1};
+};
+
+// False for numbers too large for a fraction, and for one that is not the number when it should be.
+bool Divide(const SFormatSection& section, const SFractionForm& form, double value, EText mode,
+            SMixed& mixed)
+{
+    constexpr double kLargest = 1e15;
+    if (!(value < kLargest) || !(value * section.fixedDenominator < kLargest * 100)) {
+        return false;
+    }
+    mixed.whole = form.isMixed ? std::floor(value) : 0.0;
+    const double rest = value - mixed.whole;
+    if (section.fixedDenominator > 0) {
+        mixed.ratio.denominator = section.fixedDenominator;
+        mixed.ratio.numerator = std::llround(rest * section.fixedDenominator);
+    } else {
+        mixed.ratio = Approximate(rest, form.largestDenominator);
+    }
+    if (form.isMixed && mixed.ratio.numerator == mixed.ratio.denominator) {
+        mixed.whole += 1;
+        mixed.ratio.numerator = 0;
+    }
+    const double shown = mixed.whole + static_cast<double>(mixed.ratio.numerator) /
+                                           static_cast<double>(mixed.ratio.denominator);
+    return mode == EText::Shown || std::fabs(shown - value) <= value * 1e-15;
+}
+
 std::string_view TrimBlanks(std::string_view text)
 {
     const std::size_t first = text.find_first_not_of(' ');
@@ -279,69 +346,31 @@ void AppendDigits(std::string& out, const SFormatSection& section, SDecimal numb
 
 bool AppendFraction(std::string& out, const SFormatSection& section, double magnitude, EText mode)
 {
-    const std::vector<SFormatPart>& parts = section.parts;
-    std::size_t slash = 0;
-    while (parts[slash].kind != EKind::Slash) {
-        ++slash;
-    }
-    const std::size_t numeratorWidth = RunBefore(parts, slash);
-    std::size_t end = slash + 1;
-    std::size_t denominatorWidth = 0;
-    while (end < parts.size() && parts[end].kind == EKind::Digit) {
-        ++end;
-        ++denominatorWidth;
-    }
-    const bool mixed = section.wholeDigits > static_cast<int>(numeratorWidth + denominatorWidth);
-    const double value = magnitude * std::pow(10.0, section.power);
-    if (!(value < 1e15)) {
+    const SFractionForm form = FormOf(section);
+    SMixed mixed;
+    if (!Divide(section, form, magnitude * std::pow(10.0, section.power), mode, mixed)) {
         return false;
     }
-    double whole = mixed ? std::floor(value) : 0.0;
-    SRatio ratio{};
-    if (section.fixedDenominator > 0) {
-        ratio.denominator = section.fixedDenominator;
-        const auto exact = (value - whole) * static_cast<double>(ratio.denominator);
-        if (!(exact < 1e18)) {
-            return false;
-        }
-        ratio.numerator = std::llround(exact);
-        end += std::to_string(section.fixedDenominator).size();
-    } else {
-        std::int64_t limit = 1;
-        for (std::size_t i = 0; i < std::min<std::size_t>(denominatorWidth, 7); ++i) {
-            limit *= 10;
-        }
-        ratio = Approximate(value - whole, limit - 1);
-    }
-    if (mixed && ratio.numerator == ratio.denominator) {
-        whole += 1;
-        ratio.numerator = 0;
-    }
-    if (mode == EText::Exact) {
-        const double shown =
-            whole + static_cast<double>(ratio.numerator) / static_cast<double>(ratio.denominator);
-        if (std::fabs(shown - value) > value * 1e-15) {
-            return false;
-        }
-    }
+    const std::vector<SFormatPart>& parts = section.parts;
     SFormatSection before;
-    before.parts.assign(parts.begin(),
-                        parts.begin() + static_cast<std::ptrdiff_t>(slash - numeratorWidth));
-    before.wholeDigits = section.wholeDigits - static_cast<int>(numeratorWidth + denominatorWidth);
+    before.parts.assign(parts.begin(), parts.begin() + static_cast<std::ptrdiff_t>(form.begin));
+    before.wholeDigits = section.wholeDigits - form.digits;
     before.grouped = section.grouped;
     const std::size_t start = out.size();
-    AppendDigits(out, before, ToDecimal(whole), EText::Shown);
-    if (ratio.numerator != 0 || !mixed) {
+    AppendDigits(out, before, ToDecimal(mixed.whole), EText::Shown);
+    const SRatio& ratio = mixed.ratio;
+    if (ratio.numerator != 0 || !form.isMixed) {
         const std::string numerator = std::to_string(ratio.numerator);
-        if (numerator.size() < numeratorWidth) {
-            const char pad = parts[slash - 1].text == "0" ? '0' : ' ';
-            out.append(parts[slash - 1].text == "#" ? 0 : numeratorWidth - numerator.size(), pad);
+        const char pad = parts[form.slash - 1].text[0];
+        const std::size_t width = form.slash - form.begin;
+        if (pad != '#' && numerator.size() < width) {
+            out.append(width - numerator.size(), pad == '0' ? '0' : ' ');
         }
         out += numerator + '/' + std::to_string(ratio.denominator);
-    } else if (whole == 0.0 && TrimBlanks(std::string_view(out).substr(start)).empty()) {
+    } else if (TrimBlanks(std::string_view(out).substr(start)).empty()) {
         out += '0';
     }
-    for (std::size_t i = end; i < parts.size(); ++i) {
+    for (std::size_t i = form.end; i < parts.size(); ++i) {
         out += parts[i].text;
     }
     return true;

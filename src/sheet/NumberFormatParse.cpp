@@ -26,6 +26,19 @@ std::size_t Utf8Length(std::string_view code, std::size_t pos)
     return next - pos;
 }
 
+// Characters that stand for themselves alone; letters count in either case.
+struct SRule
+{
+    char character;
+    EKind kind;
+};
+constexpr SRule kRules[] = {
+    {'0', EKind::Digit},  {'#', EKind::Digit},        {'?', EKind::Digit}, {'.', EKind::Point},
+    {',', EKind::Comma},  {'%', EKind::Percent},      {'/', EKind::Slash}, {'@', EKind::Text},
+    {'y', EKind::Year},   {'m', EKind::Month},        {'d', EKind::Day},   {'h', EKind::Hour},
+    {'s', EKind::Second}, {'b', EKind::BuddhistYear},
+};
+
 class CSectionParser
 {
 public:
@@ -50,7 +63,10 @@ public:
 
 private:
     void Step();
+    void Quoted();
+    void Escaped(char kind);
     void Bracket();
+    bool Exponent();
     void DateLetters(EKind kind);
     bool Keyword(std::string_view word, EKind kind, int width);
     void Condition(std::string_view text);
@@ -94,99 +110,68 @@ void CSectionParser::DateLetters(EKind kind)
 
 void CSectionParser::Step()
 {
-    const char c = m_code[m_pos];
-    const std::size_t next = m_pos + 1;
-    switch (c) {
-    case '"': {
-        const std::size_t end = std::min(m_code.find('"', next), m_code.size());
-        Add(EKind::Literal, m_code.substr(next, end - next));
-        m_pos = std::min(end + 1, m_code.size());
+    const char c = ToLower(m_code[m_pos]);
+    const auto rule = std::find_if(std::begin(kRules), std::end(kRules),
+                                   [&](const SRule& one) { return one.character == c; });
+    if (rule != std::end(kRules)) {
+        if (rule->kind >= EKind::Year) {
+            DateLetters(rule->kind);
+        } else {
+            Add(rule->kind, m_code.substr(m_pos++, 1));
+        }
         return;
     }
+    switch (c) {
+    case '"':
+        return Quoted();
     case '\\':
     case '_':
-    case '*': {
-        const std::size_t length = next < m_code.size() ? Utf8Length(m_code, next) : 0;
-        if (c == '\\') {
-            Add(EKind::Literal, m_code.substr(next, length));
-        } else if (c == '_') {
-            Add(EKind::Literal, " ");
-        }
-        m_pos = next + length;
-        return;
-    }
+    case '*':
+        return Escaped(c);
     case '[':
         return Bracket();
-    case '0':
-    case '#':
-    case '?':
-        Add(EKind::Digit, m_code.substr(m_pos, 1));
-        m_pos = next;
-        return;
-    case '.':
-        Add(EKind::Point, ".");
-        m_pos = next;
-        return;
-    case ',':
-        Add(EKind::Comma, ",");
-        m_pos = next;
-        return;
-    case '%':
-        Add(EKind::Percent, "%");
-        m_pos = next;
-        return;
-    case '/':
-        Add(EKind::Slash, "/");
-        m_pos = next;
-        return;
-    case '@':
-        Add(EKind::Text, "@");
-        m_pos = next;
-        return;
-    case 'y':
-    case 'Y':
-        return DateLetters(EKind::Year);
-    case 'm':
-    case 'M':
-        return DateLetters(EKind::Month);
-    case 'd':
-    case 'D':
-        return DateLetters(EKind::Day);
-    case 'h':
-    case 'H':
-        return DateLetters(EKind::Hour);
-    case 's':
-    case 'S':
-        return DateLetters(EKind::Second);
-    case 'b':
-    case 'B':
-        return DateLetters(EKind::BuddhistYear);
-    case 'g':
-    case 'G':
-        if (Keyword("General", EKind::General, 0)) {
-            return;
-        }
-        break;
-    case 'a':
-    case 'A':
-        if (Keyword("AM/PM", EKind::AmPm, 2) || Keyword("A/P", EKind::AmPm, 1)) {
-            return;
-        }
-        break;
-    case 'e':
-    case 'E':
-        if (next < m_code.size() && (m_code[next] == '+' || m_code[next] == '-')) {
-            Add(EKind::Exponent, m_code.substr(next, 1));
-            m_pos = next + 1;
-            return;
-        }
-        break;
     default:
         break;
+    }
+    if (Keyword("General", EKind::General, 0) || Keyword("AM/PM", EKind::AmPm, 2) ||
+        Keyword("A/P", EKind::AmPm, 1) || Exponent()) {
+        return;
     }
     const std::size_t length = Utf8Length(m_code, m_pos);
     Add(EKind::Literal, m_code.substr(m_pos, length));
     m_pos += length;
+}
+
+void CSectionParser::Quoted()
+{
+    const std::size_t start = m_pos + 1;
+    const std::size_t end = std::min(m_code.find('"', start), m_code.size());
+    Add(EKind::Literal, m_code.substr(start, end - start));
+    m_pos = std::min(end + 1, m_code.size());
+}
+
+// \x is x, _x a blank as wide as x, *x fills the column with x and is nothing without a column.
+void CSectionParser::Escaped(char kind)
+{
+    const std::size_t start = m_pos + 1;
+    const std::size_t length = start < m_code.size() ? Utf8Length(m_code, start) : 0;
+    if (kind == '\\') {
+        Add(EKind::Literal, m_code.substr(start, length));
+    } else if (kind == '_') {
+        Add(EKind::Literal, " ");
+    }
+    m_pos = start + length;
+}
+
+bool CSectionParser::Exponent()
+{
+    const std::string_view rest = m_code.substr(m_pos);
+    if (!StartsWithNoCase(rest, "E+") && !StartsWithNoCase(rest, "E-")) {
+        return false;
+    }
+    Add(EKind::Exponent, rest.substr(1, 1));
+    m_pos += 2;
+    return true;
 }
 
 void CSectionParser::Bracket()
@@ -513,75 +498,6 @@ CNumberFormat CNumberFormat::Parse(std::string_view code)
 bool CNumberFormat::IsDate() const
 {
     return m_sections.front().kind == SFormatSection::EKind::Date;
-}
-
-CNumberFormat CNumberFormat::BuiltIn(int id)
-{
-    struct SBuiltIn
-    {
-        int id;
-        std::string_view code;
-    };
-    // 27 to 36 and 50 to 58 are dates and times of East Asian editions; their order of day, month
-    // and year is the same everywhere, their words are not.
-    static constexpr SBuiltIn kBuiltIn[] = {
-        {1, "0"},
-        {2, "0.00"},
-        {3, "#,##0"},
-        {4, "#,##0.00"},
-        {5, "\"$\"#,##0_);(\"$\"#,##0)"},
-        {6, "\"$\"#,##0_);[Red](\"$\"#,##0)"},
-        {7, "\"$\"#,##0.00_);(\"$\"#,##0.00)"},
-        {8, "\"$\"#,##0.00_);[Red](\"$\"#,##0.00)"},
-        {9, "0%"},
-        {10, "0.00%"},
-        {11, "0.00E+00"},
-        {12, "# ?/?"},
-        {13, "# ?\?/??"},
-        {14, "m/d/yyyy"},
-        {15, "d-mmm-yy"},
-        {16, "d-mmm"},
-        {17, "mmm-yy"},
-        {18, "h:mm AM/PM"},
-        {19, "h:mm:ss AM/PM"},
-        {20, "h:mm"},
-        {21, "h:mm:ss"},
-        {22, "m/d/yyyy h:mm"},
-        {27, "yyyy-mm"},
-        {28, "mm-dd"},
-        {29, "mm-dd"},
-        {30, "m-d-yy"},
-        {31, "yyyy-mm-dd"},
-        {32, "h:mm"},
-        {33, "h:mm:ss"},
-        {34, "h:mm AM/PM"},
-        {35, "h:mm:ss AM/PM"},
-        {36, "yyyy-mm"},
-        {37, "#,##0_);(#,##0)"},
-        {38, "#,##0_);[Red](#,##0)"},
-        {39, "#,##0.00_);(#,##0.00)"},
-        {40, "#,##0.00_);[Red](#,##0.00)"},
-        {41, "_(* #,##0_);_(* (#,##0);_(* \"-\"_);_(@_)"},
-        {42, "_(\"$\"* #,##0_);_(\"$\"* (#,##0);_(\"$\"* \"-\"_);_(@_)"},
-        {43, "_(* #,##0.00_);_(* (#,##0.00);_(* \"-\"?\?_);_(@_)"},
-        {44, "_(\"$\"* #,##0.00_);_(\"$\"* (#,##0.00);_(\"$\"* \"-\"?\?_);_(@_)"},
-        {45, "mm:ss"},
-        {46, "[h]:mm:ss"},
-        {47, "mm:ss.0"},
-        {48, "##0.0E+0"},
-        {50, "yyyy-mm"},
-        {51, "mm-dd"},
-        {52, "yyyy-mm"},
-        {53, "mm-dd"},
-        {54, "mm-dd"},
-        {55, "h:mm AM/PM"},
-        {56, "h:mm:ss AM/PM"},
-        {57, "yyyy-mm"},
-        {58, "mm-dd"},
-    };
-    const auto* found = std::find_if(std::begin(kBuiltIn), std::end(kBuiltIn),
-                                     [&](const SBuiltIn& entry) { return entry.id == id; });
-    return found == std::end(kBuiltIn) ? CNumberFormat() : Parse(found->code);
 }
 
 } // namespace zov::sheet

@@ -64,17 +64,12 @@ struct SSheetEntry
     std::string relation;
 };
 
-} // namespace
-
-CResult<SXlsxIndex> ReadXlsxIndex(CXlsxPackage& package, const SSource& source)
+// What the workbook's own part says; false when it is something else.
+CResult<bool> ReadWorkbookPart(const std::string& xml, SXlsxIndex& index,
+                               std::vector<SSheetEntry>& entries)
 {
-    ASSIGN_OR_RETURN(const std::string part, WorkbookPart(package, source));
-    ASSIGN_OR_RETURN(const std::vector<SRelation> relations, package.Relations(part));
-    ASSIGN_OR_RETURN(const std::string xml, package.ReadPart(part));
-    SXlsxIndex index;
-    std::vector<SSheetEntry> entries;
     bool isWorkbook = false;
-    CResult<void> read =
+    RETURN_IF_ERROR(
         ForEachElement(xml, [&](std::string_view name, const auto& attributes, std::size_t depth) {
             if (depth == 1) {
                 isWorkbook = name == "workbook";
@@ -84,15 +79,17 @@ CResult<SXlsxIndex> ReadXlsxIndex(CXlsxPackage& package, const SSource& source)
                 index.uncalculated = IsTrue(AttributeOf(attributes, "fullCalcOnLoad"));
             } else if (name == "sheet" && depth == 3) {
                 const std::string_view state = AttributeOf(attributes, "state");
-                entries.push_back({{std::string(AttributeOf(attributes, "name")),
-                                    !state.empty() && state != "visible"},
+                const bool hidden = !state.empty() && state != "visible";
+                entries.push_back({{std::string(AttributeOf(attributes, "name")), hidden},
                                    std::string(AttributeOf(attributes, "id"))});
             }
-        });
-    if (!read.Ok() || !isWorkbook) {
-        return source.Failure(EErr::Format,
-                              part + ": " + (read.Ok() ? "not a workbook" : read.Error().text));
-    }
+        }));
+    return isWorkbook;
+}
+
+void FindSheetParts(std::vector<SSheetEntry>& entries, const std::vector<SRelation>& relations,
+                    SXlsxIndex& index)
+{
     for (SSheetEntry& entry : entries) {
         const auto relation =
             std::find_if(relations.begin(), relations.end(),
@@ -102,11 +99,29 @@ CResult<SXlsxIndex> ReadXlsxIndex(CXlsxPackage& package, const SSource& source)
             continue; // charts, macros, dialogs
         }
         // Without its relation a sheet can only be the part of the usual name.
-        index.sheetParts.push_back(known ? relation->target
-                                         : "xl/worksheets/sheet" +
-                                               std::to_string(index.sheets.size() + 1) + ".xml");
+        const std::string usual =
+            "xl/worksheets/sheet" + std::to_string(index.sheets.size() + 1) + ".xml";
+        index.sheetParts.push_back(known ? relation->target : usual);
         index.sheets.push_back(std::move(entry.info));
     }
+}
+
+} // namespace
+
+CResult<SXlsxIndex> ReadXlsxIndex(CXlsxPackage& package, const SSource& source)
+{
+    ASSIGN_OR_RETURN(const std::string part, WorkbookPart(package, source));
+    ASSIGN_OR_RETURN(const std::vector<SRelation> relations, package.Relations(part));
+    ASSIGN_OR_RETURN(const std::string xml, package.ReadPart(part));
+    SXlsxIndex index;
+    std::vector<SSheetEntry> entries;
+    const CResult<bool> isWorkbook = ReadWorkbookPart(xml, index, entries);
+    if (!isWorkbook.Ok() || !*isWorkbook) {
+        return source.Failure(EErr::Format,
+                              part + ": " +
+                                  (isWorkbook.Ok() ? "not a workbook" : isWorkbook.Error().text));
+    }
+    FindSheetParts(entries, relations, index);
     if (index.sheets.empty()) {
         return source.Failure(EErr::Format, "the workbook has no worksheet");
     }

@@ -197,9 +197,32 @@ bool CXlsxSheetReader::ReadQuickCell()
     const char* at = m_scanner.Cursor();
     SCell cell;
     cell.column = m_nextColumn;
-    if (!Skip(at, "<c ")) {
+    if (!Skip(at, "<c ") || !ReadQuickAttributes(at, cell) || cell.column >= kMaxColumns) {
         return false;
     }
+    std::string_view text;
+    if (!Skip(at, "/>")) {
+        const bool isInline = cell.type == EType::Inline;
+        if (isInline ? !Skip(at, "><is><t>") : !Skip(at, "><v>")) {
+            return false;
+        }
+        const char* const value = at;
+        while (*at != '<' && *at != '\0') {
+            ++at;
+        }
+        text = {value, static_cast<std::size_t>(at - value)};
+        if (isInline ? !Skip(at, "</t></is></c>") : !Skip(at, "</v></c>")) {
+            return false;
+        }
+    }
+    m_nextColumn = cell.column + 1;
+    m_scanner.SetCursor(at);
+    return Put(cell, text, true);
+}
+
+// r, s and t, each with one blank before it; moves behind the last quote.
+bool CXlsxSheetReader::ReadQuickAttributes(const char*& at, SCell& cell) const
+{
     for (;; ++at) {
         const char name = *at;
         if (name == '\0' || at[1] != '=' || at[2] != '"') {
@@ -227,32 +250,9 @@ bool CXlsxSheetReader::ReadQuickCell()
         }
         ++at;
         if (*at != ' ') {
-            break;
+            return true;
         }
     }
-    if (cell.column >= kMaxColumns) {
-        return false;
-    }
-    if (Skip(at, "/>")) {
-        m_nextColumn = cell.column + 1;
-        m_scanner.SetCursor(at);
-        return true;
-    }
-    const bool isInline = cell.type == EType::Inline;
-    if (isInline ? !Skip(at, "><is><t>") : !Skip(at, "><v>")) {
-        return false;
-    }
-    const char* const value = at;
-    while (*at != '<' && *at != '\0') {
-        ++at;
-    }
-    const std::string_view text(value, static_cast<std::size_t>(at - value));
-    if (isInline ? !Skip(at, "</t></is></c>") : !Skip(at, "</v></c>")) {
-        return false;
-    }
-    m_nextColumn = cell.column + 1;
-    m_scanner.SetCursor(at);
-    return Put(cell, text, true);
 }
 
 // Letters in front of the row's number, which is the same for all cells of a row.

@@ -47,6 +47,7 @@ private:
     bool ReadCell();
     bool ReadCellContent(const SCell& cell);
     bool ReadQuickCell();
+    bool ReadQuickAttributes(const char*& at, SCell& cell) const;
     bool ReadQuickReference(std::string_view text, SCell& cell) const;
     bool SetPosition(std::string_view reference, SCell& cell);
     bool Put(const SCell& cell, std::string_view value, bool isRaw);
