@@ -110,10 +110,16 @@ std::string Unquoted(const SQuotedCell& cell)
     std::string out;
     out.reserve(cell.text.size() + cell.tail.size());
     for (std::size_t i = 0; i < cell.text.size(); ++i) {
-        out += cell.text[i];
-        if (cell.text[i] == '"' && i + 1 < cell.text.size() && cell.text[i + 1] == '"') {
-            ++i;
+        const char c = cell.text[i];
+        const char next = i + 1 < cell.text.size() ? cell.text[i + 1] : '\0';
+        if (c == '\r') {
+            if (next != '\n') {
+                out += '\n';
+            }
+            continue;
         }
+        out += c;
+        i += c == '"' && next == '"' ? 1 : 0;
     }
     out += cell.tail;
     return out;

@@ -106,7 +106,7 @@ struct SQuotedCell
 /// same line.
 [[nodiscard]] SQuotedCell ReadQuoted(std::string_view text, std::size_t start, char separator);
 
-/// Text of a quoted cell with doubled quotes made single.
+/// Text of a quoted cell with doubled quotes made single and line ends made LF.
 [[nodiscard]] std::string Unquoted(const SQuotedCell& cell);
 
 /// The separator of a text (comma, semicolon, tab or pipe) by its first lines: the one that cuts

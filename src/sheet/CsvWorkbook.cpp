@@ -91,7 +91,9 @@ private:
             end = cell.end;
             m_breaks.Seek(end);
             m_breaks.Next();
-            text = cell.isPlain || (!cell.hasDoubled && cell.tail.empty())
+            const bool asItStands = !cell.hasDoubled && cell.tail.empty() &&
+                                    cell.text.find('\r') == std::string_view::npos;
+            text = cell.isPlain || asItStands
                        ? cell.text
                        : std::string_view(m_copies.emplace_back(Unquoted(cell)));
         } else if (m_text.substr(start).starts_with("=\"")) {

@@ -31,6 +31,7 @@ TEST(CsvWorkbook, ReadsTables)
          "1: pn|desc\n2: x|CAP;10u;16V\n3: y|RES;1k;1%"},
         {"quotes", "\"a\",\"b,c\",\"d \"\"e\"\"\"\n", "1: a|b,c|d \"e\""},
         {"newline in quotes", "\"a\nb\",c\nd,e\n", "1: a\nb|c\n2: d|e"},
+        {"line ends in quotes", "\"a\r\nb\rc\",d\r\n", "1: a\nb\nc|d"},
         {"empty quotes", "\"\",x\n", "1: |x"},
         {"blanks behind quotes", "\"a\"  ,b\n", "1: a|b"},
         {"quote inside a cell", "5\" disk,b\n", "1: 5\" disk|b"},
