@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 
 namespace zov::cli {
 
@@ -128,12 +129,52 @@ std::string FindingText(const SImportFinding& finding)
     return line + said;
 }
 
-/// A dry run is asked what would happen to the library's models; after a run the count is enough.
+bool IsMissingColumn(const SImportFinding& finding)
+{
+    return finding.severity == ESeverity::Error && finding.column == 0 &&
+           !finding.property.empty() && finding.seen.empty();
+}
+
+/// Properties that rows lack because no column feeds them, with the number of such rows: told once
+/// instead of row by row.
+std::map<std::string, std::size_t> MissingColumns(const SImportReport& report)
+{
+    std::map<std::string, std::size_t> missing;
+    for (const SImportRow& row : report.rows) {
+        for (const SImportFinding& finding : row.findings) {
+            if (IsMissingColumn(finding)) {
+                ++missing[finding.property];
+            }
+        }
+    }
+    return missing;
+}
+
+void PrintMissingColumns(const SImportReport& report, const SStreams& streams)
+{
+    const std::map<std::string, std::size_t> missing = MissingColumns(report);
+    if (missing.empty()) {
+        return;
+    }
+    streams.out.Write("missing columns\n");
+    for (const auto& [property, rows] : missing) {
+        Print(streams.out,
+              "  {}: error: {} without it; name its column in a --map file or give every row a "
+              "value by --const '{}=...'\n",
+              property, Counted(rows, "row"), property);
+    }
+}
+
+/// Rows that lack nothing but a whole column are not listed. A dry run is asked what would happen
+/// to the library's models; after a run the count is enough.
 bool IsWorthTelling(const SImportRow& row, bool dryRun)
 {
     const bool touchesLibrary =
         row.action == ERowAction::Replaced || row.action == ERowAction::SkippedExisting;
-    return !row.findings.empty() || (touchesLibrary ? dryRun : row.action != ERowAction::Added);
+    if (!row.findings.empty()) {
+        return !std::ranges::all_of(row.findings, IsMissingColumn);
+    }
+    return touchesLibrary ? dryRun : row.action != ERowAction::Added;
 }
 
 void PrintRows(const SImportReport& report, bool allRows, bool dryRun, const SStreams& streams)
@@ -154,7 +195,9 @@ void PrintRows(const SImportReport& report, bool allRows, bool dryRun, const SSt
         Print(streams.out, "  row {} '{}': {}\n", row.row, OneLine(row.name),
               ActionText(row.action));
         for (const SImportFinding& finding : row.findings) {
-            Print(streams.out, "    {}\n", FindingText(finding));
+            if (!IsMissingColumn(finding)) {
+                Print(streams.out, "    {}\n", FindingText(finding));
+            }
         }
     }
     if (hidden != 0) {
@@ -234,6 +277,7 @@ void PrintImport(const SImportReport& report, bool allRows, bool dryRun, const S
     Print(streams.out, "{}, sheet '{}', titles in row {}\n", report.source, OneLine(report.sheet),
           report.headerRow);
     PrintColumns(report, streams);
+    PrintMissingColumns(report, streams);
     PrintRows(report, allRows, dryRun, streams);
     for (const SImportFinding& finding : report.findings) {
         Print(streams.out, "{}\n", FindingText(finding));
