@@ -133,13 +133,16 @@ std::string SizeOf(std::string_view code, std::string_view unit)
 std::optional<bool> IsCircuitType(std::string_view word, ERecordType type)
 {
     static constexpr std::array<std::string_view, 3> kPlainWords = {"RLC", "RL", "R"};
-    if (word == "0" || EqualsNoCase(word, "SPICE")) {
+    if (word == "0" || word == "1") {
+        return word == "0";
+    }
+    if (EqualsNoCase(word, "SPICE")) {
         return true;
     }
     const std::size_t plain = type == ERecordType::Capacitor  ? 0
                               : type == ERecordType::Inductor ? 1
                                                               : 2;
-    if (word == "1" || EqualsNoCase(word, kPlainWords[plain])) {
+    if (EqualsNoCase(word, kPlainWords[plain])) {
         return false;
     }
     return std::nullopt;
