@@ -61,10 +61,14 @@ bool SameNumber(double a, double b, ENumbers numbers)
     if (numbers == ENumbers::Exact || a == 0.0 || b == 0.0) {
         return false;
     }
+    const double apart = std::fabs(a - b);
+    if (apart <= 5e-7 * std::fabs(a)) {
+        return true; // within half a unit whatever the leading digit is
+    }
     // Half a unit of the sixth digit, and a little for the conversion between units.
     constexpr double kHalfUnit = 5e-6 * (1.0 + 1e-6);
     const double decade = std::pow(10.0, std::floor(std::log10(std::fabs(a))));
-    return std::fabs(a - b) <= kHalfUnit * decade;
+    return apart <= kHalfUnit * decade;
 }
 
 /// Absent values count as what a reader that finds nothing takes them for.
