@@ -58,6 +58,13 @@ quietly() {
 
 # build_targets TARGET...
 build_targets() {
+    # A checkout that was moved or copied can't use the old one's build folder.
+    if [ -f "$build/CMakeCache.txt" ] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$build/CMakeCache.txt"; then
+        rm -rf "$build"
+    fi
+    if [ -z "${HOME:-}" ]; then
+        export CCACHE_DIR=$build/ccache
+    fi
     if [ ! -f "$build/build.ninja" ]; then
         say "configuring ($preset)"
         (cd "$root" && quietly cmake --preset "$preset")
