@@ -68,6 +68,51 @@ TEST_F(CLibraryCommands, ListSelectsAndShowsInUnits)
               "]}\n= 0");
 }
 
+TEST_F(CLibraryCommands, JsonHoldsEverySubModel)
+{
+    CZovLibrary library;
+    CZovRcdProps& ic = library.Add(ERecordType::Ic);
+    ic.SetString(EPropId::ModelName, "U1");
+    ic.SetComposite(
+        SIoModel{"u.ibs",
+                 "U",
+                 true,
+                 {{"G", EBusType::Data, EEdgeType::FallEdge, {{"a", "b"}}, {"s"}, {{"c", "d"}}}}});
+    ic.SetComposite(SDcModel{true, SSpiceRef{"r.sp", "R"}, {}});
+    ic.SetComposite(SDcConvModel{true, {{"P", EConvPin::Input, "Q", 1.0, 2.0, 3.0, 4.0, 5.0}}});
+    ic.SetComposite(SAcModel{{}, {{true, 1.0, 2.0, 3.0, "p", "n", "P", "N", {{6.0, 7.0}}}}});
+    ic.SetComposite(SVrmModel{{}, {{1.0, 2.0, 3.0, 4.0, {"A"}}}});
+    ic.SetComposite(SThermalModel{1.0, 2.0, 3.0, 4.0, 5.0});
+    ic.SetComposite(SThroughModel{true, {{"1", "2", 3.0, 4.0}}});
+    CZovRcdProps& spice = library.Add(ERecordType::Spice);
+    spice.SetString(EPropId::ModelName, "X1");
+    spice.SetComposite(SCircuitRef{"SUB", "", ".SUBCKT SUB 1 2\n.ENDS"});
+    Save(library, "a.zov");
+    EXPECT_EQ(
+        Zov("lib list @/a.zov --json").out,
+        R"~({"version":1,"file":"@/a.zov","records":[
+{"type":"IC","properties":{"ModelName":"U1",)~"
+        R"~("IO_MODEL":{"IBIS":"u.ibs","Components":"U","ExpIOAndGNDTerm":true,"BusDefinition":[{"BusGroup":"G",)~"
+        R"~("BusType":"Data","EdgeType":"FallEdge","TimingRef":[["a","b"]],"Signal":["s"],"Clock":[["c","d"]]}]},)~"
+        R"~("DC_MODEL":{"PFMode":"Worst","SPICE":{"File":"r.sp","model":"R"}},)~"
+        R"~("DCCONV_MODEL":{"UseCurrentForInputPins":true,"Pin":[{"Name":"P","Type":"INPUT","PinPair":"Q",)~"
+        R"~("Voltage":1.0,"Current":2.0,"ConvertRate":3.0,"UpperTolerance":4.0,"LowerTolerance":5.0}]},)~"
+        R"~("AC_MODEL":{"PowerRail":[{"Type":"PWL Model","MaxPeakRipple":1.0,"TransCurDelta":2.0,)~"
+        R"~("ShortRiseTimeDelta":3.0,"PositivePins":"p","NegativePins":"n","PositiveNet":"P","NegativeNet":"N",)~"
+        R"~("FeqImp":[{"Frequency":6.0,"Impedance":7.0}]}]},)~"
+        R"~("VRM":{"PowerRail":[{"NominalVoltage":1.0,"OutputTolerance":2.0,"OutputCurrent":3.0,)~"
+        R"~("PinResistance":4.0,"Pin":["A"]}]},)~"
+        R"~("Thermal":{"PowerDissipation":1.0,"Thickness":2.0,"Theta_JB":3.0,"Theta_JC":4.0,)~"
+        R"~("MaxDieTemperature":5.0},)~"
+        R"~("Through":{"NotThrough":"Yes","ThroughInfo":[{"Pin1":"1","Pin2":"2","Inductance":3.0,"Resistance":4.0}]}}},
+{"type":"SPICE","properties":{"ModelName":"X1","Circuit":{"Model":"SUB","Text":".SUBCKT SUB 1 2\n.ENDS"}}}
+]}
+)~");
+    EXPECT_EQ(Zov("lib list @/a.zov").out,
+              "IC     U1  IO_MODEL DC_MODEL DCCONV_MODEL AC_MODEL VRM Thermal Through\n"
+              "SPICE  X1  SUB in the library\n");
+}
+
 TEST_F(CLibraryCommands, DiffTellsPropertyByProperty)
 {
     SaveTwo();
