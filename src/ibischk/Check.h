@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+/// One check in progress: what every family's function is handed.
+#pragma once
+
+#include "base/Arena.h"
+#include "ibischk/CheckState.h"
+#include "ibischk/FileData.h"
+#include "ibischk/FileSource.h"
+#include "ibischk/Report.h"
+
+#include <string>
+#include <string_view>
+
+namespace zov::ibischk {
+
+struct SCheck
+{
+    SCheck(CReport& reportTo, CFileSource& filesFrom)
+        : report(reportTo)
+        , files(filesFrom)
+    {
+    }
+
+    CReport& report;
+    CFileSource& files;
+    SCheckState state;
+    SFileData data;
+    CArena arena;
+    std::string path; ///< of the checked file, extension appended
+    int depth = 0;    ///< of checks of files that files name
+
+    /// Folder of the checked file with its "/" at the end; empty for none.
+    [[nodiscard]] std::string_view Folder() const;
+    /// The checked file's name without folder.
+    [[nodiscard]] std::string_view BaseName() const;
+    /// Path of a file that the checked file names.
+    [[nodiscard]] std::string PathOf(std::string_view named) const;
+};
+
+} // namespace zov::ibischk

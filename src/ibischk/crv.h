@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+/// I-V tables: of buffers, clamps, ISSO and series elements, also those of submodels.
+#pragma once
+
+#include "ibischk/Family.h"
+#include "ibischk/KeywordCodes.h"
+#include "ibischk/Types.h"
+#include "ibischk/Values.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace zov::ibischk {
+
+/// A table of voltage and three currents. The vectors have one entry per row.
+struct SCurve
+{
+    EKeyword keyword = EKeyword::NotKey;
+    SPlace place;
+    std::vector<double> voltage;
+    std::vector<double> current[3]; ///< typ, min, max; kAbsent for NA
+    std::vector<std::uint32_t> line;
+    double vds = kAbsent; ///< of [Series MOSFET]
+
+    void Clear(EKeyword of, SPlace at);
+};
+
+extern const SFamily kCrvFamily;
+
+} // namespace zov::ibischk

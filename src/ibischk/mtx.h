@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+/// [Model Data] and its matrices.
+#pragma once
+
+#include "ibischk/Family.h"
+#include "ibischk/KeywordCodes.h"
+#include "ibischk/Types.h"
+#include "ibischk/Values.h"
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace zov::ibischk {
+
+enum class EMatrix : std::uint8_t
+{
+    None,
+    Full,
+    Banded,
+    Sparse
+};
+
+struct SSparseEntry
+{
+    std::uint32_t column; ///< place of the pin in [Pin Numbers]
+    double value;
+};
+
+/// The matrix that is open. Only its diagonal, the row that is open and what the checks of whole
+/// matrices need are kept.
+struct SMatrix
+{
+    EKeyword keyword = EKeyword::NotKey;
+    EMatrix kind = EMatrix::None;
+    SPlace place;
+    std::size_t bandwidth = 0;
+    bool hasBandwidth = false;
+    std::vector<double> diagonal; ///< by pin; kAbsent where none was given
+    std::vector<bool> rowSeen;    ///< by pin
+    std::size_t row = 0;          ///< pin of the open row
+    bool rowOpen = false;
+    SPlace rowPlace;
+    std::size_t valuesInRow = 0;
+    std::vector<SSparseEntry> entries; ///< off-diagonal ones, all rows
+};
+
+extern const SFamily kMtxFamily;
+
+} // namespace zov::ibischk
