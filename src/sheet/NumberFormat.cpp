@@ -162,7 +162,7 @@ SRatio Approximate(double value, std::int64_t limit)
         const double whole = std::floor(rest);
         const auto factor = static_cast<std::int64_t>(whole);
         const std::int64_t denominator = factor * last.denominator + before.denominator;
-        if (denominator > limit) {
+        if (denominator > limit && last.denominator > 0) {
             const std::int64_t part = (limit - before.denominator) / last.denominator;
             const SRatio between{before.numerator + part * last.numerator,
                                  before.denominator + part * last.denominator};
