@@ -60,7 +60,8 @@ bool IsEmptyWord(std::string_view text)
     if (text.empty()) {
         return true;
     }
-    if (text.size() > 4) {
+    const char first = ToUpper(text.front()); // of every word; most cells end here
+    if (text.size() > 4 || (first != '-' && first != 'N' && first != '\xE2')) {
         return false;
     }
     for (const std::string_view word : kWords) {

@@ -9,6 +9,7 @@
 /// exactly 1e-07.
 #pragma once
 
+#include "batch/UnitWords.h"
 #include "core/Units.h"
 
 #include <cstdint>
@@ -55,12 +56,7 @@ struct SCellReading
 /// What a cell of that quantity may look like, for messages: "a capacitance such as 100nF, 4u7".
 [[nodiscard]] std::string_view ExpectedText(EQuantity quantity);
 
-/// Exponent of a unit word as part lists write it ("uF", "UF", "microfarad", "Ohms", "kR", "mA",
-/// or a prefix alone, "k"), none when it is no unit of the quantity or could be two ("MOHM": milli
-/// or mega; "MF").
-[[nodiscard]] std::optional<int> UnitWordExponent(std::string_view word, EQuantity quantity);
-
-// --- for readers of other cell forms ------------------------------------------------------------
+// --- for readers of other cell forms ---------------------------------------------------------
 
 /// A number at the start of a text in plain signs (PlainSigns), separators understood.
 struct SNumberText

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
 #include <vector>
 
 namespace zov::batch {
@@ -198,50 +199,34 @@ bool IsCurrency(std::string_view word)
                        [&](std::string_view known) { return EqualsNoCase(known, word); });
 }
 
-/// Place of a key in a blank-separated list, none when it is not there.
-std::optional<unsigned> PlaceIn(std::string_view keys, std::string_view key)
+/// Where a title stands in the table: which row, and how far from the best of that row.
+struct SPlace
 {
-    unsigned place = 0;
-    for (std::size_t at = 0; at < keys.size(); ++place) {
-        const std::size_t end = std::min(keys.find(' ', at), keys.size());
-        if (keys.substr(at, end - at) == key) {
-            return place;
-        }
-        at = end + 1;
-    }
-    return std::nullopt;
-}
-
-/// A title with the forms under which it may be known.
-struct STitle
-{
-    std::string full; ///< key of the whole title
-    std::string base; ///< key without what may be a unit, empty when there is none
-    std::string_view text;
+    std::size_t row;
+    unsigned place;
 };
+using CTitleIndex = std::unordered_multimap<std::string_view, SPlace>;
 
-STitle MakeTitle(std::string_view text)
+const CTitleIndex& TitleIndex()
 {
-    const SSplitTitle split = SplitTitle(text);
-    return {TitleKey(text), split.unit.empty() ? std::string() : TitleKey(split.base), text};
+    static const CTitleIndex kIndex = [] {
+        CTitleIndex index;
+        for (std::size_t row = 0; row < kTitles.size(); ++row) {
+            unsigned place = 0;
+            for (const std::string_view key : Split(kTitles[row].keys, ' ')) {
+                index.emplace(key, SPlace{row, place++});
+            }
+        }
+        return index;
+    }();
+    return kIndex;
 }
 
-std::optional<unsigned> PlaceOf(const STitle& title, const STitleRow& row)
+/// True when what stands behind a title's base is a unit of the field, or a currency of a cost.
+bool EndsInUnit(std::string_view title, EField field)
 {
-    if (title.full.empty()) {
-        return std::nullopt;
-    }
-    if (const auto place = PlaceIn(row.keys, title.full)) {
-        return place;
-    }
-    if (title.base.empty()) {
-        return std::nullopt;
-    }
-    const bool unit = UnitInTitle(title.text, row.field).has_value();
-    const bool currency =
-        (row.field == ComponentCost || row.field == MountingCost || row.field == BomPenaltyCost) &&
-        IsCurrency(SplitTitle(title.text).unit);
-    return unit || currency ? PlaceIn(row.keys, title.base) : std::nullopt;
+    const bool cost = field == ComponentCost || field == MountingCost || field == BomPenaltyCost;
+    return UnitInTitle(title, field).has_value() || (cost && IsCurrency(SplitTitle(title).unit));
 }
 
 class CRecogniser
@@ -251,9 +236,8 @@ public:
         : m_used(titles.size())
         , m_type(type)
     {
-        m_titles.reserve(titles.size());
-        for (const std::string_view title : titles) {
-            m_titles.push_back(MakeTitle(title));
+        for (std::uint32_t i = 0; i < titles.size(); ++i) {
+            AddHits(titles[i], i + 1);
         }
     }
 
@@ -281,12 +265,13 @@ public:
 private:
     void Pass(EStrength strength)
     {
-        for (const STitleRow& row : kTitles) {
+        for (std::size_t index = 0; index < kTitles.size(); ++index) {
+            const STitleRow& row = kTitles[index];
             if (row.strength != strength || (row.types & TypeBit(m_type)) == 0) {
                 continue;
             }
             const std::uint32_t column =
-                m_found[row.field] == 0 || strength == EStrength::Both ? Best(row) : 0;
+                m_found[row.field] == 0 || strength == EStrength::Both ? Best(index) : 0;
             if (column == 0) {
                 continue;
             }
@@ -305,21 +290,45 @@ private:
         }
     }
 
-    std::uint32_t Best(const STitleRow& row) const
+    struct SHit
     {
-        std::uint32_t best = 0;
-        unsigned bestPlace = 0;
-        for (std::size_t i = 0; i < m_titles.size(); ++i) {
-            const auto place = m_used[i] ? std::nullopt : PlaceOf(m_titles[i], row);
-            if (place && (best == 0 || *place < bestPlace)) {
-                best = static_cast<std::uint32_t>(i + 1);
-                bestPlace = *place;
+        SPlace place;
+        std::uint32_t column;
+    };
+
+    void AddHits(std::string_view title, std::uint32_t column)
+    {
+        const std::string full = TitleKey(title);
+        const auto [first, last] = TitleIndex().equal_range(full);
+        for (auto known = first; known != last; ++known) {
+            m_hits.push_back({known->second, column});
+        }
+        const SSplitTitle split = SplitTitle(title);
+        if (split.unit.empty()) {
+            return;
+        }
+        const std::string base = TitleKey(split.base);
+        const auto [firstBase, lastBase] = TitleIndex().equal_range(base);
+        for (auto known = firstBase; known != lastBase; ++known) {
+            if (EndsInUnit(title, kTitles[known->second.row].field)) {
+                m_hits.push_back({known->second, column});
             }
         }
-        return best;
     }
 
-    std::vector<STitle> m_titles;
+    std::uint32_t Best(std::size_t row) const
+    {
+        const SHit* best = nullptr;
+        for (const SHit& hit : m_hits) {
+            if (hit.place.row == row && !m_used[hit.column - 1] &&
+                (best == nullptr || hit.place.place < best->place.place)) {
+                best = &hit;
+            }
+        }
+        return best == nullptr ? 0 : best->column;
+    }
+
+    std::vector<SHit> m_hits; ///< in the order of the columns
     std::vector<bool> m_used;
     ERecordType m_type;
     CRecognised m_found;

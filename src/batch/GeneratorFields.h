@@ -91,7 +91,7 @@ constexpr std::string_view kFromFile = "From File";
 /// the list has no such unit. "mOhm" before "MOhm" is no question: no list has both.
 [[nodiscard]] std::optional<std::string_view> FindListedUnit(EField field, std::string_view name);
 
-// --- words of cells ------------------------------------------------------------------------------
+// --- words of cells --------------------------------------------------------------------------
 
 enum class EModelKind : std::uint8_t
 {

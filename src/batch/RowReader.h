@@ -12,12 +12,18 @@
 #include "core/RecordStore.h"
 #include "sheet/Workbook.h"
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace zov::batch {
+
+/// Fields whose cell is taken as it stands.
+inline constexpr std::array kTextFields = {
+    EField::ModelName,  EField::MfgPartNo, EField::Manufacturer, EField::Tcc,
+    EField::Preference, EField::Comment,   EField::LookupKeyword};
 
 /// Values of a model; views are into the row and live as long as its visit.
 struct SModelRow
