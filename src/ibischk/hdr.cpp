@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ibischk/hdr.h"
 
+#include "base/Number.h"
 #include "base/Text.h"
 #include "ibischk/cmn.h"
 
@@ -86,6 +87,25 @@ void OpenFileRev(SCheck& check, const SLine& line)
     }
 }
 
+/// Month and day can be taken for each other: two small numbers in front, and no word.
+bool IsAmbiguousDate(std::string_view date)
+{
+    if (std::ranges::any_of(date, IsAlpha)) {
+        return false;
+    }
+    int fields[2] = {};
+    for (int& field : fields) {
+        const std::size_t digit = date.find_first_of("0123456789");
+        if (digit == std::string_view::npos) {
+            return false;
+        }
+        date.remove_prefix(digit);
+        field = LeadingInt(date);
+        date.remove_prefix(std::min(date.find_first_not_of("0123456789"), date.size()));
+    }
+    return !date.empty() && fields[0] <= 12 && fields[1] <= 12 && fields[0] != fields[1];
+}
+
 void OpenDate(SCheck& check, const SLine& line)
 {
     CheckPosition(check, EReport::Warning);
@@ -95,7 +115,7 @@ void OpenDate(SCheck& check, const SLine& line)
     }
     check.data.header.date =
         LimitText(check, KeywordText(EKeyword::Date), line.text, kNameLimit, line.Place());
-    if (std::ranges::none_of(line.text, IsAlpha)) {
+    if (IsAmbiguousDate(line.text)) {
         check.report.NoteAt(line.Place(), 1016, line.text);
     }
 }

@@ -48,7 +48,7 @@ struct SCheckHow
     bool progress = false;
     bool summary = false;
     /// Files that the text may name.
-    std::vector<std::pair<std::string, std::string>> beside;
+    std::vector<std::pair<std::string, std::string>> beside = {};
 };
 
 /// Checks a text as the file `how.name`.
