@@ -49,7 +49,9 @@ public:
         m_report.type = Type();
         m_report.source = PathText(m_options.source);
         m_report.destination = PathText(m_options.destination);
-        m_report.sheet = m_book.Sheets()[m_book.SelectedSheet()].name;
+        if (m_book.SelectedSheet() < m_book.Sheets().size()) {
+            m_report.sheet = m_book.Sheets()[m_book.SelectedSheet()].name;
+        }
         RETURN_IF_ERROR(LoadVendor());
         RETURN_IF_ERROR(SetHeaderRow());
         RETURN_IF_ERROR(ReadRows());

@@ -17,7 +17,10 @@ using enum EField;
 /// Bytes as a library holds texts: valid UTF-8 without NUL. Nearly every text is that already.
 void SetText(CRecordBuilder& builder, EPropId id, std::string_view text)
 {
-    const bool plain = std::all_of(text.begin(), text.end(), [](char c) { return c > 0; });
+    const bool plain = std::all_of(text.begin(), text.end(), [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte > 0 && byte < 0x80;
+    });
     if (plain) {
         builder.SetText(id, text);
     } else {

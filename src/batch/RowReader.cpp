@@ -26,6 +26,28 @@ std::string ColumnLetters(std::uint32_t column)
     return column == 0 ? std::string() : ColumnName(column);
 }
 
+/// Lists say more than options may.
+std::optional<ESizeSystem> SizeSystemOf(std::string_view word)
+{
+    struct SWord
+    {
+        std::string_view word;
+        ESizeSystem system;
+    };
+    constexpr std::array<SWord, 6> kWords = {{{"E", ESizeSystem::English},
+                                              {"M", ESizeSystem::Metric},
+                                              {"inch", ESizeSystem::English},
+                                              {"imperial", ESizeSystem::English},
+                                              {"EIA", ESizeSystem::English},
+                                              {"mm", ESizeSystem::Metric}}};
+    for (const SWord& known : kWords) {
+        if (EqualsNoCase(known.word, word)) {
+            return known.system;
+        }
+    }
+    return FindSizeSystem(word);
+}
+
 } // namespace
 
 void SModelRow::Clear()
@@ -293,7 +315,7 @@ void CRowReader::ReadSizeCell(SModelRow& model)
     ESizeSystem system = m_setup.sizeSystem;
     const std::string_view word = Cell(SizeUnit);
     if (!IsEmptyWord(word)) {
-        const auto found = FindSizeSystem(word);
+        const auto found = SizeSystemOf(word);
         if (!found) {
             Cannot(SizeUnit, "not a size system", "English or Metric");
             return;

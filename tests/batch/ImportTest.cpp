@@ -139,9 +139,9 @@ TEST_F(Import, SettlesRepeatedNames)
 
 TEST_F(Import, TellsOfWhatIsGuessed)
 {
-    Write("Part Number|Capacitance|Tolerance|Size|Model Type|ESR|ESL\n"
+    Write("Part Number|Capacitance|Tolerance|Size|Model Type|ESR|ESL|Size Unit\n"
           "A|1,000|0.1|402|RLC|1|1\n"
-          "B|0,5|0.2|0402|RLC|1|1\n"
+          "B|0,5|0.2|0402|RLC|1|1|Metric\n"
           "C|2,000|5|0402|RLC|1|1\n"
           "D|1e-10|5|0402|RLC|1|1\n"
           "E|10|5|SMD case|RLC|1|1\n"
@@ -161,6 +161,7 @@ TEST_F(Import, TellsOfWhatIsGuessed)
     EXPECT_EQ(library.At(0).GetString(EPropId::Size), "0402E");
     EXPECT_EQ(library.At(0).GetDouble(EPropId::Cv), 1e-6);
     EXPECT_EQ(library.At(1).GetDouble(EPropId::Cnom), 0.5e-9);
+    EXPECT_EQ(library.At(1).GetString(EPropId::Size), "0402M");
     EXPECT_EQ(library.At(3).GetString(EPropId::Size), "SMD caseE");
     EXPECT_EQ(m_report.counts.errors, 2U);
     EXPECT_EQ(m_report.counts.warnings, 5U);
