@@ -69,7 +69,21 @@ public:
 class CResolver final : public ss::iface::import_reference_resolver
 {
 public:
-    ss::src_address_t resolve_address(std::string_view) override { return {}; }
+    /// "B12" as row 11, column 1.
+    ss::src_address_t resolve_address(std::string_view address) override
+    {
+        ss::src_address_t place{};
+        for (const char c : address) {
+            if (c >= 'A' && c <= 'Z') {
+                place.column = place.column * 26 + (c - 'A' + 1);
+            } else if (c >= '0' && c <= '9') {
+                place.row = place.row * 10 + (c - '0');
+            }
+        }
+        --place.column;
+        --place.row;
+        return place;
+    }
     ss::src_range_t resolve_range(std::string_view) override { return {}; }
 };
 

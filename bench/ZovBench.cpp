@@ -10,6 +10,7 @@
 /// prints `t LABEL SECONDS` for each timed phase and `n NAME VALUE` for counts and checksums.
 #include "BenchSupport.h"
 #include "base/Text.h"
+#include "batch/ImportJob.h"
 #include "core/LibraryFiles.h"
 #include "core/RecordStore.h"
 #include "sheet/Workbook.h"
@@ -186,6 +187,25 @@ void Sheet(const char* path)
     PrintNumber("text_bytes", bytes);
 }
 
+/// A part list to a library as the import does it: rows, columns and cells by its rules, saved at
+/// the end.
+void SheetLibrary(const char* sheet, const char* out)
+{
+    CNullLog log;
+    std::filesystem::remove(out);
+    batch::SImportJob job;
+    job.generate.source = sheet;
+    job.generate.destination = out;
+    job.generate.mapping.type = ERecordType::Capacitor;
+    batch::SImportReport report;
+    const CStopwatch watch;
+    Must(batch::RunImport(job, log, report));
+    PrintTime("load", watch.Seconds());
+    PrintNumber("rows", report.counts.rows);
+    PrintNumber("added", report.counts.added);
+    PrintNumber("errors", report.counts.errors);
+}
+
 struct SCommand
 {
     int arguments;
@@ -200,6 +220,7 @@ int Main(int argc, char** argv)
         {"zov-save", {2, [](char** a) { ZovSave(a[0], a[1]); }}},
         {"xml-import", {1, [](char** a) { XmlImport(a[0]); }}},
         {"xml-export", {2, [](char** a) { XmlExport(a[0], a[1]); }}},
+        {"sheet-library", {2, [](char** a) { SheetLibrary(a[0], a[1]); }}},
         {"sheet", {1, [](char** a) { Sheet(a[0]); }}},
     };
     const auto found = argc > 1 ? commands.find(argv[1]) : commands.end();
