@@ -29,13 +29,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto titles = zov::Split(text, '\n');
     zov::CNullLog log;
     const auto mapping = ParseColumnMapping(text, "map.txt");
+    for (const SFieldInfo& info : Fields()) {
+        for (const std::string_view title : titles) {
+            static_cast<void>(UnitInTitle(title, info.field));
+        }
+    }
     for (const zov::ERecordType type : kTypes) {
         const CRecognised found = RecogniseTitles(titles, type);
         for (const SFieldInfo& info : Fields()) {
             Require(found[info.field] <= titles.size());
-            for (const std::string_view title : titles) {
-                static_cast<void>(UnitInTitle(title, info.field));
-            }
         }
         SMappingRequest request;
         request.type = type;
