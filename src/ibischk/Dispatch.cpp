@@ -2,6 +2,7 @@
 #include "ibischk/Dispatch.h"
 
 #include "base/Text.h"
+#include "ibischk/Guard.h"
 #include "ibischk/IllegalReport.h"
 #include "ibischk/cmn.h"
 
@@ -12,6 +13,7 @@ namespace zov::ibischk {
 namespace {
 
 constexpr std::size_t kKeywordLimit = 1021;
+constexpr const char* kModule = "ibischk/parse";
 
 /// Nothing can be made of data here.
 void DataOfNothing(SCheck& check, const SLine& line)
@@ -276,7 +278,8 @@ void CDispatcher::EndSection(EKeyword next)
 void CDispatcher::PopBlock(EKeyword next)
 {
     --m_state.blockDepth;
-    const SBlock* block = BlockOpenedBy(m_state.blocks[m_state.blockDepth]);
+    const SBlock* block =
+        Guarded(BlockOpenedBy(m_state.blocks[m_state.blockDepth]), kModule, __LINE__);
     if (block->open == next) {
         m_report.ErrorAt(m_state.keywordPlace, block->nestedCode, KeywordText(next),
                          KeywordText(block->open));
@@ -288,7 +291,7 @@ void CDispatcher::PopBlock(EKeyword next)
 
 bool CDispatcher::EndSectionByKeyword(const SKeyword& row)
 {
-    const SBlock* block = BlockClosedBy(row.code);
+    const SBlock* block = Guarded(BlockClosedBy(row.code), kModule, __LINE__);
     if (m_state.scope != row.scope) {
         m_report.ErrorAt(m_state.keywordPlace, block->unopenedCode, row.shown,
                          KeywordText(block->open));
@@ -366,6 +369,10 @@ void CDispatcher::Open(const SKeyword& row, const SLine& rest)
         m_report.WarningAt(rest.Place(), 1938, rest.text, row.shown);
     }
     const SHandler& handler = HandlerOf(row.code);
+    if (handler.keyword != row.code) {
+        m_report.BugAt(m_state.keywordPlace, 908, kModule, __LINE__);
+        return;
+    }
     m_data = handler.data != nullptr ? handler.data : &DataOfNothing;
     m_close = handler.close;
     if (handler.open != nullptr) {

@@ -8,20 +8,21 @@ namespace zov::ibischk {
 
 namespace {
 
-// What stands per component, models and their tables, then packages, boards and modules: tables are
-// read before what compares them.
+// The order of their steps at the end of a section and of the file: tables before the section that
+// holds them, what marks something as used before what tells that it isn't (cmpnt).
 constexpr const SFamily* kFamilies[] = {
-    &kHdrFamily,      &kCmpntFamily,     &kPkgFamily,      &kPinFamily,    &kDifpinFamily,
-    &kSswchFamily,    &kClockpinsFamily, &kBuslabelFamily, &kDspadFamily,  &kNodeFamily,
-    &kPdndmnFamily,   &kMselFamily,      &kMdlFamily,      &kCrvFamily,    &kWvfrmFamily,
-    &kRampFamily,     &kRcvthFamily,     &kSubmdlFamily,   &kAlgmodFamily, &kCircuitFamily,
-    &kTestdataFamily, &kTestloadFamily,  &kPkgmdlFamily,   &kMtxFamily,    &kEbdmdlFamily,
-    &kImsmdlFamily,   &kEmdFamily,       &kEmdsetFamily,
+    &kHdrFamily,    &kPinFamily,       &kPkgFamily,      &kDifpinFamily,   &kMselFamily,
+    &kSswchFamily,  &kClockpinsFamily, &kBuslabelFamily, &kDspadFamily,    &kPdndmnFamily,
+    &kCrvFamily,    &kWvfrmFamily,     &kRampFamily,     &kRcvthFamily,    &kAlgmodFamily,
+    &kMdlFamily,    &kSubmdlFamily,    &kTestdataFamily, &kTestloadFamily, &kCircuitFamily,
+    &kNodeFamily,   &kCmpntFamily,     &kPkgmdlFamily,   &kMtxFamily,      &kEbdmdlFamily,
+    &kImsmdlFamily, &kEmdFamily,       &kEmdsetFamily,
 };
 
 std::array<SHandler, kKeywordCount> CollectHandlers()
 {
     std::array<SHandler, kKeywordCount> handlers{};
+    handlers.fill({EKeyword::NotKey, nullptr, nullptr, nullptr});
     for (const SFamily* family : kFamilies) {
         for (const SHandler& handler : family->handlers) {
             handlers[static_cast<std::size_t>(handler.keyword)] = handler;

@@ -56,7 +56,7 @@ struct SFamily
 /// All families, in the order of their steps.
 [[nodiscard]] std::span<const SFamily* const> Families();
 
-/// The functions of a keyword; an empty row when no family has it.
+/// The functions of a keyword; a row of NotKey when no family has it.
 [[nodiscard]] const SHandler& HandlerOf(EKeyword code);
 
 /// Runs the section's close of every family.

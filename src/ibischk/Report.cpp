@@ -2,6 +2,7 @@
 #include "ibischk/Report.h"
 
 #include "ibischk/Catalogue.h"
+#include "ibischk/Guard.h"
 
 #include <fmt/format.h>
 
@@ -66,7 +67,7 @@ void CReport::EmitList(EReport severity, SPlace place, int code, std::span<const
 {
     const SMessage* row = FindMessage(code);
     if (row == nullptr) {
-        row = FindMessage(0);
+        row = Guarded(FindMessage(0), "ibischk/report", __LINE__);
         severity = EReport::Internal;
         args = {};
     }

@@ -91,14 +91,15 @@ bool LimitName(SCheck& check, std::string_view what, std::string_view name, std:
 /// POWER, GND, NC, NA; from 4.2 CIRCUITCALL; in any case.
 [[nodiscard]] bool IsReservedWord(std::string_view name, EVersion version);
 
-/// The one word behind a keyword: 1913 when missing, 1939 for further words, 1914 when too long,
-/// 1916 when reserved and `mayBeReserved` is not set.
-/// @return the name; empty when missing
+/// May the name be a reserved word?
 enum class EReserved : std::uint8_t
 {
     Refused,
     Allowed
 };
+/// The one word behind a keyword: 1913 when missing, 1939 for further words, 1914 when too long,
+/// 1916 when reserved and that is refused.
+/// @return the name; empty when missing
 std::string_view TakeName(SCheck& check, const SLine& line, std::size_t limit, EReserved reserved);
 
 /// The rest of the line behind a keyword as text: 1913 when missing, 1912 when too long.

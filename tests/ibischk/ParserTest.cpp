@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What holds for every file: lines, versions, keywords and where they may stand.
 #include "ibischk/CheckSupport.h"
+#include "ibischk/Family.h"
 #include "ibischk/Keywords.h"
 
 #include <gtest/gtest.h>
@@ -306,6 +307,16 @@ TEST(Parser, KeywordsStandInTheirSectionsAndBlocks)
         {"7.2", "[Define Package Model] p\n[Define Package Model] q\n", "E3192@5 E3190@5"},
         {"7.2", "[End Package Model]\n", "E3191@4"},
     });
+}
+
+TEST(Parser, EveryKeywordHasAFamily)
+{
+    for (int code = 0; code < static_cast<int>(EKeyword::End); ++code) {
+        const auto keyword = static_cast<EKeyword>(code);
+        if (keyword != EKeyword::CommentChar) {
+            EXPECT_EQ(HandlerOf(keyword).keyword, keyword) << KeywordText(keyword);
+        }
+    }
 }
 
 TEST(Parser, OneCheckLeavesNothingForTheNext)
