@@ -120,8 +120,7 @@ private:
     {
         const auto type = FindComponentType(m_options.componentType);
         if (!type) {
-            return Failed(std::string(msg::kUnknownType) +
-                          (m_options.componentType.empty() ? "" : " ") + m_options.componentType);
+            return Failed(std::string(msg::kUnknownType) + m_options.componentType);
         }
         m_generate.mapping.type = *type;
         return true;

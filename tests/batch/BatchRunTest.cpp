@@ -265,7 +265,7 @@ TEST_F(BatchRun, ChecksOptionsInOrder)
         {&SBatchOptions::unitOfSize, "inch", "Capacitor", "[ERROR] Invalied Unit of Size:inch"},
         {&SBatchOptions::externalNodeAssignment, "Both", "Resistor",
          "[ERROR] Invalied External Node Assignment:Both"},
-        {&SBatchOptions::componentType, "Diode", "Diode", "[ERROR] unknow Component type Diode"},
+        {&SBatchOptions::componentType, "Diode", "Diode", "[ERROR] unknow Component typeDiode"},
         {&SBatchOptions::componentType, "", "", "[ERROR] unknow Component type"},
         {&SBatchOptions::workSheet, "", "Capacitor", "[ERROR]: Worksheet name is empty "},
         {&SBatchOptions::optionFromDupPartNumber, "Append", "Capacitor",
