@@ -208,37 +208,39 @@ void AddPolicyOptions(CLI::App& command, SOptions& options)
     command
         .add_option("--on-duplicate", options.onDuplicate,
                     "Model that LIB has already: keep it (unless given) or replace it")
-        ->check(CLI::IsMember({"keep", "replace"}))
+        ->check(CLI::IsMember({"keep", "replace"}).description(""))
         ->type_name("keep|replace");
     command
         .add_option("--on-repeat", options.onRepeat,
                     "Name that an earlier row has: keep the first (unless given), replace it, or "
                     "tell them apart by a suffix")
-        ->check(CLI::IsMember({"keep", "replace", "suffix"}))
+        ->check(CLI::IsMember({"keep", "replace", "suffix"}).description(""))
         ->type_name("keep|replace|suffix");
     command.add_flag("--assume-ideal", options.assumeIdeal,
                      "Take values that a row lacks as ideal: R and L of a capacitor 0, its actual "
                      "capacitance the nominal one, R of an inductor 0");
-    command.add_option("--vendor", options.vendor,
-                       "Vendor decap library (.xml), list of them (.txt) or the folder of that "
-                       "list; completes capacitors by maker and part number");
+    command
+        .add_option("--vendor", options.vendor,
+                    "Vendor decap library (.xml), list of them (.txt) or the folder of that "
+                    "list; completes capacitors by maker and part number")
+        ->type_name("FILE");
 }
 
 void AddUnitOptions(CLI::App& command, SOptions& options)
 {
     for (const SUnitOption& unit : kUnitOptions) {
-        command.add_option(unit.name, options.units[unit.field], unit.help);
+        command.add_option(unit.name, options.units[unit.field], unit.help)->type_name("UNIT");
     }
     command
         .add_option("--size-unit", options.sizeUnit,
                     "System of the size codes: English (inch), Metric, or From File, the letter "
                     "in the cell (unless given)")
-        ->check(CLI::IsMember({"English", "Metric", "From File"}, CLI::ignore_case))
+        ->check(CLI::IsMember({"English", "Metric", "From File"}, CLI::ignore_case).description(""))
         ->type_name("SYSTEM");
     command
         .add_option("--node", options.node,
                     "How two-port files are wired: Series (unless given) or Shunt")
-        ->check(CLI::IsMember({"Series", "Shunt"}, CLI::ignore_case))
+        ->check(CLI::IsMember({"Series", "Shunt"}, CLI::ignore_case).description(""))
         ->type_name("Series|Shunt");
 }
 
@@ -250,16 +252,24 @@ void AddImport(CLI::App& zov, SChosen& chosen)
     CLI::App* command =
         zov.add_subcommand("import", "Make library models of the rows of a part list");
     command->footer(kFooter);
-    command->add_option("SHEET", options->sheetFile, "Part list: .xlsx, .xls, .csv")->required();
-    command->add_option("--type", options->type, "capacitor, inductor or resistor")->required();
+    command->add_option("SHEET", options->sheetFile, "Part list: .xlsx, .xls, .csv")
+        ->required()
+        ->type_name("");
+    command->add_option("--type", options->type, "capacitor, inductor or resistor")
+        ->type_name("T")
+        ->required();
     command->add_option("--into", options->into, "Library that grows: .zov or .zovx")
         ->required()
         ->type_name("LIB");
-    command->add_option("--map", options->map,
-                        "Column-mapping file: lines of PROPERTY,COLUMN TITLE");
-    command->add_option("--sheet", options->sheet, "Sheet; the first visible one if not given");
-    command->add_option("--header-row", options->headerRow,
-                        "Row of the column titles, counted from 1; found if not given");
+    command
+        ->add_option("--map", options->map, "Column-mapping file: lines of PROPERTY,COLUMN TITLE")
+        ->type_name("FILE");
+    command->add_option("--sheet", options->sheet, "Sheet; the first visible one if not given")
+        ->type_name("NAME");
+    command
+        ->add_option("--header-row", options->headerRow,
+                     "Row of the column titles, counted from 1; found if not given")
+        ->type_name("N");
     command
         ->add_option("--const", options->constants,
                      "PROPERTY=VALUE for every row, such as 'Model Type=RLC'; may be repeated")

@@ -89,9 +89,13 @@ void AddLibConvert(CLI::App& lib, SChosen& chosen)
     CLI::App* command = lib.add_subcommand(
         "convert", "Any readable form to .zov or .zovx; OUT's extension decides");
     command->footer(kFooter);
-    command->add_option("IN", options->in, "Library: .zov, .zovx, .xml or .sp")->required();
-    command->add_option("OUT", options->out, "File to write: .zov or .zovx")->required();
-    command->add_option("--units", options->units, kUnitsHelp);
+    command->add_option("IN", options->in, "Library: .zov, .zovx, .xml or .sp")
+        ->required()
+        ->type_name("");
+    command->add_option("OUT", options->out, "File to write: .zov or .zovx")
+        ->required()
+        ->type_name("");
+    command->add_option("--units", options->units, kUnitsHelp)->type_name("UNITS");
     command->add_flag("--dry-run", options->dryRun, "Read and report, write nothing");
     command->add_flag("--json", options->json, "Report as JSON");
     command->callback([options, &chosen] {

@@ -291,16 +291,16 @@ void AddLibDiff(CLI::App& lib, SChosen& chosen)
     CLI::App* command =
         lib.add_subcommand("diff", "Records added, removed and changed, property by property");
     command->footer(kFooter);
-    command->add_option("A", options->a, "Library")->required();
-    command->add_option("B", options->b, "Library to compare with")->required();
+    command->add_option("A", options->a, "Library")->required()->type_name("");
+    command->add_option("B", options->b, "Library to compare with")->required()->type_name("");
     command
         ->add_option("--numbers", options->numbers,
                      "How numbers are compared: to the last bit (exact), to the six digits of "
                      "exchange files (rounded), or exact between .zov files and rounded otherwise "
                      "(auto, unless given)")
-        ->check(CLI::IsMember({"auto", "exact", "rounded"}))
+        ->check(CLI::IsMember({"auto", "exact", "rounded"}).description(""))
         ->type_name("auto|exact|rounded");
-    command->add_option("--units", options->units, kUnitsHelp);
+    command->add_option("--units", options->units, kUnitsHelp)->type_name("UNITS");
     command->add_flag("--json", options->json, "Report as JSON; numbers are in SI units");
     command->callback([options, &chosen] {
         chosen.run = [options](const SStreams& streams) { return Execute(*options, streams); };

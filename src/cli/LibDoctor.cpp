@@ -110,7 +110,7 @@ void AddLibDoctor(CLI::App& lib, SChosen& chosen)
     CLI::App* command = lib.add_subcommand(
         "doctor", "Missing files, duplicates, incomplete records, texts that can't be exported");
     command->footer(kFooter);
-    command->add_option("FILE", options->file, "Library")->required();
+    command->add_option("FILE", options->file, "Library")->required()->type_name("");
     command->add_flag("--json", options->json, "Report as JSON");
     command->callback([options, &chosen] {
         chosen.run = [options](const SStreams& streams) { return Execute(*options, streams); };

@@ -159,7 +159,7 @@ void AddLibInfo(CLI::App& lib, SChosen& chosen)
     auto options = std::make_shared<SOptions>();
     CLI::App* command = lib.add_subcommand("info", "Form, size, header and records by type");
     command->footer(kFooter);
-    command->add_option("FILE", options->files, "Libraries")->required();
+    command->add_option("FILE", options->files, "Libraries")->required()->type_name("");
     command->add_flag("--json", options->json, "Report as JSON");
     command->callback([options, &chosen] {
         chosen.run = [options](const SStreams& streams) { return Execute(*options, streams); };

@@ -179,14 +179,18 @@ void AddLibList(CLI::App& lib, SChosen& chosen)
     auto options = std::make_shared<SOptions>();
     CLI::App* command = lib.add_subcommand("list", "One record a line, with its values");
     command->footer(kFooter);
-    command->add_option("FILE", options->file, "Library")->required();
-    command->add_option("--type", options->type,
-                        "Only records of this type: IC, Capacitor, Inductor, Resistor, VRM, "
-                        "Connector, Package, SPICE");
-    command->add_option("--match", options->match,
-                        "Only records whose name or part number matches; * is any text, ? any "
-                        "character, case does not count");
-    command->add_option("--units", options->units, kUnitsHelp);
+    command->add_option("FILE", options->file, "Library")->required()->type_name("");
+    command
+        ->add_option("--type", options->type,
+                     "Only records of this type: IC, Capacitor, Inductor, Resistor, VRM, "
+                     "Connector, Package, SPICE")
+        ->type_name("T");
+    command
+        ->add_option("--match", options->match,
+                     "Only records whose name or part number matches; * is any text, ? any "
+                     "character, case does not count")
+        ->type_name("PATTERN");
+    command->add_option("--units", options->units, kUnitsHelp)->type_name("UNITS");
     command->add_flag("--json", options->json, "Every property as JSON, one record a line");
     command->callback([options, &chosen] {
         chosen.run = [options](const SStreams& streams) { return Execute(*options, streams); };

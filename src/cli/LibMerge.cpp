@@ -152,12 +152,16 @@ void AddLibMerge(CLI::App& lib, SChosen& chosen)
     auto onDuplicate = std::make_shared<std::string>("keep");
     CLI::App* command = lib.add_subcommand("merge", "Put the records of libraries into one");
     command->footer(kFooter);
-    command->add_option("DEST", options->dest, "Library that grows: .zov or .zovx")->required();
-    command->add_option("IN", options->inputs, "Libraries to take records from")->required();
+    command->add_option("DEST", options->dest, "Library that grows: .zov or .zovx")
+        ->required()
+        ->type_name("");
+    command->add_option("IN", options->inputs, "Libraries to take records from")
+        ->required()
+        ->type_name("");
     command
         ->add_option("--on-duplicate", *onDuplicate,
                      "Record that DEST has already: keep it (unless given) or replace it")
-        ->check(CLI::IsMember({"keep", "replace"}))
+        ->check(CLI::IsMember({"keep", "replace"}).description(""))
         ->type_name("keep|replace");
     command->add_flag("--dry-run", options->dryRun, "Report what would be done, write nothing");
     command->add_flag("--json", options->json, "Report as JSON");

@@ -221,12 +221,18 @@ void AddSheet(CLI::App& zov, SChosen& chosen)
     CLI::App* command =
         zov.add_subcommand("sheet", "What is read from a spreadsheet: sheets, cells");
     command->footer(kFooter);
-    command->add_option("FILE", options->file, "Workbook: .xlsx, .xls, .csv")->required();
-    command->add_option("--sheet", options->sheet,
-                        "Sheet to show; the first visible one if not given");
-    command->add_option("--rows", options->rows, "Rows to show, 0 for all; 20 if not given");
-    command->add_option("--width", options->width,
-                        "Characters of a cell to show, 0 for all; 24 if not given");
+    command->add_option("FILE", options->file, "Workbook: .xlsx, .xls, .csv")
+        ->required()
+        ->type_name("");
+    command
+        ->add_option("--sheet", options->sheet, "Sheet to show; the first visible one if not given")
+        ->type_name("NAME");
+    command->add_option("--rows", options->rows, "Rows to show, 0 for all; 20 if not given")
+        ->type_name("N");
+    command
+        ->add_option("--width", options->width,
+                     "Characters of a cell to show, 0 for all; 24 if not given")
+        ->type_name("N");
     command->add_flag("--json", options->json, "Report as JSON, one row a line");
     command->callback([options, &chosen] {
         chosen.run = [options](const SStreams& streams) { return Execute(*options, streams); };
