@@ -7,7 +7,10 @@ int main(int argc, char** argv)
 {
     const zov::batch::CZvLibGenApp app({argv, argv + argc});
     if (app.IsBatch()) {
-        return app.RunBatch();
+        zov::CFunctionLog trouble([](std::string_view text) {
+            std::fprintf(stderr, "zovra: %.*s\n", static_cast<int>(text.size()), text.data());
+        });
+        return app.RunBatch({}, trouble);
     }
     std::fputs("zovra: this build has no desktop. Generate libraries with 'zovra -b ...' (see "
                "docs/zovra.md) or 'zov import', and look into them with 'zov lib'.\n",

@@ -7,8 +7,8 @@
 
 namespace zov {
 
-/// Bits that are set. On a processor without the instruction the standard library calls a function for
-/// this; a dozen inline operations are cheaper where it stands in every property look-up.
+/// Bits that are set. On a processor without the instruction the standard library calls a function
+/// for this; a dozen inline operations are cheaper where it stands in every property look-up.
 [[nodiscard]] constexpr unsigned PopCount(std::uint64_t bits)
 {
     bits -= (bits >> 1U) & 0x5555555555555555ULL;
@@ -17,8 +17,8 @@ namespace zov {
     return static_cast<unsigned>((bits * 0x0101010101010101ULL) >> 56U);
 }
 
-/// The bytes of a text shorter than 8 as one number, zero beyond its end; without a copy of unknown length,
-/// which would be a call.
+/// The bytes of a text shorter than 8 as one number, zero beyond its end; without a copy of unknown
+/// length, which would be a call.
 [[nodiscard]] inline std::uint64_t LoadShort(std::string_view text)
 {
     const auto at = [&](std::size_t i, auto width) {

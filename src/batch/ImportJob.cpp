@@ -2,6 +2,7 @@
 #include "batch/ImportJob.h"
 
 #include "base/File.h"
+#include "base/Text.h"
 #include "batch/Messages.h"
 #include "batch/TitleSearch.h"
 #include "core/LibraryFiles.h"
@@ -28,6 +29,25 @@ std::string ReasonOf(const SError& error)
     }
     return reason.empty() ? error.Full() : reason;
 }
+
+/// Passes everything on and remembers whether a record was left out.
+class CRecordLog final : public CLogSink
+{
+public:
+    explicit CRecordLog(CLogSink& log)
+        : m_log(log)
+    {
+    }
+    void Write(std::string_view text) override
+    {
+        leftOut = leftOut || StartsWithNoCase(text, "[Error]");
+        m_log.Write(text);
+    }
+    bool leftOut = false;
+
+private:
+    CLogSink& m_log;
+};
 
 CResult<void> SelectSheet(CWorkbook& book, const SImportJob& job, const SMappingRequest& mapping,
                           CLogSink& log)
@@ -56,7 +76,14 @@ CResult<CZovLibrary> LoadDestination(const std::filesystem::path& path, CLogSink
         library.SetPath(path);
         return library;
     }
-    auto library = LoadLibrary(path, {}, log);
+    CRecordLog records(log);
+    auto library = LoadLibrary(path, {}, records);
+    if (library && records.leftOut) {
+        // Saving would lose what could not be read.
+        library =
+            Fail(EErr::Format,
+                 Text("'%s' is left as it is: not all of its records can be read", PathText(path)));
+    }
     if (!library) {
         log.Write(Text(msg::kLoadFailed, PathText(path), ReasonOf(library.Error())));
     }

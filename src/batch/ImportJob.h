@@ -31,7 +31,8 @@ struct SImportJob
 CResult<void> RunImport(const SImportJob& job, CLogSink& log, SImportReport& report);
 
 /// The library that a run adds to: the file's content, or an empty one when there is no such file.
-/// A file that can't be read is told to `log` in its fixed words.
+/// A file that can't be read, or of which a record would be lost, is told to `log` in its fixed
+/// words.
 CResult<CZovLibrary> LoadDestination(const std::filesystem::path& path, CLogSink& log);
 
 /// Saves, and tells a failure to `log` in its fixed words.

@@ -102,10 +102,13 @@ private:
         }
         m_report.headerRow = found->row;
         if (m_report.headerRow == 0) {
-            return NotStarted(
-                Fail(EErr::NotFound, Text("no row of column titles found in the first %d rows of "
-                                          "sheet '%s'; name it, or map the columns",
-                                          kTitleSearchRows, m_report.sheet)));
+            return NotStarted(Fail(
+                EErr::NotFound, Text(!m_options.mapping.mapping
+                                         ? "no row of column titles found in the first %d rows of "
+                                           "sheet '%s'; name it, or map the columns"
+                                         : "no row with the titles of the column mapping found in "
+                                           "the first %d rows of sheet '%s'; compare the spelling",
+                                     kTitleSearchRows, m_report.sheet)));
         }
         return {};
     }

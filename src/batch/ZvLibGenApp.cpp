@@ -14,9 +14,13 @@ CZvLibGenApp::CZvLibGenApp(const std::vector<std::string>& arguments)
 {
 }
 
-int CZvLibGenApp::RunBatch(const std::filesystem::path& logFolder) const
+int CZvLibGenApp::RunBatch(const std::filesystem::path& logFolder, CLogSink& trouble) const
 {
     CBatchLog log(logFolder / kBatchLogName);
+    if (!log.Ok()) {
+        trouble.Write(Text("cannot write %s in the current folder; the run goes on without a log",
+                           std::string(kBatchLogName)));
+    }
     try {
         return BatchZvLibGen(m_options, log) ? 0 : 1;
     } catch (const std::exception& fault) { // memory that ran out, a file system that went away

@@ -8,6 +8,7 @@
 ///     }
 #pragma once
 
+#include "base/Sink.h"
 #include "batch/BatchOptions.h"
 
 #include <filesystem>
@@ -26,8 +27,10 @@ public:
     [[nodiscard]] const SBatchOptions& Options() const { return m_options; }
 
     /// The batch run with its log, ZVLibGen.log, in `logFolder` (empty: the current folder).
+    /// @param trouble  gets one line when the log cannot be written, the only thing that the log
+    /// can't tell
     /// @return the process's exit status: 0 when the library was written, 1 otherwise
-    [[nodiscard]] int RunBatch(const std::filesystem::path& logFolder = {}) const;
+    [[nodiscard]] int RunBatch(const std::filesystem::path& logFolder, CLogSink& trouble) const;
 
 private:
     SBatchOptions m_options;

@@ -134,7 +134,6 @@ public:
             m_log.Write(text);
         }
     }
-    [[nodiscard]] bool SawErrors() const { return m_log.Errors() != 0; }
 
 private:
     CStreamLog m_log;
@@ -154,11 +153,6 @@ CResult<void> RunJob(const SOptions& options, batch::SGenerateOptions generate,
         RETURN_IF_ERROR(batch::SelectSource(*book, options.sheet, log));
     }
     ASSIGN_OR_RETURN(CZovLibrary library, batch::LoadDestination(generate.destination, log));
-    if (log.SawErrors()) {
-        return Fail(
-            EErr::Format,
-            fmt::format("'{}' is left as it is: not all of its records can be read", options.into));
-    }
     RETURN_IF_ERROR(batch::GenerateModels(*book, generate, library, log, &report));
     if (!options.dryRun && report.counts.Imported() != 0) {
         RETURN_IF_ERROR(batch::SaveDestination(library, generate.destination, log));

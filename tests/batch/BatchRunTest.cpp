@@ -344,6 +344,18 @@ TEST_F(BatchRun, AppendsByThePolicy)
     EXPECT_EQ(lines.back().rfind("Cannot load ZOV model from file '$/out.zov' because '", 0), 0U)
         << lines.back();
     EXPECT_EQ(m_folder.Read("out.zov"), "not a library");
+
+    // A record that cannot be read would be gone after saving.
+    const std::string partly =
+        "<ZOV_Lib Version = \"1.5\"><Discretes><Resistors><Resistor ModelName=\"R\" "
+        "ModelType=\"R\"/></Resistors></Discretes></ZOV_Lib>";
+    m_folder.Write("out.zovx", partly);
+    m_options.destinationLibrary = Path("out.zovx");
+    lines = Log(false);
+    EXPECT_EQ(lines.back(),
+              "Cannot load ZOV model from file '$/out.zovx' because ''$/out.zovx' is left as it "
+              "is: not all of its records can be read'");
+    EXPECT_EQ(m_folder.Read("out.zovx"), partly);
 }
 
 TEST_F(BatchRun, AFailedRunLosesNothing)
@@ -375,11 +387,15 @@ TEST_F(BatchRun, TheProgramLogsToItsFolder)
                              "-WorkSheet=Caps", "-DestinationLibrary=" + Path("out.zovx"),
                              "-ComponentType=Capacitor"});
     ASSERT_TRUE(good.IsBatch());
-    EXPECT_EQ(good.RunBatch(m_folder.Path()), 0);
+    CVectorLog trouble;
+    EXPECT_EQ(good.RunBatch(m_folder.Path(), trouble), 0);
+    EXPECT_TRUE(trouble.Lines().empty());
     const std::string log = m_folder.Read("ZVLibGen.log");
     EXPECT_EQ(log.rfind("Receive command line: zovra -b -HeaderRow=1", 0), 0U);
     EXPECT_TRUE(log.ends_with("out.zovx export success!\n"));
-    EXPECT_EQ(CZvLibGenApp({"zovra", "-b"}).RunBatch(m_folder.Path()), 1);
+    EXPECT_EQ(CZvLibGenApp({"zovra", "-b"}).RunBatch(m_folder.Path(), trouble), 1);
+    EXPECT_EQ(good.RunBatch(m_folder.Path() / "no such folder", trouble), 0);
+    EXPECT_EQ(trouble.Lines().size(), 1U);
     EXPECT_EQ(m_folder.Read("ZVLibGen.log"),
               "Receive command line: zovra -b\nInput file is empty\n");
     EXPECT_FALSE(CZvLibGenApp({"zovra", "file.zov"}).IsBatch());
