@@ -16,6 +16,8 @@
 #include "ibischk/sswch.h"
 #include "ibischk/stringlist.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -35,6 +37,26 @@ struct SGroupSet
     SPlace place;
 };
 
+/// A row of [Pin EMI].
+struct SPinEmi
+{
+    std::string_view pin;
+    std::string_view domain;
+    SPlace place;
+};
+
+/// [Begin EMI Component] and its tables.
+struct SEmi
+{
+    std::uint64_t seen = 0;
+    SPlace place;
+    std::vector<SPinEmi> pins;
+    CNameIndex pinNames;
+    CNameIndex domains; ///< rows of [Pin Domain EMI]
+    std::int64_t percent = 0;
+    SPlace domainPlace;
+};
+
 struct SInterconnectGroup
 {
     std::string_view name;
@@ -42,27 +64,50 @@ struct SInterconnectGroup
     std::vector<SGroupSet> sets;
 };
 
+/// The table of a component whose rows are being read.
+struct SOpenTable
+{
+    std::size_t headings = 0; ///< that stand on the keyword's line
+    std::size_t rows = 0;
+    bool headingTold = false; ///< what is wrong with the headings was reported
+};
+
 struct SComponent
 {
     std::string_view name;
     SPlace place;
+    std::uint64_t locations = 0; ///< Si_location and Timing_location, as seen
+    SOpenTable table;
     SPackage package;
     SNamed packageModel;
     std::vector<SNamed> alternatePackageModels;
+    CNameIndex alternativeNames;
 
     std::vector<SPin> pins;
     CNameIndex pinNames; ///< to places in `pins`
     std::vector<SPinMapping> mapping;
+    CNameIndex mappingPins; ///< to places in `mapping`
+    SPlace mappingPlace;    ///< of [Pin Mapping]
     std::vector<SDiffPin> diffPins;
+    CNameIndex diffPinNames; ///< both pins of the pairs, to places in `diffPins`
     std::vector<SRepeaterPin> repeaterPins;
+    CNameIndex repeaterReceivers;
+    CNameIndex repeaterTransmitters;
     std::vector<SSeriesPin> seriesPins;
+    CNameIndex seriesGroups; ///< function_table_group, to places in `seriesPins`
     std::vector<SSwitchState> switchStates;
+    SPlace switchPlace; ///< of [Series Switch Groups]
     std::vector<SClockPin> clockPins;
     std::vector<SBusLabel> busLabels;
+    CNameIndex busLabelNames; ///< to places in `busLabels`
     std::vector<SSupplyPad> supplyPads;
+    CNameIndex padNames; ///< to places in `supplyPads`
     std::vector<SNode> nodes;
+    CNameIndex nodeNames; ///< to places in `nodes`
     std::vector<SCircuitCall> calls;
     std::vector<SInterconnectGroup> groups;
+    CNameIndex groupNames;
+    SEmi emi;
     std::vector<SPdnDomain> pdnDomains;
 
     [[nodiscard]] const SPin* FindPin(std::string_view pin) const

@@ -34,6 +34,14 @@ struct SPin
     [[nodiscard]] bool IsRail() const { return kind == EPinKind::Power || kind == EPinKind::Gnd; }
 };
 
+/// Is it a pin that a buffer stands behind?
+[[nodiscard]] constexpr bool HasBuffer(const SPin& pin)
+{
+    return pin.kind == EPinKind::Signal;
+}
+/// "POWER", "GND", "NC", "CIRCUITCALL" or "a signal".
+[[nodiscard]] std::string_view PinKindText(EPinKind kind);
+
 struct SPinMapping
 {
     std::string_view pin;

@@ -3,7 +3,10 @@
 #pragma once
 
 #include "ibischk/Family.h"
+#include "ibischk/Types.h"
 #include "ibischk/Values.h"
+
+#include <cstdint>
 
 namespace zov::ibischk {
 
@@ -12,6 +15,8 @@ struct SPackage
     STriple r; ///< ohm
     STriple l; ///< henry
     STriple c; ///< farad
+    std::uint64_t seen = 0;
+    SPlace place;
 };
 
 extern const SFamily kPkgFamily;
