@@ -261,7 +261,8 @@ bool CExchangeScanner::FinishTag()
     } else {
         if (m_depth == kDepthLimit) {
             return Fail(m_tagStart,
-                        fmt::format("elements are nested more than {} deep", kDepthLimit));
+                        fmt::format("elements are nested more than {} deep", kDepthLimit),
+                        EErr::Limit);
         }
         m_open[m_depth++] = m_name;
     }
@@ -362,7 +363,7 @@ bool CExchangeScanner::KeepOddValue(CAttributeTable& table, std::uint8_t index, 
 {
     std::string_view value(start, static_cast<std::size_t>(end - start));
     if (value.size() > kValueLimit) {
-        return Fail(start, fmt::format("a value has more than {} bytes", kValueLimit));
+        return Fail(start, fmt::format("a value has more than {} bytes", kValueLimit), EErr::Limit);
     }
     if (special) {
         if (index == CAttributeTable::kUnknown) {

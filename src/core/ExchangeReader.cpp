@@ -299,11 +299,30 @@ SError NotImportable(const SImportOptions& options, const SError& reason)
                             PathText(options.shown)));
 }
 
-SError CannotImport(const SImportOptions& options, const SError& reason)
+/// Of a text whose root is ours, but which could not be read to its end.
+SError CannotRead(const SImportOptions& options, const SError& reason)
 {
+    if (reason.code == EErr::Format) { // no XML
+        return NotImportable(options, reason);
+    }
     return WholeFileFailure(reason, fmt::format("Cannot import models from '{}'. Ensure that the "
                                                 "selected file is correct and try again.",
                                                 PathText(options.shown)));
+}
+
+/// True when the text has a root of ours and reads as XML to its end, or to where the reader gives
+/// up on what XML allows.
+bool IsImportableText(std::string_view text, bool allowDecapRoot)
+{
+    CToleranceLog tolerance;
+    CExchangeScanner scanner(text, tolerance);
+    if (ReadRoot(scanner, allowDecapRoot).kind == ERoot::Other) {
+        return false;
+    }
+    const bool content = !scanner.HasContent() || scanner.SkipRest();
+    const auto last = content ? scanner.Next() : CExchangeScanner::EToken::Bad;
+    return last == CExchangeScanner::EToken::End ||
+           (last == CExchangeScanner::EToken::Bad && scanner.Error().code != EErr::Format);
 }
 
 } // namespace
@@ -325,16 +344,16 @@ CResult<std::size_t> ImportExchangeText(CZovLibrary& library, std::string_view t
     const bool read =
         root.kind == ERoot::Decap ? ReadDecapList(context) : CDocumentReader(context).ReadGroups();
     if (!read) {
-        return CannotImport(options, context.scanner.Error());
+        return CannotRead(options, context.scanner.Error());
     }
     switch (context.scanner.Next()) {
     case CExchangeScanner::EToken::End:
         break;
     case CExchangeScanner::EToken::Bad:
-        return CannotImport(options, context.scanner.Error());
+        return CannotRead(options, context.scanner.Error());
     default:
-        return CannotImport(options, FailAt(EErr::Format, {{}, context.scanner.Line(), 1},
-                                            "a second root element"));
+        return CannotRead(options, FailAt(EErr::Format, {{}, context.scanner.Line(), 1},
+                                          "a second root element"));
     }
     library.Reserve(library.Count() + context.Pending().size());
     for (CZovRcdProps* record : context.Pending()) {
@@ -378,11 +397,8 @@ bool IsImportable(const std::filesystem::path& path)
         return false;
     }
     std::string converted;
-    CToleranceLog tolerance;
-    CExchangeScanner scanner(exchange::AsUtf8(view->Bytes(), converted), tolerance);
-    return exchange::ReadRoot(scanner, form == ELibraryForm::Xml).kind != exchange::ERoot::Other &&
-           (!scanner.HasContent() || scanner.SkipRest()) &&
-           scanner.Next() == CExchangeScanner::EToken::End;
+    return exchange::IsImportableText(exchange::AsUtf8(view->Bytes(), converted),
+                                      form == ELibraryForm::Xml);
 }
 
 } // namespace zov

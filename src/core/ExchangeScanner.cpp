@@ -51,15 +51,15 @@ std::size_t CExchangeScanner::LineOf(const char* at)
     return m_line;
 }
 
-bool CExchangeScanner::Fail(const char* at, std::string text)
+bool CExchangeScanner::Fail(const char* at, std::string text, EErr code)
 {
     const std::size_t line = LineOf(at);
     const char* lineStart = at;
     while (lineStart > m_begin && lineStart[-1] != '\n') {
         --lineStart;
     }
-    m_error = FailAt(EErr::Format, {{}, line, static_cast<std::size_t>(at - lineStart) + 1},
-                     std::move(text));
+    m_error =
+        FailAt(code, {{}, line, static_cast<std::size_t>(at - lineStart) + 1}, std::move(text));
     return false;
 }
 
@@ -300,7 +300,8 @@ bool CExchangeScanner::ReadQuotedText(std::string& out)
     for (const char* at = start;; ++at) {
         at = static_cast<const char*>(std::memchr(at, '"', static_cast<std::size_t>(m_end - at)));
         if (at == nullptr) {
-            return Fail(start, fmt::format("the circuit text of '{}' has no end", Shown(name)));
+            return Fail(start, fmt::format("the circuit text of '{}' has no end", Shown(name)),
+                        EErr::Unsupported);
         }
         const char* behind = SkipSpace(at + 1);
         const std::string_view rest(behind, static_cast<std::size_t>(m_end - behind));

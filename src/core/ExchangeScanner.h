@@ -143,12 +143,13 @@ public:
     /// `<Through` or the end tag. Empty when the content does not begin with a quote.
     bool ReadQuotedText(std::string& out);
 
+    /// Format: the text is no XML. Limit, Unsupported: it may be, but goes beyond what is read.
     [[nodiscard]] const SError& Error() const { return m_error; }
     /// Line, counted from 1, of the tag that Next() came to.
     [[nodiscard]] std::size_t Line() { return LineOf(m_tagStart); }
 
 private:
-    bool Fail(const char* at, std::string text);
+    bool Fail(const char* at, std::string text, EErr code = EErr::Format);
     std::size_t LineOf(const char* at);
     void Tolerate(const char* at, std::string_view what);
 
