@@ -51,12 +51,15 @@ constexpr std::array kTitles = std::to_array<STitleRow>({
      "manupartnr manupartno manupartnumber mfgpartnr mfrpartnr manufacturerpartnr "
      "mpn1 mpnno1 manufacturerpartnumber1 manufacturer1partnumber manufacturerpartno1 mfgpartno1 "
      "mfgpn1 pnno1 pn1"},
+    // Beside a model name of its own, a part number is the maker's.
+    {MfgPartNo, kAll, EStrength::Weak, "partnumber partno partnum partnr pn partcode"},
     {Manufacturer, kAll, EStrength::Sure,
      "manufacturer manuf mfg mfr mfgname mfrname manufacturername maker makername make brand "
      "manufacturer1 manufacturerno1 mfg1 mfr1 mfgno1 mfrno1 manufacturers"},
     {Manufacturer, kAll, EStrength::Weak, "vendor vendorname supplier"},
     {Size, kCap, EStrength::Sure,
-     "size sizecode casesize casecode case chipsize eiasize eiasizecode eiacode caseeia sizeeia "
+     "size sizecode casesize casecode case chipsize sizecodeinch casecodein casecodeinch "
+     "eiasize eiasizecode eiacode caseeia sizeeia "
      "sizeinch sizeenglish package packagesize packagecode packagecase pkg packagetype "
      "packagestyle componentspecification codejeita"},
     {Size, kCap, EStrength::Weak,
@@ -97,7 +100,7 @@ constexpr std::array kTitles = std::to_array<STitleRow>({
     {Volt, kCap, EStrength::Sure,
      "volt voltage ratedvoltage voltagerating voltagerated ratedvolt vrated vrating vr wv wvdc "
      "workingvoltage dcvoltage vdc maxvoltage voltagemax voltagedc ratedvoltagedc "
-     "voltageratingdc nominalvoltage volts"},
+     "voltageratingdc nominalvoltage volts voltsdc dcratedvoltage dcvoltagerating"},
     {Tcc, kCap, EStrength::Sure,
      "tcc temperaturecharacteristic temperaturecharacteristics temperaturecharacteristiccode "
      "tempcharacteristic tempchar tempcharacteristics dielectric dielectrictype dielectriccode "
@@ -159,27 +162,37 @@ std::string TitleKey(std::string_view title)
     return key;
 }
 
+/// A title taken apart into what it names and what may be its unit.
 struct SSplitTitle
 {
-    std::string_view base;
-    std::string_view unit; ///< empty when the title ends in nothing that could be a unit
+    std::string base;
+    std::string_view unit;
     bool bracketed = false;
 };
 
-SSplitTitle SplitTitle(std::string_view title)
+/// "Capacitance (uF)", and "DCR (Ohm) max" with the brackets not at the end.
+std::optional<SSplitTitle> SplitAtBrackets(std::string_view title)
 {
-    title = TrimCell(title);
-    constexpr std::array<std::string_view, 3> kBrackets = {"()", "[]", "{}"};
-    for (const std::string_view pair : kBrackets) {
-        const std::size_t open = title.ends_with(pair[1]) ? title.rfind(pair[0]) : title.npos;
-        if (open != std::string_view::npos) {
-            return {Trim(title.substr(0, open)),
-                    Trim(title.substr(open + 1, title.size() - open - 2)), true};
-        }
+    const std::size_t close = title.find_last_of(")]}");
+    if (close == std::string_view::npos) {
+        return std::nullopt;
     }
+    const char opening = title[close] == ')' ? '(' : title[close] == ']' ? '[' : '{';
+    const std::size_t open = title.rfind(opening, close);
+    if (open == std::string_view::npos) {
+        return std::nullopt;
+    }
+    std::string base(title.substr(0, open));
+    base += title.substr(close + 1);
+    return SSplitTitle{std::move(base), Trim(title.substr(open + 1, close - open - 1)), true};
+}
+
+/// "Capacitance, uF", "Voltage in V".
+std::optional<SSplitTitle> SplitAtLastWord(std::string_view title)
+{
     const std::size_t separator = title.find_last_of(" ,/_");
     if (separator == std::string_view::npos || separator == 0) {
-        return {title, {}, false};
+        return std::nullopt;
     }
     std::string_view base = title.substr(0, separator);
     while (!base.empty() && (IsSpace(base.back()) || base.back() == ',')) {
@@ -188,7 +201,23 @@ SSplitTitle SplitTitle(std::string_view title)
     if (EndsWithNoCase(base, " in")) {
         base.remove_suffix(3);
     }
-    return {base, title.substr(separator + 1), false};
+    return SSplitTitle{std::string(base), title.substr(separator + 1), false};
+}
+
+/// The ways to take a title apart, the likeliest first.
+std::vector<SSplitTitle> SplitTitle(std::string_view title)
+{
+    title = TrimCell(title);
+    std::vector<SSplitTitle> splits;
+    const bool endsInBracket = title.find_last_of(")]}") == title.size() - 1;
+    if (auto split = endsInBracket ? std::nullopt : SplitAtLastWord(title);
+        split && !split->unit.empty()) {
+        splits.push_back(*std::move(split));
+    }
+    if (auto split = SplitAtBrackets(title); split && !split->unit.empty()) {
+        splits.push_back(*std::move(split));
+    }
+    return splits;
 }
 
 bool IsCurrency(std::string_view word)
@@ -222,11 +251,40 @@ const CTitleIndex& TitleIndex()
     return kIndex;
 }
 
-/// True when what stands behind a title's base is a unit of the field, or a currency of a cost.
-bool EndsInUnit(std::string_view title, EField field)
+std::optional<STitleUnit> UnitOf(const SSplitTitle& split, EField field)
+{
+    const EQuantity quantity = InfoOf(field).quantity;
+    STitleUnit unit = {.text = split.unit, .exponent = 0, .tolerance = {}};
+    if (quantity == EQuantity::None) {
+        return std::nullopt;
+    }
+    if (quantity == EQuantity::Tolerance) {
+        if (UnitWordExponent(split.unit, EQuantity::Tolerance) == -2) {
+            unit.tolerance = {SToleranceUnit::EKind::Percent, -2};
+            return unit;
+        }
+        const auto absolute = FindUnit(EQuantity::Capacitance, split.unit);
+        if (!absolute) {
+            return std::nullopt;
+        }
+        unit.tolerance = {SToleranceUnit::EKind::Absolute, absolute->exponent};
+        return unit;
+    }
+    const auto exponent = split.bracketed || FindUnit(quantity, split.unit)
+                              ? UnitWordExponent(split.unit, quantity)
+                              : std::nullopt;
+    if (!exponent) {
+        return std::nullopt;
+    }
+    unit.exponent = *exponent;
+    return unit;
+}
+
+/// True when what stands beside a title's base is a unit of the field, or a currency of a cost.
+bool HoldsUnit(const SSplitTitle& split, EField field)
 {
     const bool cost = field == ComponentCost || field == MountingCost || field == BomPenaltyCost;
-    return UnitInTitle(title, field).has_value() || (cost && IsCurrency(SplitTitle(title).unit));
+    return UnitOf(split, field).has_value() || (cost && IsCurrency(split.unit));
 }
 
 class CRecogniser
@@ -303,15 +361,13 @@ private:
         for (auto known = first; known != last; ++known) {
             m_hits.push_back({known->second, column});
         }
-        const SSplitTitle split = SplitTitle(title);
-        if (split.unit.empty()) {
-            return;
-        }
-        const std::string base = TitleKey(split.base);
-        const auto [firstBase, lastBase] = TitleIndex().equal_range(base);
-        for (auto known = firstBase; known != lastBase; ++known) {
-            if (EndsInUnit(title, kTitles[known->second.row].field)) {
-                m_hits.push_back({known->second, column});
+        for (const SSplitTitle& split : SplitTitle(title)) {
+            const std::string base = TitleKey(split.base);
+            const auto [firstBase, lastBase] = TitleIndex().equal_range(base);
+            for (auto known = firstBase; known != lastBase; ++known) {
+                if (HoldsUnit(split, kTitles[known->second.row].field)) {
+                    m_hits.push_back({known->second, column});
+                }
             }
         }
     }
@@ -339,32 +395,12 @@ private:
 
 std::optional<STitleUnit> UnitInTitle(std::string_view title, EField field)
 {
-    const SSplitTitle split = SplitTitle(title);
-    const EQuantity quantity = InfoOf(field).quantity;
-    if (split.unit.empty() || quantity == EQuantity::None) {
-        return std::nullopt;
-    }
-    STitleUnit unit = {.text = split.unit, .exponent = 0, .tolerance = {}};
-    if (quantity == EQuantity::Tolerance) {
-        if (UnitWordExponent(split.unit, EQuantity::Tolerance) == -2) {
-            unit.tolerance = {SToleranceUnit::EKind::Percent, -2};
+    for (const SSplitTitle& split : SplitTitle(title)) {
+        if (const auto unit = UnitOf(split, field)) {
             return unit;
         }
-        const auto absolute = FindUnit(EQuantity::Capacitance, split.unit);
-        if (!absolute) {
-            return std::nullopt;
-        }
-        unit.tolerance = {SToleranceUnit::EKind::Absolute, absolute->exponent};
-        return unit;
     }
-    const auto exponent = split.bracketed || FindUnit(quantity, split.unit)
-                              ? UnitWordExponent(split.unit, quantity)
-                              : std::nullopt;
-    if (!exponent) {
-        return std::nullopt;
-    }
-    unit.exponent = *exponent;
-    return unit;
+    return std::nullopt;
 }
 
 CRecognised RecogniseTitles(std::span<const std::string_view> titles, ERecordType type)

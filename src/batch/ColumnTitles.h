@@ -24,8 +24,8 @@ struct STitleUnit
     SToleranceUnit tolerance; ///< for tolerances
 };
 
-/// The unit in a title's brackets or behind its last separator when it is one of the field's
-/// quantity.
+/// The unit in a title's brackets, wherever they stand, or behind its last separator when it is one
+/// of the field's quantity.
 [[nodiscard]] std::optional<STitleUnit> UnitInTitle(std::string_view title, EField field);
 
 /// Columns by field, counted from 1; 0 where no title was recognised. One column feeds one field,

@@ -24,6 +24,9 @@ void TellFailure(const fs::path& path, const SError& error, CLogSink& log)
 {
     log.Write(Text(msg::kVendorLoad, PathText(path)));
     log.Write("    " + error.Full());
+    for (const std::string& note : error.notes) {
+        log.Write("    " + note);
+    }
 }
 
 } // namespace

@@ -45,6 +45,9 @@ TEST(ColumnTitles, RecognisesUsualTitles)
         {Resistor,
          {"value", "mfg #1", "P/N #1", "Unit Price (USD)"},
          {{Resistance, 1}, {Manufacturer, 2}, {MfgPartNo, 3}, {ModelName, 3}}},
+        {Inductor,
+         {"Model Name", "Part No.", "DCR (Ohm) max", "L [uH] typ"},
+         {{ModelName, 1}, {MfgPartNo, 2}, {Resistance, 3}}},
         {Capacitor, {"References", "Footprint"}, {{Size, 2}}},
     };
     for (const SCase& c : cases) {
@@ -75,6 +78,8 @@ TEST(ColumnTitles, HonoursUnits)
          "F)",
          Cnom, -6},
         {"Capacitance in pF", Cnom, -12},
+        {"DC Resistance (\xCE\xA9) max.", Resistance, 0},
+        {"DCR (max) mOhm", Resistance, -3},
         {"Value (lower bound)", Inductance, std::nullopt},
         {"R (MOHM)", Resistance, std::nullopt},
         {"Voltage K", Volt, std::nullopt},
