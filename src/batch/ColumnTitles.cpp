@@ -170,21 +170,22 @@ struct SSplitTitle
     bool bracketed = false;
 };
 
-/// "Capacitance (uF)", and "DCR (Ohm) max" with the brackets not at the end.
-std::optional<SSplitTitle> SplitAtBrackets(std::string_view title)
+struct SBrackets
 {
-    const std::size_t close = title.find_last_of(")]}");
+    std::size_t open = std::string_view::npos;
+    std::size_t close = std::string_view::npos;
+};
+
+/// The last pair of brackets that closes before `end`.
+std::optional<SBrackets> LastBrackets(std::string_view title, std::size_t end)
+{
+    const std::size_t close = title.substr(0, end).find_last_of(")]}");
     if (close == std::string_view::npos) {
         return std::nullopt;
     }
     const char opening = title[close] == ')' ? '(' : title[close] == ']' ? '[' : '{';
     const std::size_t open = title.rfind(opening, close);
-    if (open == std::string_view::npos) {
-        return std::nullopt;
-    }
-    std::string base(title.substr(0, open));
-    base += title.substr(close + 1);
-    return SSplitTitle{std::move(base), Trim(title.substr(open + 1, close - open - 1)), true};
+    return open == std::string_view::npos ? std::nullopt : std::optional(SBrackets{open, close});
 }
 
 /// "Capacitance, uF", "Voltage in V".
@@ -204,18 +205,30 @@ std::optional<SSplitTitle> SplitAtLastWord(std::string_view title)
     return SSplitTitle{std::string(base), title.substr(separator + 1), false};
 }
 
-/// The ways to take a title apart, the likeliest first.
+/// The ways to take a title apart, the likeliest first: "Capacitance (uF)", "DCR (Ohm) max",
+/// "Cap [uF] (typ)", "Cap uF (typ)".
 std::vector<SSplitTitle> SplitTitle(std::string_view title)
 {
     title = TrimCell(title);
     std::vector<SSplitTitle> splits;
-    const bool endsInBracket = title.find_last_of(")]}") == title.size() - 1;
-    if (auto split = endsInBracket ? std::nullopt : SplitAtLastWord(title);
-        split && !split->unit.empty()) {
-        splits.push_back(*std::move(split));
+    const auto add = [&](std::optional<SSplitTitle> split) {
+        if (split && !split->unit.empty()) {
+            splits.push_back(*std::move(split));
+        }
+    };
+    const auto last = LastBrackets(title, title.size());
+    const bool endsInBracket = last && last->close + 1 == title.size();
+    if (!endsInBracket) {
+        add(SplitAtLastWord(title));
     }
-    if (auto split = SplitAtBrackets(title); split && !split->unit.empty()) {
-        splits.push_back(*std::move(split));
+    for (auto pair = last; pair; pair = LastBrackets(title, pair->open)) {
+        std::string base(title.substr(0, pair->open));
+        base += title.substr(pair->close + 1);
+        const std::size_t inside = pair->open + 1;
+        add(SSplitTitle{std::move(base), Trim(title.substr(inside, pair->close - inside)), true});
+    }
+    if (endsInBracket) {
+        add(SplitAtLastWord(Trim(title.substr(0, last->open))));
     }
     return splits;
 }

@@ -80,6 +80,8 @@ TEST(ColumnTitles, HonoursUnits)
         {"Capacitance in pF", Cnom, -12},
         {"DC Resistance (\xCE\xA9) max.", Resistance, 0},
         {"DCR (max) mOhm", Resistance, -3},
+        {"Cap [uF] (typ)", Cnom, -6},
+        {"Cap uF (typ)", Cnom, -6},
         {"Value (lower bound)", Inductance, std::nullopt},
         {"R (MOHM)", Resistance, std::nullopt},
         {"Voltage K", Volt, std::nullopt},
