@@ -221,7 +221,8 @@ std::vector<SSplitTitle> SplitTitle(std::string_view title)
     if (!endsInBracket) {
         add(SplitAtLastWord(title));
     }
-    for (auto pair = last; pair; pair = LastBrackets(title, pair->open)) {
+    std::size_t more = 4; // no title that means something has more brackets
+    for (auto pair = last; pair && more-- != 0; pair = LastBrackets(title, pair->open)) {
         std::string base(title.substr(0, pair->open));
         base += title.substr(pair->close + 1);
         const std::size_t inside = pair->open + 1;
