@@ -8,6 +8,7 @@
 #include "ibischk/Values.h"
 
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 namespace zov::ibischk {
@@ -20,7 +21,9 @@ struct SCurve
     std::vector<double> voltage;
     std::vector<double> current[3]; ///< typ, min, max; kAbsent for NA
     std::vector<std::uint32_t> line;
-    double vds = kAbsent; ///< of [Series MOSFET]
+    std::vector<std::string_view> text; ///< the rows as written: their digits tell the rounding
+    double vds = kAbsent;               ///< of [Series MOSFET]
+    int direction = 0; ///< of the voltage: 1 rises, -1 falls, 0 neither: the table can't be used
 
     void Clear(EKeyword of, SPlace at);
 };

@@ -3,6 +3,7 @@
 /// model for checks of the whole file.
 #pragma once
 
+#include "ibischk/CircuitBody.h"
 #include "ibischk/Family.h"
 #include "ibischk/Types.h"
 #include "ibischk/Values.h"
@@ -108,10 +109,40 @@ struct SModelInfo
     bool hasPullup = false;
     double cCompTyp = kAbsent; ///< farad
     STriple voltage;           ///< [Voltage Range]
+    double vinl = kAbsent;
+    double vinh = kAbsent;
+    bool fromSchedule = false; ///< named by a [Driver Schedule]
+    SPlace schedulePlace;
     std::vector<SScheduleRow> schedule;
     std::vector<SAddSubmodel> submodels;
 
     [[nodiscard]] const SModelType& Type() const { return ModelTypeRow(type); }
+};
+
+/// Models that pins of [Diff Pin] pairs use, gathered when first asked for.
+struct SDiffModels
+{
+    std::size_t counted = 0; ///< components and pairs that were there
+    std::vector<std::string_view> names;
+};
+
+/// Elements of a series model since its last [On] or [Off].
+struct SSeriesState
+{
+    EKeyword state = EKeyword::NotKey; ///< On, Off; NotKey in front of the first
+    SPlace place;
+    std::uint32_t seen = 0; ///< bit i: the i-th series keyword
+    std::size_t tables = 0; ///< of [Series MOSFET]
+    double rSeries = kAbsent;
+    double firstVds = kAbsent;
+    std::vector<double> vds;
+};
+
+/// A block of [C Comp Model] that was read.
+struct SCCompMode
+{
+    std::string_view mode;
+    SPlace place;
 };
 
 /// The model that is open, with all its tables. One object serves all models of a file, so that the
@@ -127,7 +158,26 @@ struct SModel
     double cref = kAbsent;
     double rrefDiff = kAbsent;
     double crefDiff = kAbsent;
-    STriple cComp[5]; ///< total, pullup, pulldown, power clamp, GND clamp; farad
+    std::string_view typeText;
+    SPlace typePlace;
+    bool enable = false;
+    STriple cornerCComp[5]; ///< of [C Comp Corner], as cComp
+    std::uint64_t cornerSeen = 0;
+    SPlace cornerPlace;
+    STriple spec[40]; ///< of [Model Spec], by its rows
+    std::uint64_t specSeen = 0;
+    SPlace specPlace;
+    std::uint64_t emiSeen = 0;
+    STriple ttGnd;
+    STriple ttPower;
+    bool hasTerminator = false;
+    STriple rac;
+    STriple cac;
+    std::vector<SSeriesState> series;
+    std::vector<SCCompMode> cCompModes;
+    SCircuitBody cCompBody;
+    SDiffModels diffModels; ///< kept over Clear
+    STriple cComp[5];       ///< total, pullup, pulldown, power clamp, GND clamp; farad
     STriple temperature;
     STriple voltageRange;
     STriple pullupReference;

@@ -6,6 +6,8 @@
 #include "ibischk/Types.h"
 #include "ibischk/Values.h"
 
+#include <cstdint>
+
 namespace zov::ibischk {
 
 struct SRamp
@@ -16,7 +18,12 @@ struct SRamp
     STriple fallSwing;
     STriple fallTime;
     double rLoad = 50.0; ///< ohm
+    std::uint64_t seen = 0;
 };
+
+struct SCheck;
+/// Is it there by the model's type, and within the supplies? When a model ends.
+void CheckRamp(SCheck& check);
 
 extern const SFamily kRampFamily;
 
