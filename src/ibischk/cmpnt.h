@@ -105,10 +105,12 @@ struct SComponent
     std::vector<SNode> nodes;
     CNameIndex nodeNames; ///< to places in `nodes`
     std::vector<SCircuitCall> calls;
+    CNameIndex calledSignalPins; ///< Signal_pin, to places in `calls`
     std::vector<SInterconnectGroup> groups;
     CNameIndex groupNames;
     SEmi emi;
     std::vector<SPdnDomain> pdnDomains;
+    CNameIndex pdnDomainNames;
 
     [[nodiscard]] const SPin* FindPin(std::string_view pin) const
     {

@@ -110,7 +110,7 @@ void TakeDiffPinRow(SCheck& check, const SLine& line)
 void CloseDiffPins(SCheck& check)
 {
     if (OpenComponent(check).table.rows == 0) {
-        check.report.WarningAt(check.state.keywordPlace, 815);
+        check.report.NoteAt(check.state.keywordPlace, 815);
     }
 }
 

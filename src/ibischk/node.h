@@ -4,7 +4,9 @@
 
 #include "ibischk/Family.h"
 #include "ibischk/Types.h"
+#include "ibischk/stringlist.h"
 
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -27,10 +29,12 @@ struct SCircuitCall
 {
     std::string_view circuit;
     SPlace place;
+    std::uint64_t seen = 0; ///< sub-parameters
     std::string_view signalPin;
     std::string_view diffPins[2];
     std::string_view seriesPins[2];
     std::vector<SPortMap> ports;
+    CNameIndex portNames; ///< to places in `ports`
 };
 
 extern const SFamily kNodeFamily;

@@ -23,7 +23,8 @@ std::string ParserCodes(std::string_view text, const SCheckHow& how = {})
                                       {1938, 1940},
                                       {2390, 2399},
                                       {3190, 3195},
-                                      {6880, 6910}}) {
+                                      {6880, 6883},
+                              {6900, 6901}}) {
         const std::string more = Codes(checked, first, last);
         codes += (codes.empty() || more.empty() ? "" : " ") + more;
     }
