@@ -37,11 +37,15 @@ public:
 
 private:
     static constexpr std::size_t kCacheWays = 64;
+    struct SRecent
+    {
+        std::uint64_t slot = 0;
+        std::uint64_t mixed = 0;
+    };
 
     CArena m_arena;
     std::deque<TSubModel> m_subModels;
-    std::array<std::array<std::uint64_t, kCacheWays>, static_cast<std::size_t>(kPropIdLimit)>
-        m_recent{};
+    std::array<std::array<SRecent, kCacheWays>, static_cast<std::size_t>(kPropIdLimit)> m_recent{};
 };
 
 /// Collects the properties of one record and makes it in one piece, without growing it step by
@@ -118,16 +122,18 @@ inline std::uint64_t CRecordStore::KeepText(EPropId id, std::string_view text)
     }
     const std::uint64_t mixed =
         (head ^ (tail * 0x9E3779B97F4A7C15ULL) ^ length) * 0xD6E8FEB86659FD93ULL;
-    std::uint64_t& recent = m_recent[CZovRcdProps::Bit(id)][mixed >> 58U];
-    if (recent != 0 && TextOf(recent) == text) {
-        return recent;
+    // The mixed bits tell nearly every other text apart before an old one has to be fetched from
+    // memory.
+    SRecent& recent = m_recent[CZovRcdProps::Bit(id)][mixed >> 58U];
+    if (recent.slot != 0 && recent.mixed == mixed && TextOf(recent.slot) == text) {
+        return recent.slot;
     }
     auto* stored =
         static_cast<char*>(m_arena.Allocate(sizeof length + text.size(), alignof(std::uint32_t)));
     std::memcpy(stored, &length, sizeof length);
     std::memcpy(stored + sizeof length, text.data(), text.size());
-    recent = reinterpret_cast<std::uint64_t>(stored);
-    return recent;
+    recent = {reinterpret_cast<std::uint64_t>(stored), mixed};
+    return recent.slot;
 }
 
 inline CZovRcdProps* CRecordBuilder::Finish()
