@@ -4,6 +4,7 @@
 ///     zov_bench make-library COUNT OUT     capacitors as a part list gives them, .zov or .zovx
 ///     zov_bench zov-load FILE              zov_bench zov-save FILE OUT
 ///     zov_bench xml-import FILE            zov_bench xml-export FILE OUT
+///     zov_bench ibis FILE...               the whole check with its report to a sink
 ///     zov_bench sheet FILE                 every cell as text
 ///     zov_bench sheet-library FILE OUT     a part list to a library, all of it
 ///
@@ -13,6 +14,7 @@
 #include "batch/ImportJob.h"
 #include "core/LibraryFiles.h"
 #include "core/RecordStore.h"
+#include "ibischk/parse.h"
 #include "sheet/Workbook.h"
 
 #include <array>
@@ -206,6 +208,31 @@ void SheetLibrary(const char* sheet, const char* out)
     PrintNumber("errors", report.counts.errors);
 }
 
+/// The whole check of each file with its report to a sink.
+void Ibis(const std::vector<std::string>& paths)
+{
+    CNullLog sink;
+    std::uint64_t errors = 0;
+    std::uint64_t warnings = 0;
+    std::uint64_t bytes = 0;
+    const CStopwatch watch;
+    for (const std::string& path : paths) {
+        ibischk::CChecker checker;
+        checker.SetOutputStream(&sink);
+        checker.CheckFile(path, ibischk::EFileType::Ibs);
+        checker.PrintSummary();
+        errors += checker.Counts().errors;
+        warnings += checker.Counts().warnings;
+    }
+    PrintTime("load", watch.Seconds());
+    for (const std::string& path : paths) {
+        bytes += std::filesystem::file_size(path);
+    }
+    PrintNumber("bytes", bytes);
+    PrintNumber("errors", errors);
+    PrintNumber("warnings", warnings);
+}
+
 struct SCommand
 {
     int arguments;
@@ -223,6 +250,11 @@ int Main(int argc, char** argv)
         {"sheet-library", {2, [](char** a) { SheetLibrary(a[0], a[1]); }}},
         {"sheet", {1, [](char** a) { Sheet(a[0]); }}},
     };
+    if (argc > 2 && std::string_view(argv[1]) == "ibis") {
+        Ibis({argv + 2, argv + argc});
+        PrintPeak();
+        return 0;
+    }
     const auto found = argc > 1 ? commands.find(argv[1]) : commands.end();
     if (found == commands.end() || argc - 2 != found->second.arguments) {
         fmt::print(stderr, "usage: zov_bench JOB ARGUMENTS; jobs:\n");
