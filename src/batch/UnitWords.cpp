@@ -48,6 +48,12 @@ constexpr std::array<SPrefixWord, 9> kPrefixWords = {{{"femto", -15},
                                                       {"meg", 6},
                                                       {"giga", 9}}};
 
+/// No part has kilofarads: "10k" among capacitances is another column's value.
+bool IsSmallQuantity(EQuantity quantity)
+{
+    return quantity == EQuantity::Capacitance || quantity == EQuantity::Inductance;
+}
+
 /// @param capitals  the unit is written in capitals, so its prefix may stand for a small letter
 std::optional<int> LetterExponent(char letter, EQuantity quantity, bool capitals)
 {
@@ -67,9 +73,9 @@ std::optional<int> LetterExponent(char letter, EQuantity quantity, bool capitals
         return -3;
     case 'k':
     case 'K':
-        return 3;
+        return IsSmallQuantity(quantity) ? std::nullopt : std::optional(3);
     case 'G':
-        return 9;
+        return IsSmallQuantity(quantity) ? std::nullopt : std::optional(9);
     case 'M':
         // MOHM and MF have been written for milli, micro and mega; MA and MH only for milli.
         if (quantity == EQuantity::Resistance) {
@@ -118,8 +124,7 @@ std::optional<int> PointLetterExponent(char letter, EQuantity quantity)
                                       : std::nullopt;
     case EQuantity::Capacitance:
     case EQuantity::Inductance:
-        return ToLower(letter) == 'k' || letter == 'G' ? std::nullopt
-                                                       : LetterExponent(letter, quantity, false);
+        return LetterExponent(letter, quantity, false);
     default:
         return std::nullopt;
     }

@@ -114,6 +114,7 @@ TEST(CellValue, WordsForNothingAreEmptyAndTheRestIsNeverZero)
         {"10 20", Resistance, kMilli},   {"<10", Resistance, kMilli},
         {"0x10", Resistance, kMilli},    {"inf", Resistance, kMilli},
         {".", Resistance, kMilli},       {"u", Capacitance, kNano},
+        {"10k", Capacitance, kNano},     {"4.7 kH", Inductance, kNano},
     };
     for (const SBad& c : cases) {
         const SCellReading reading = ReadQuantity(c.text, c.quantity, c.unit);
