@@ -36,6 +36,8 @@ private:
     // records
     void Head();
     void Capacitor();
+    /// An inductor or resistor behind its element's opening.
+    void Series(std::string_view plainWord, bool hasInductance);
     void Inductor();
     void Resistor();
     void Circuit();
@@ -291,9 +293,8 @@ void CWriter::Capacitor()
     m_out.Literal("</Capacitor>\n");
 }
 
-void CWriter::Inductor()
+void CWriter::Series(std::string_view plainWord, bool hasInductance)
 {
-    m_out.Literal("<Inductor");
     Head();
     Text(" Comment=\"", EPropId::Comment);
     if (m_record->Has(EPropId::ModelIsCircuit)) {
@@ -301,32 +302,28 @@ void CWriter::Inductor()
         Text(" CktDef=\"", EPropId::CktDef);
         TextWhenSet(" TrackFolder=\"", EPropId::TrackFolder);
     } else {
-        m_out.Literal(" ModelType=\"RL\"");
-        Number(" Inductance=\"", EPropId::Inductance, EQuantity::Inductance);
+        Text(" ModelType=\"", plainWord);
+        if (hasInductance) {
+            Number(" Inductance=\"", EPropId::Inductance, EQuantity::Inductance);
+        }
         Number(" Resistance=\"", EPropId::Resistance, EQuantity::Resistance);
     }
     Number(" MaxCurrent=\"", EPropId::MaxCurrent, EQuantity::Current);
     m_out.Literal(">\n");
     Through();
+}
+
+void CWriter::Inductor()
+{
+    m_out.Literal("<Inductor");
+    Series("RL", true);
     m_out.Literal("</Inductor>\n");
 }
 
 void CWriter::Resistor()
 {
     m_out.Literal("<Resistor");
-    Head();
-    Text(" Comment=\"", EPropId::Comment);
-    if (m_record->Has(EPropId::ModelIsCircuit)) {
-        m_out.Literal(" ModelType=\"SPICE\"");
-        Text(" CktDef=\"", EPropId::CktDef);
-        TextWhenSet(" TrackFolder=\"", EPropId::TrackFolder);
-    } else {
-        m_out.Literal(" ModelType=\"R\"");
-        Number(" Resistance=\"", EPropId::Resistance, EQuantity::Resistance);
-    }
-    Number(" MaxCurrent=\"", EPropId::MaxCurrent, EQuantity::Current);
-    m_out.Literal(">\n");
-    Through();
+    Series("R", false);
     m_out.Literal("</Resistor>\n");
 }
 
