@@ -41,14 +41,16 @@ CResult<void> ParseLine(std::string_view text, const SSourcePos& pos,
     }
     const std::size_t comma = std::min(line.find(','), line.size());
     const std::string_view property = TrimCell(line.substr(0, comma));
+    const std::string title = FoldSpaces(line.substr(std::min(comma + 1, line.size())));
     const auto field = FindField(property);
     if (!field) {
-        return UnknownProperty(property, pos);
+        // A name that is given no column changes nothing, whatever it is.
+        return title.empty() ? CResult<void>() : UnknownProperty(property, pos);
     }
     SMappingLine entry;
     entry.field = *field;
     entry.property = EqualsNoCase(property, kPartNo) ? kPartNoMeans : property;
-    entry.title = FoldSpaces(line.substr(std::min(comma + 1, line.size())));
+    entry.title = title;
     entry.line = pos.line;
     // The last line of a property counts.
     std::erase_if(lines, [&](const SMappingLine& other) { return other.field == *field; });

@@ -125,6 +125,7 @@ TEST(ColumnMapping, RefusesWhatItDoesNotKnow)
     ASSERT_FALSE(comma.Ok());
     EXPECT_EQ(comma.Error().text, "Column map file format is wrong,can not start with ',' ");
     EXPECT_EQ(comma.Error().pos.line, 2U);
+    EXPECT_TRUE(ParseColumnMapping("Colour\nColour,\n", "m.txt").Ok()); // it maps nothing
     const auto unknown = ParseColumnMapping("Colour,Color\n", "m.txt");
     ASSERT_FALSE(unknown.Ok());
     EXPECT_EQ(unknown.Error().Full().rfind("m.txt:1: unknown property 'Colour'", 0), 0U)
