@@ -72,7 +72,7 @@ void OpenLabels(SCheck& check, const SLine& line)
 void TakeLabelRow(SCheck& check, const SLine& line)
 {
     SComponent& component = OpenComponent(check);
-    ++component.table.rows;
+    ++component.names->table.rows;
     const SWords words(line.text);
     if (words.count != 2) {
         check.report.ErrorAt(line.Place(), 6255, words.count);
@@ -87,7 +87,7 @@ void TakeLabelRow(SCheck& check, const SLine& line)
     if (row.label.size() > LimitsOf(check.state.version).busLabel) {
         check.report.Caution(row.place, 6263, row.label, LimitsOf(check.state.version).busLabel);
     }
-    if (component.busLabelNames.Add(row.label, component.busLabels.size())) {
+    if (component.names->busLabelNames.Add(row.label, component.busLabels.size())) {
         check.report.ErrorAt(row.place, 6259, row.label);
         return;
     }
@@ -96,7 +96,7 @@ void TakeLabelRow(SCheck& check, const SLine& line)
 
 void CloseLabels(SCheck& check)
 {
-    if (OpenComponent(check).table.rows == 0) {
+    if (OpenComponent(check).names->table.rows == 0) {
         check.report.WarningAt(check.state.keywordPlace, 6256);
     }
 }

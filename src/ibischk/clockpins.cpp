@@ -30,7 +30,7 @@ void CheckClockPin(SCheck& check, const SLine& line, std::string_view name)
 void TakeClockRow(SCheck& check, const SLine& line)
 {
     SComponent& component = OpenComponent(check);
-    ++component.table.rows;
+    ++component.names->table.rows;
     const SWords words(line.text);
     if (words.count != 3) {
         check.report.ErrorAt(line.Place(), 6355, words.count);
@@ -53,7 +53,7 @@ void TakeClockRow(SCheck& check, const SLine& line)
 
 void CloseClockPins(SCheck& check)
 {
-    if (OpenComponent(check).table.rows == 0) {
+    if (OpenComponent(check).names->table.rows == 0) {
         check.report.WarningAt(check.state.keywordPlace, 6356);
     }
 }
@@ -63,7 +63,14 @@ void CheckPair(SCheck& check, const SComponent& component, const SClockPin& row)
 {
     for (const std::string_view name : {row.clock, row.clocked}) {
         const auto pair = component.diffPinNames.Find(name);
-        if (pair && component.diffPins[*pair].pin != name) {
+        if (!pair) {
+            continue;
+        }
+        if (component.diffPins[*pair].place.line > row.place.line) {
+            check.report.ErrorAt(row.place, 6357, KeywordText(EKeyword::ClockPins),
+                                 KeywordText(EKeyword::DiffPin));
+        }
+        if (component.diffPins[*pair].pin != name) {
             check.report.WarningAt(row.place, 6360, name, component.diffPins[*pair].pin);
         }
     }

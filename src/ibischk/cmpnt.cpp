@@ -33,6 +33,7 @@ void OpenComponentKeyword(SCheck& check, const SLine& line)
                                  data.components[*before].place.line);
         }
     }
+    component.names = std::make_unique<SComponentNames>();
     data.components.push_back(std::move(component));
 }
 
@@ -67,9 +68,7 @@ void CloseComponent(SCheck& check)
     ClosePackageReferences(check, component);
     CloseGroups(check, component);
     CloseEmi(check, component);
-    // What only serves reading the section needs no memory from here on.
-    component.repeaterReceivers.Clear();
-    component.repeaterTransmitters.Clear();
+    component.names.reset();
 }
 
 void FinishUnused(SCheck& check)

@@ -18,6 +18,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -72,45 +73,52 @@ struct SOpenTable
     bool headingTold = false; ///< what is wrong with the headings was reported
 };
 
+/// What is only needed while a component is being read: names that were met, to places in the
+/// vectors of the component.
+struct SComponentNames
+{
+    SOpenTable table;
+    CNameIndex alternativeNames;
+    CNameIndex mappingPins; ///< to places in `mapping`
+    CNameIndex repeaterReceivers;
+    CNameIndex repeaterTransmitters;
+    CNameIndex seriesGroups;     ///< function_table_group, to places in `seriesPins`
+    CNameIndex busLabelNames;    ///< to places in `busLabels`
+    CNameIndex padNames;         ///< to places in `supplyPads`
+    CNameIndex nodeNames;        ///< to places in `nodes`
+    CNameIndex calledSignalPins; ///< Signal_pin, to places in `calls`
+    CNameIndex groupNames;
+    SEmi emi;
+    CNameIndex pdnDomainNames;
+};
+
 struct SComponent
 {
     std::string_view name;
     SPlace place;
-    std::uint64_t locations = 0; ///< Si_location and Timing_location, as seen
-    SOpenTable table;
+    std::uint64_t locations = 0;            ///< Si_location and Timing_location, as seen
+    std::unique_ptr<SComponentNames> names; ///< while the component is open
     SPackage package;
     SNamed packageModel;
     std::vector<SNamed> alternatePackageModels;
-    CNameIndex alternativeNames;
 
     std::vector<SPin> pins;
     CNameIndex pinNames; ///< to places in `pins`
     std::vector<SPinMapping> mapping;
-    CNameIndex mappingPins; ///< to places in `mapping`
-    SPlace mappingPlace;    ///< of [Pin Mapping]
+    SPlace mappingPlace; ///< of [Pin Mapping]
     std::vector<SDiffPin> diffPins;
     CNameIndex diffPinNames; ///< both pins of the pairs, to places in `diffPins`
     std::vector<SRepeaterPin> repeaterPins;
-    CNameIndex repeaterReceivers;
-    CNameIndex repeaterTransmitters;
     std::vector<SSeriesPin> seriesPins;
-    CNameIndex seriesGroups; ///< function_table_group, to places in `seriesPins`
     std::vector<SSwitchState> switchStates;
     SPlace switchPlace; ///< of [Series Switch Groups]
     std::vector<SClockPin> clockPins;
     std::vector<SBusLabel> busLabels;
-    CNameIndex busLabelNames; ///< to places in `busLabels`
     std::vector<SSupplyPad> supplyPads;
-    CNameIndex padNames; ///< to places in `supplyPads`
     std::vector<SNode> nodes;
-    CNameIndex nodeNames; ///< to places in `nodes`
     std::vector<SCircuitCall> calls;
-    CNameIndex calledSignalPins; ///< Signal_pin, to places in `calls`
     std::vector<SInterconnectGroup> groups;
-    CNameIndex groupNames;
-    SEmi emi;
     std::vector<SPdnDomain> pdnDomains;
-    CNameIndex pdnDomainNames;
 
     [[nodiscard]] const SPin* FindPin(std::string_view pin) const
     {

@@ -109,7 +109,7 @@ void TakeDiffPinRow(SCheck& check, const SLine& line)
 
 void CloseDiffPins(SCheck& check)
 {
-    if (OpenComponent(check).table.rows == 0) {
+    if (OpenComponent(check).names->table.rows == 0) {
         check.report.NoteAt(check.state.keywordPlace, 815);
     }
 }
@@ -207,7 +207,7 @@ void CheckRepeaterPin(SCheck& check, const SLine& line, std::string_view pin)
 void TakeRepeaterRow(SCheck& check, const SLine& line)
 {
     SComponent& component = OpenComponent(check);
-    ++component.table.rows;
+    ++component.names->table.rows;
     const SWords words(line.text);
     if (words.count != 2) {
         check.report.ErrorAt(line.Place(), 6405, words.count);
@@ -223,10 +223,10 @@ void TakeRepeaterRow(SCheck& check, const SLine& line)
     if (row.receiver != row.transmitter) {
         CheckRepeaterPin(check, line, row.transmitter);
     }
-    if (component.repeaterReceivers.Add(row.receiver, 0)) {
+    if (component.names->repeaterReceivers.Add(row.receiver, 0)) {
         check.report.ErrorAt(line.Place(row.receiver), 6411, row.receiver, "receiving");
     }
-    if (component.repeaterTransmitters.Add(row.transmitter, 0)) {
+    if (component.names->repeaterTransmitters.Add(row.transmitter, 0)) {
         check.report.ErrorAt(line.Place(row.transmitter), 6411, row.transmitter, "driving");
     }
     component.repeaterPins.push_back(row);
@@ -234,7 +234,7 @@ void TakeRepeaterRow(SCheck& check, const SLine& line)
 
 void CloseRepeaters(SCheck& check)
 {
-    if (OpenComponent(check).table.rows == 0) {
+    if (OpenComponent(check).names->table.rows == 0) {
         check.report.WarningAt(check.state.keywordPlace, 6415);
     }
 }

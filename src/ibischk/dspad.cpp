@@ -28,7 +28,7 @@ void TakePadRow(SCheck& check, const SLine& line)
         return;
     }
     const SSupplyPad row{words[0], words[1], words.count >= 3 ? words[2] : "", line.Place()};
-    if (component.padNames.Add(row.pad, component.supplyPads.size())) {
+    if (component.names->padNames.Add(row.pad, component.supplyPads.size())) {
         check.report.ErrorAt(row.place, 6308, row.pad);
         return;
     }
@@ -37,7 +37,7 @@ void TakePadRow(SCheck& check, const SLine& line)
 
 void ClosePads(SCheck& check)
 {
-    if (OpenComponent(check).table.rows == 0) {
+    if (OpenComponent(check).names->table.rows == 0) {
         check.report.WarningAt(check.state.keywordPlace, 6306);
     }
 }

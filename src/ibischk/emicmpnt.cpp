@@ -29,12 +29,12 @@ constexpr std::int64_t kWhole = 100;
 
 void OpenEmi(SCheck& check, const SLine& /*line*/)
 {
-    OpenComponent(check).emi.place = check.state.keywordPlace;
+    OpenComponent(check).names->emi.place = check.state.keywordPlace;
 }
 
 void TakeEmiLine(SCheck& check, const SLine& line)
 {
-    SEmi& emi = OpenComponent(check).emi;
+    SEmi& emi = OpenComponent(check).names->emi;
     CTokens tokens(line.text);
     const std::uint64_t before = emi.seen;
     const auto row = TakeSubParameter(check, line, tokens, kRows, emi.seen);
@@ -68,7 +68,7 @@ void OpenPinEmi(SCheck& check, const SLine& line)
 
 void TakePinEmiRow(SCheck& check, const SLine& line)
 {
-    SEmi& emi = OpenComponent(check).emi;
+    SEmi& emi = OpenComponent(check).names->emi;
     const SWords words(line.text);
     if (words.count < 2 || words.count > 3) {
         check.report.ErrorAt(line.Place(), 4803, words.count);
@@ -95,12 +95,12 @@ void TakePinEmiRow(SCheck& check, const SLine& line)
 void OpenPinDomainEmi(SCheck& check, const SLine& line)
 {
     BeginTable(check, line, kDomainHeadings, 1, 4814);
-    OpenComponent(check).emi.domainPlace = check.state.keywordPlace;
+    OpenComponent(check).names->emi.domainPlace = check.state.keywordPlace;
 }
 
 void TakePinDomainRow(SCheck& check, const SLine& line)
 {
-    SEmi& emi = OpenComponent(check).emi;
+    SEmi& emi = OpenComponent(check).names->emi;
     const SWords words(line.text);
     if (words.count != 2) {
         check.report.ErrorAt(line.Place(), 4808, words.count);
@@ -125,7 +125,7 @@ void TakePinDomainRow(SCheck& check, const SLine& line)
 
 void CloseEmi(SCheck& check, const SComponent& component)
 {
-    const SEmi& emi = component.emi;
+    const SEmi& emi = component.names->emi;
     if (!check.state.Has(EKeyword::BeginEMIComponent)) {
         return;
     }

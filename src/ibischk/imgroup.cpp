@@ -17,7 +17,8 @@ void OpenGroup(SCheck& check, const SLine& line)
     SInterconnectGroup group;
     group.name = TakeName(check, line, kNameLimit, EReserved::Refused);
     group.place = check.state.keywordPlace;
-    if (!group.name.empty() && component.groupNames.Add(group.name, component.groups.size())) {
+    if (!group.name.empty() &&
+        component.names->groupNames.Add(group.name, component.groups.size())) {
         check.report.ErrorAt(group.place, 6205, group.name);
     }
     component.groups.push_back(std::move(group));

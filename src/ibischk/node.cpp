@@ -6,7 +6,10 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 #include <span>
+#include <unordered_map>
+#include <utility>
 
 namespace zov::ibischk {
 
@@ -34,7 +37,7 @@ void TakeNodes(SCheck& check, const SLine& line)
         if (component.FindPin(node.name) != nullptr) {
             check.report.ErrorAt(place, 2502, node.name);
         }
-        if (const auto before = component.nodeNames.Add(node.name, component.nodes.size())) {
+        if (const auto before = component.names->nodeNames.Add(node.name, component.nodes.size())) {
             check.report.ErrorAt(place, 2501, node.name, component.nodes[*before].place.line);
             continue;
         }
@@ -111,7 +114,7 @@ void TakeSignalPin(SCheck& check, const SLine& line, const CTokens& tokens)
     }
     CheckCallPin(check, line, call.signalPin, kRows[kSignalPin].name);
     const std::size_t number = component.calls.size() - 1;
-    const auto before = component.calledSignalPins.Add(call.signalPin, number);
+    const auto before = component.names->calledSignalPins.Add(call.signalPin, number);
     if (before && *before != number) {
         check.report.ErrorAt(line.Place(), 2611, call.signalPin,
                              component.calls[*before].place.line);
@@ -179,14 +182,19 @@ void TakeCallLine(SCheck& check, const SLine& line)
 
 // --- a component's calls together --------------------------------------------------------------
 
-bool IsSeriesRow(const SComponent& component, std::string_view one, std::string_view two)
+using CPinPairs = std::set<std::pair<std::string_view, std::string_view>>;
+
+CPinPairs SeriesPairs(const SComponent& component)
 {
-    return std::ranges::any_of(component.seriesPins, [one, two](const SSeriesPin& row) {
-        return (row.pin == one && row.pin2 == two) || (row.pin == two && row.pin2 == one);
-    });
+    CPinPairs pairs;
+    for (const SSeriesPin& row : component.seriesPins) {
+        pairs.emplace(std::minmax(row.pin, row.pin2));
+    }
+    return pairs;
 }
 
-void CheckPairs(SCheck& check, const SComponent& component, const SCircuitCall& call)
+void CheckPairs(SCheck& check, const SComponent& component, const SCircuitCall& call,
+                const CPinPairs& seriesPairs)
 {
     const std::string_view* diff = call.diffPins;
     if (!diff[1].empty()) {
@@ -198,7 +206,7 @@ void CheckPairs(SCheck& check, const SComponent& component, const SCircuitCall& 
         }
     }
     const std::string_view* series = call.seriesPins;
-    if (!series[1].empty() && !IsSeriesRow(component, series[0], series[1])) {
+    if (!series[1].empty() && !seriesPairs.contains(std::minmax(series[0], series[1]))) {
         check.report.WarningAt(call.place, 2606, kRows[kSeriesPins].name, series[0], series[1],
                                KeywordText(EKeyword::SeriesPinMapping));
     }
@@ -207,14 +215,15 @@ void CheckPairs(SCheck& check, const SComponent& component, const SCircuitCall& 
 void CheckNode(SCheck& check, const SComponent& component, const SPortMap& port,
                std::vector<std::size_t>& uses)
 {
-    if (const auto node = component.nodeNames.Find(port.node)) {
+    if (const auto node = component.names->nodeNames.Find(port.node)) {
         ++uses[*node];
         return;
     }
     const SPin* pin = component.FindPin(port.node);
     if (pin == nullptr) {
-        const CNameIndex& names =
-            component.nodeNames.FindNoCase(port.node) ? component.nodeNames : component.pinNames;
+        const CNameIndex& names = component.names->nodeNames.FindNoCase(port.node)
+                                      ? component.names->nodeNames
+                                      : component.pinNames;
         ReportUnresolved(check, names, port.node, port.place, 2610);
     } else if (!pin->IsRail() && pin->kind != EPinKind::CircuitCall) {
         check.report.WarningAt(port.place, 2612, pin->name, pin->model);
@@ -228,10 +237,11 @@ void CloseComponentCalls(SCheck& check)
         return;
     }
     CPathScope scope(check.report, {component.name, {}, KeywordText(EKeyword::CircuitCall), {}});
+    const CPinPairs seriesPairs = SeriesPairs(component);
     std::vector<std::size_t> uses(component.nodes.size());
     for (const SCircuitCall& call : component.calls) {
         check.report.Path().model = call.circuit;
-        CheckPairs(check, component, call);
+        CheckPairs(check, component, call, seriesPairs);
         for (const SPortMap& port : call.ports) {
             CheckNode(check, component, port, uses);
         }
@@ -249,29 +259,44 @@ void CloseComponentCalls(SCheck& check)
 
 // --- against the circuits of the file ----------------------------------------------------------
 
-void CheckPorts(SCheck& check, const SCircuitCall& call, const SExternal& circuit)
+/// The ports of each circuit that is called, looked up once.
+using CPortNames = std::unordered_map<std::size_t, CNameIndex>;
+
+const CNameIndex& PortsOf(const SExternal& circuit, std::size_t number, CPortNames& known)
 {
-    CNameIndex ports;
-    STally missing;
-    for (const SExternalPort& port : circuit.ports) {
-        ports.Add(port.name, 0);
-        if (!call.portNames.Find(port.name)) {
-            missing.Add(port.name, call.place);
+    const auto [entry, isNew] = known.try_emplace(number);
+    if (isNew) {
+        for (std::size_t i = 0; i < circuit.ports.size(); ++i) {
+            entry->second.Add(circuit.ports[i].name, i);
         }
     }
+    return entry->second;
+}
+
+void CheckPorts(SCheck& check, const SCircuitCall& call, const SExternal& circuit,
+                const CNameIndex& ports)
+{
+    std::size_t mapped = 0;
     for (const SPortMap& map : call.ports) {
-        if (!ports.Find(map.port)) {
+        if (ports.Find(map.port)) {
+            ++mapped;
+        } else {
             check.report.ErrorAt(map.place, 2607, map.port, circuit.name);
         }
     }
-    if (missing) {
-        check.report.WarningAt(missing.place, 2609, missing.first, circuit.name, missing.count);
+    if (mapped >= ports.Size()) {
+        return;
     }
+    const auto missing = std::ranges::find_if(circuit.ports, [&call](const SExternalPort& port) {
+        return !call.portNames.Find(port.name);
+    });
+    check.report.WarningAt(call.place, 2609, missing->name, circuit.name, ports.Size() - mapped);
 }
 
 void FinishCalls(SCheck& check)
 {
     SFileData& data = check.data;
+    CPortNames ports;
     for (const SComponent& component : data.components) {
         for (const SCircuitCall& call : component.calls) {
             const CPathScope scope(
@@ -280,7 +305,8 @@ void FinishCalls(SCheck& check)
             const auto circuit = data.circuitNames.Find(call.circuit);
             if (circuit) {
                 data.circuits[*circuit].used = true;
-                CheckPorts(check, call, data.circuits[*circuit]);
+                const SExternal& called = data.circuits[*circuit];
+                CheckPorts(check, call, called, PortsOf(called, *circuit, ports));
             } else if (!call.circuit.empty()) {
                 ReportUnresolved(check, data.circuitNames, call.circuit, call.place, 2601);
             }

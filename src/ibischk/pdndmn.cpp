@@ -45,7 +45,7 @@ void OpenDomain(SCheck& check, const SLine& line)
     domain.name =
         line.text.empty() ? line.text : TakeName(check, line, kNameLimit, EReserved::Allowed);
     if (!domain.name.empty() &&
-        component.pdnDomainNames.Add(domain.name, component.pdnDomains.size())) {
+        component.names->pdnDomainNames.Add(domain.name, component.pdnDomains.size())) {
         check.report.WarningAt(domain.place, 6886, domain.name);
     }
     component.pdnDomains.push_back(std::move(domain));

@@ -87,7 +87,7 @@ void TakePinRow(SCheck& check, const SLine& line)
 
 void ClosePins(SCheck& check)
 {
-    if (OpenComponent(check).table.rows == 0) {
+    if (OpenComponent(check).names->table.rows == 0) {
         check.report.ErrorAt(check.state.keywordPlace, 617);
     }
 }

@@ -85,7 +85,7 @@ void TakePinMappingRow(SCheck& check, const SLine& line)
                       line.Place(label));
         }
     }
-    if (const auto before = component.mappingPins.Add(row.pin, component.mapping.size())) {
+    if (const auto before = component.names->mappingPins.Add(row.pin, component.mapping.size())) {
         check.report.ErrorAt(row.place, 304, row.pin, component.mapping[*before].place.line);
         return;
     }
@@ -115,7 +115,7 @@ void CheckMissingPins(SCheck& check, const SComponent& component)
     STally missing;
     for (const SPin& pin : component.pins) {
         const bool mayMiss = railsMayMiss && (pin.IsRail() || pin.kind == EPinKind::NoConnect);
-        if (!mayMiss && !component.mappingPins.Find(pin.name)) {
+        if (!mayMiss && !component.names->mappingPins.Find(pin.name)) {
             missing.Add(pin.name, component.mappingPlace);
         }
     }

@@ -23,7 +23,7 @@ void TakeAlternative(SCheck& check, const SLine& line)
         check.report.ErrorAt(line.Place(tokens.Rest()), 2705, tokens.Rest());
     }
     LimitName(check, "Package model name", name, kNameLimit, line.Place());
-    if (component.alternativeNames.Add(name, component.alternatePackageModels.size())) {
+    if (component.names->alternativeNames.Add(name, component.alternatePackageModels.size())) {
         check.report.WarningAt(line.Place(), 2707, name);
         return;
     }

@@ -46,14 +46,14 @@ void TakeSeriesRow(SCheck& check, const SLine& line)
               line.Place(row.model));
     if (!row.group.empty()) {
         LimitName(check, "Group", row.group, kGroupLimit, line.Place(row.group));
-        component.seriesGroups.Add(row.group, component.seriesPins.size());
+        component.names->seriesGroups.Add(row.group, component.seriesPins.size());
     }
     component.seriesPins.push_back(row);
 }
 
 void CloseSeriesPins(SCheck& check)
 {
-    if (OpenComponent(check).table.rows == 0) {
+    if (OpenComponent(check).names->table.rows == 0) {
         check.report.NoteAt(check.state.keywordPlace, 410);
     }
 }
@@ -120,8 +120,9 @@ void CheckStatement(SCheck& check, const SComponent& component, const SSwitchSta
     for (const std::string_view group : state.groups) {
         if (named.Add(group, 0)) {
             check.report.WarningAt(state.place, 503, group);
-        } else if (component.seriesGroups.Size() != 0 && !component.seriesGroups.Find(group)) {
-            ReportUnresolved(check, component.seriesGroups, group, state.place, 502);
+        } else if (component.names->seriesGroups.Size() != 0 &&
+                   !component.names->seriesGroups.Find(group)) {
+            ReportUnresolved(check, component.names->seriesGroups, group, state.place, 502);
         }
     }
 }
@@ -129,7 +130,7 @@ void CheckStatement(SCheck& check, const SComponent& component, const SSwitchSta
 /// States are compared while they are few: a table of thousands is no table of a real switch.
 void CheckSameStates(SCheck& check, const SComponent& component)
 {
-    constexpr std::size_t kMostStates = 256;
+    constexpr std::size_t kMostStates = 64;
     std::map<std::vector<std::string_view>, std::size_t> known;
     const std::size_t count = std::min(component.switchStates.size(), kMostStates);
     for (std::size_t i = 0; i < count; ++i) {
@@ -159,7 +160,7 @@ void CloseComponentSwitches(SCheck& check)
     if (component.switchStates.empty()) {
         check.report.ErrorAt(component.switchPlace, 506);
     }
-    if (component.seriesGroups.Size() == 0) {
+    if (component.names->seriesGroups.Size() == 0) {
         check.report.ErrorAt(component.switchPlace, 504);
     }
     for (const SSwitchState& state : component.switchStates) {

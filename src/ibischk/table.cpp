@@ -31,7 +31,7 @@ void BeginTable(SCheck& check, const SLine& line, std::span<const std::string_vi
     if (check.state.current != EKeyword::Pin) {
         RequireEarlier(check, EKeyword::Pin, orderCode);
     }
-    SOpenTable& table = OpenComponent(check).table;
+    SOpenTable& table = OpenComponent(check).names->table;
     table = {};
     table.headings = CheckHeadings(check, line, headings, required);
     // One finding is enough for a heading line that is wrong.
@@ -41,7 +41,7 @@ void BeginTable(SCheck& check, const SLine& line, std::span<const std::string_vi
 void CountRow(SCheck& check, const SLine& line, std::span<const std::string_view> headings,
               std::size_t columns, int code)
 {
-    SOpenTable& table = OpenComponent(check).table;
+    SOpenTable& table = OpenComponent(check).names->table;
     ++table.rows;
     const std::size_t needed = std::min(columns - 1, headings.size());
     if (needed > table.headings && !table.headingTold) {
