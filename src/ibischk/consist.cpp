@@ -1,10 +1,332 @@
 // SPDX-License-Identifier: Apache-2.0
+// The curves of a model against each other: sums, load lines, waveforms, ramp.
+#include "ibischk/loadline.h"
 #include "ibischk/mdlparts.h"
+#include "ibischk/tables.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace zov::ibischk {
 
-void CheckConsistency(SCheck& /*check*/)
+namespace {
+
+constexpr double kEndWarning = 0.02; ///< of the swing between the load lines
+constexpr double kEndError = 0.1;
+constexpr double kLeastSwingV = 1e-3;
+constexpr double kTinyFall = 1e-3; ///< of the largest current
+
+/// What one corner of the open model does.
+struct SCorner
 {
+    std::size_t column = 0;
+    SRails rails;
+    double span = 0.0;
+    CPadCurrent low;
+    CPadCurrent high;
+    CPadCurrent clamps;
+    bool drivesLow = false;
+    bool drivesHigh = false;
+
+    [[nodiscard]] std::optional<double> Level(bool isHigh, double rOhm, double vFix) const
+    {
+        const CPadCurrent& pad = isHigh ? high : low;
+        return pad.Solve(rOhm, vFix, rails.Low() - 4 * span, rails.High() + 4 * span);
+    }
+};
+
+void AddClamps(const SModel& model, const SCorner& corner, CPadCurrent& to)
+{
+    to.Add(model.FindCurve(EKeyword::GNDClamp), corner.column, corner.rails.gndClamp,
+           EReference::Below);
+    to.Add(model.FindCurve(EKeyword::POWERClamp), corner.column, corner.rails.powerClamp,
+           EReference::Above);
+}
+
+SCorner MakeCorner(const SModel& model, const SModelType& type, std::size_t column)
+{
+    SCorner corner;
+    corner.column = column;
+    corner.rails = RailsOf(model, column);
+    if (!corner.rails.Complete()) {
+        return corner;
+    }
+    corner.span = corner.rails.Span();
+    const SCurve* down = model.FindCurve(EKeyword::Pulldown);
+    const SCurve* up = model.FindCurve(EKeyword::Pullup);
+    AddClamps(model, corner, corner.clamps);
+    if (type.IsEcl()) {
+        corner.low.Add(down, column, corner.rails.pulldown, EReference::Above);
+    } else {
+        corner.low.Add(down, column, corner.rails.pulldown, EReference::Below);
+    }
+    corner.high.Add(up, column, corner.rails.pullup, EReference::Above);
+    corner.drivesLow = !corner.low.Empty();
+    corner.drivesHigh = !corner.high.Empty();
+    AddClamps(model, corner, corner.low);
+    AddClamps(model, corner, corner.high);
+    return corner;
+}
+
+// --- sums --------------------------------------------------------------------------------------
+
+void TellFall(SCheck& check, const SModelInfo& info, const SCorner& corner,
+              const CPadCurrent& current, std::string_view what)
+{
+    if (current.Empty()) {
+        return;
+    }
+    const SFall fall =
+        current.FindFalls(corner.rails.Low() - corner.span, corner.rails.High() + corner.span);
+    if (fall.count == 0) {
+        return;
+    }
+    CDetails details;
+    details.Add("corner", CornerName(corner.column))
+        .Add("state", what)
+        .Add("voltage", fall.voltage)
+        .Add("falls", static_cast<double>(fall.count))
+        .Add("size", fall.size)
+        .Add("largest-current", fall.largest);
+    check.report.Path().corner = CornerName(corner.column);
+    check.report.Emit(fall.size < kTinyFall * fall.largest ? EReport::Note : EReport::Warning,
+                      info.place, 1505, {info.name, what, CornerName(corner.column), fall.voltage},
+                      details.All());
+    check.report.Path().corner = {};
+}
+
+void CheckSums(SCheck& check, const SModelInfo& info, const SCorner& corner)
+{
+    if (corner.drivesLow) {
+        TellFall(check, info, corner, corner.low, "driven low");
+    }
+    if (corner.drivesHigh) {
+        TellFall(check, info, corner, corner.high, "driven high");
+    }
+    TellFall(check, info, corner, corner.clamps, "not driven");
+}
+
+/// Without load the pad rests near the rail that it is driven to.
+void CheckRest(SCheck& check, const SModelInfo& info, const SCorner& corner)
+{
+    constexpr double kNoLoadOhm = 1e6;
+    constexpr double kNear = 0.1;
+    for (const bool isHigh : {false, true}) {
+        if (!(isHigh ? corner.drivesHigh : corner.drivesLow)) {
+            continue;
+        }
+        const double rail = isHigh ? corner.rails.pullup : corner.rails.pulldown;
+        const auto level = corner.Level(isHigh, kNoLoadOhm, rail);
+        if (level && std::abs(*level - rail) > kNear * corner.span) {
+            check.report.NoteAt(info.place, 1506, info.name, isHigh ? "high" : "low",
+                                CornerName(corner.column), *level, rail);
+        }
+    }
+}
+
+/// A driver table that was measured with its clamp in it, beside the clamp's own table.
+void CheckTwice(SCheck& check, const SModelInfo& info, const SCorner& corner, EKeyword table,
+                EKeyword clamp)
+{
+    constexpr double kLeastA = 0.01;
+    constexpr double kEqual = 0.05;
+    CPadCurrent driver;
+    CPadCurrent alone;
+    const bool down = table == EKeyword::Pulldown;
+    const EReference how = down ? EReference::Below : EReference::Above;
+    driver.Add(check.data.model.FindCurve(table), corner.column, 0.0, how);
+    alone.Add(check.data.model.FindCurve(clamp), corner.column, 0.0, how);
+    if (driver.Empty() || alone.Empty()) {
+        return;
+    }
+    const double v = down ? -0.5 * corner.span : 0.5 * corner.span;
+    const double a = std::abs(driver.At(v));
+    const double b = std::abs(alone.At(v));
+    if (a > kLeastA && b > kLeastA && std::abs(a - b) < kEqual * std::max(a, b)) {
+        check.report.WarningAt(info.place, 1507, info.name, KeywordText(table), KeywordText(clamp),
+                               driver.At(v), alone.At(v), -0.5 * corner.span);
+    }
+}
+
+// --- waveforms ---------------------------------------------------------------------------------
+
+double FixtureVoltage(const SWaveform& table, std::size_t column)
+{
+    const double own = column == 1   ? table.vFixtureMin
+                       : column == 2 ? table.vFixtureMax
+                                     : table.vFixture;
+    return STriple::Has(own) ? own : table.vFixture;
+}
+
+struct SEnd
+{
+    std::string_view where; ///< "begins", "ends"
+    double found = 0.0;
+    double expected = 0.0;
+};
+
+void TellEnd(SCheck& check, const SWaveform& table, const SCorner& corner, const SEnd& end,
+             double swing)
+{
+    const double part = std::abs(end.found - end.expected) / swing;
+    const bool far = part > kEndError;
+    CDetails details;
+    details.Add("corner", CornerName(corner.column))
+        .Add("r-fixture", table.rFixture)
+        .Add("v-fixture", FixtureVoltage(table, corner.column))
+        .Add("found", end.found)
+        .Add("expected", end.expected)
+        .Add("difference", end.found - end.expected)
+        .Add("part-of-swing", part);
+    check.report.Emit(
+        far ? EReport::Error : EReport::Warning, table.place, far ? 1502 : 1501,
+        {KeywordText(table.keyword), CornerName(corner.column), end.where, end.found, end.expected},
+        details.All());
+}
+
+void CheckEnds(SCheck& check, const SWaveform& table, const SCorner& corner)
+{
+    const SEnds ends = EndsOf(table.value[corner.column]);
+    const double vFix = FixtureVoltage(table, corner.column);
+    if (!ends.Good() || !(table.rFixture > 0) || !STriple::Has(vFix)) {
+        return;
+    }
+    const auto low = corner.Level(false, table.rFixture, vFix);
+    const auto high = corner.Level(true, table.rFixture, vFix);
+    if (!low || !high) {
+        return;
+    }
+    const double swing = *high - *low;
+    if (swing < kLeastSwingV) {
+        check.report.NoteAt(table.place, 1503, KeywordText(table.keyword),
+                            CornerName(corner.column), *low, *high);
+        return;
+    }
+    const bool rising = table.keyword == EKeyword::RisingWaveform;
+    const SEnd first = {"begins", ends.first, rising ? *low : *high};
+    const SEnd last = {"ends", ends.last, rising ? *high : *low};
+    const auto off = [](const SEnd& e) { return std::abs(e.found - e.expected); };
+    const SEnd& worst = off(first) > off(last) ? first : last;
+    if (off(worst) > kEndWarning * swing) {
+        check.report.Path().corner = CornerName(corner.column);
+        TellEnd(check, table, corner, worst, swing);
+        check.report.Path().corner = {};
+    }
+}
+
+void CheckWaveformEnds(SCheck& check, const SCorner& corner)
+{
+    const SModel& model = check.data.model;
+    for (std::size_t i = 0; i < model.waveformCount; ++i) {
+        const SWaveform& table = model.waveforms[i];
+        const bool edge =
+            table.keyword == EKeyword::RisingWaveform || table.keyword == EKeyword::FallingWaveform;
+        if (edge && table.timeGood && !(table.rDut > 0)) {
+            check.report.Path().table = KeywordText(table.keyword);
+            CheckEnds(check, table, corner);
+            check.report.Path().table = KeywordText(EKeyword::Model);
+        }
+    }
+}
+
+// --- ramp and Vmeas ----------------------------------------------------------------------------
+
+/// The part of the full swing that the ramp's 20 % to 80 % cover.
+constexpr double kRampPart = 0.6;
+constexpr double kRampNote = 0.25;
+constexpr double kRampSlip = 3.0;
+
+void CheckRampSwing(SCheck& check, const SCorner& corner, const SModelType& type, bool rise)
+{
+    const SRamp& ramp = check.data.model.ramp;
+    const double found = (rise ? ramp.riseSwing : ramp.fallSwing).typ;
+    const bool toSupply =
+        type.drives == EDrives::DownOnly || (type.drives == EDrives::Both && !rise);
+    const double vFix = toSupply ? corner.rails.pullup : corner.rails.pulldown;
+    const auto low = corner.Level(false, ramp.rLoad, vFix);
+    const auto high = corner.Level(true, ramp.rLoad, vFix);
+    if (!low || !high || *high - *low < kLeastSwingV || !STriple::Has(found) || ramp.rLoad <= 0) {
+        return;
+    }
+    const double expected = kRampPart * (*high - *low);
+    const double ratio = found / expected;
+    if (std::abs(ratio - 1) <= kRampNote) {
+        return;
+    }
+    const bool slip = ratio > kRampSlip || ratio * kRampSlip < 1;
+    CDetails details;
+    details.Add("r-load", ramp.rLoad).Add("low", *low).Add("high", *high).Add("ratio", ratio);
+    check.report.Emit(slip ? EReport::Warning : EReport::Note, ramp.place, 1509,
+                      {rise ? "dV/dt_r" : "dV/dt_f", found, expected}, details.All());
+}
+
+void CheckVmeas(SCheck& check, const SModelInfo& info, const SCorner& corner)
+{
+    const SModel& model = check.data.model;
+    if (!(model.rref > 0) || !STriple::Has(model.vref) || !STriple::Has(model.vmeas)) {
+        return;
+    }
+    const auto low = corner.Level(false, model.rref, model.vref);
+    const auto high = corner.Level(true, model.rref, model.vref);
+    if (low && high && (model.vmeas <= *low || model.vmeas >= *high)) {
+        check.report.WarningAt(info.place, 1504, info.name, model.vmeas, *low, *high);
+    }
+}
+
+// --- columns -----------------------------------------------------------------------------------
+
+/// Tables with numbers for a corner that has no supply, and waveforms for one without tables.
+void CheckColumns(SCheck& check, const SModelInfo& info)
+{
+    const SModel& model = check.data.model;
+    for (const std::size_t column : {1U, 2U}) {
+        bool tables = false;
+        for (std::size_t i = 0; i < model.curveCount; ++i) {
+            tables = tables || HasNumbers(model.curves[i].current[column]);
+        }
+        const bool supply = RailsOf(model, column).Complete();
+        if (tables && !supply && RailsOf(model, 0).Complete()) {
+            check.report.WarningAt(info.place, 1511, info.name, CornerName(column));
+        }
+        for (std::size_t i = 0; i < model.waveformCount && model.curveCount > 0 && !tables; ++i) {
+            if (HasNumbers(model.waveforms[i].value[column])) {
+                check.report.NoteAt(model.waveforms[i].place, 1512,
+                                    KeywordText(model.waveforms[i].keyword), CornerName(column));
+                break;
+            }
+        }
+    }
+}
+
+} // namespace
+
+void CheckConsistency(SCheck& check)
+{
+    const SModelInfo& info = OpenModel(check);
+    const SModelType& type = info.Type();
+    if (info.type == EModelType::Unknown || type.IsSeries() || type.IsDiff() ||
+        info.hasExternalModel || !info.schedule.empty()) {
+        return;
+    }
+    CheckColumns(check, info);
+    for (std::size_t column = 0; column < 3; ++column) {
+        const SCorner corner = MakeCorner(check.data.model, type, column);
+        if (!(corner.span > 0)) {
+            continue;
+        }
+        CheckSums(check, info, corner);
+        if (type.Drives() && !type.IsEcl() && (corner.drivesLow || corner.drivesHigh)) {
+            CheckWaveformEnds(check, corner);
+        }
+        if (column == 0 && type.Drives() && !type.IsEcl()) {
+            CheckRest(check, info, corner);
+            CheckTwice(check, info, corner, EKeyword::Pulldown, EKeyword::GNDClamp);
+            CheckTwice(check, info, corner, EKeyword::Pullup, EKeyword::POWERClamp);
+            CheckRampSwing(check, corner, type, true);
+            CheckRampSwing(check, corner, type, false);
+            CheckVmeas(check, info, corner);
+        }
+    }
 }
 
 } // namespace zov::ibischk

@@ -6,6 +6,7 @@
 #include "ibischk/Types.h"
 #include "ibischk/Values.h"
 
+#include <cstdint>
 #include <string_view>
 
 namespace zov::ibischk {
@@ -28,6 +29,7 @@ struct SReceiverThresholds
     double vdiffAc = kAbsent;
     double vdiffDc = kAbsent;
     double tdiffslewAc = kAbsent;
+    std::uint64_t seen = 0;
 };
 
 extern const SFamily kRcvthFamily;

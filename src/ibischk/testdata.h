@@ -20,6 +20,8 @@ struct STestData
     SPlace driverPlace;
     SPlace driverInvertingPlace;
     SPlace loadPlace;
+    bool hasWaveform = false;
+    bool hasFar = false; ///< a far waveform
 };
 
 extern const SFamily kTestdataFamily;

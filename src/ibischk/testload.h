@@ -17,6 +17,7 @@ struct STestLoad
     std::string_view receiver;
     std::string_view receiverInverting;
     SPlace receiverPlace;
+    SPlace receiverInvertingPlace;
     bool hasLine = false; ///< Td and Zo
     bool hasFar = false;  ///< any element behind the line
     bool used = false;    ///< by a [Test Data]

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ibischk/CheckSupport.h"
+#include "ibischk/loadline.h"
+#include "ibischk/tables.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace zov::ibischk::test {
+
+namespace {
+
+// A driver of 10 ohm to either rail of 3 V: into 50 ohm to ground it swings from 0 to 2.5 V.
+constexpr std::string_view kDriver =
+    "[Model] m\nModel_type Output\nVmeas = 1.5\nVref = 0\nRref = 50\nC_comp 5p NA NA\n"
+    "[Voltage Range] 3 NA NA\n[Pulldown]\n-3 -0.3 NA NA\n6 0.6 NA NA\n"
+    "[Pullup]\n-3 0.3 NA NA\n6 -0.6 NA NA\n"
+    "[Ramp]\ndV/dt_r 1.5/0.5n NA NA\ndV/dt_f 1.5/0.5n NA NA\n";
+
+std::string Wave(std::string_view rows)
+{
+    return std::string(kDriver) + "[Rising Waveform]\nR_fixture = 50\nV_fixture = 0\n" +
+           std::string(rows);
+}
+
+std::string Swapped(std::string_view from, std::string_view to)
+{
+    std::string body(kDriver);
+    return body.replace(body.find(from), from.size(), to);
+}
+
+TEST(Consistency, GoodDriverIsSilent)
+{
+    const SChecked checked = CheckText(Ibs("3.2", Wave("0 0 NA NA\n1n 0 NA NA\n2n 2.5 NA NA\n"
+                                                       "3n 2.5 NA NA\n")));
+    EXPECT_EQ(Codes(checked, 1500, 1599), "");
+}
+
+TEST(Consistency, EveryRuleFires)
+{
+    const struct
+    {
+        std::string_view rule;
+        std::string body;
+        std::string_view expected;
+    } kCases[] = {
+        {"waveform-end", Wave("0 0 NA NA\n2n 2.4 NA NA\n"), "W1501@20"},
+        {"waveform-end-far", Wave("0 0 NA NA\n2n 2.0 NA NA\n"), "E1502@20"},
+        {"fixture-swing",
+         std::string(kDriver) + "[Rising Waveform]\nR_fixture = 1m\n"
+                                "V_fixture = 0\n0 0 NA NA\n1n 1 NA NA\n",
+         "N1503@20"},
+        {"vmeas-reach", Swapped("Vmeas = 1.5", "Vmeas = 2.8"), "W1504@4"},
+        {"sum-monotonic", Swapped("6 0.6 NA", "3 0.300 NA NA\n6 0.200 NA"), "W1505@4"},
+        {"sum-monotonic", Swapped("6 0.6 NA", "3 0.30000 NA NA\n6 0.29990 NA"), "N1505@4"},
+        {"rest-level", Swapped("-3 -0.3 NA NA\n6 0.6", "-3 -0.5 NA NA\n6 0.4"), "N1506@4"},
+        {"clamps-twice",
+         std::string(kDriver) + "[GND Clamp]\n-3 -0.3 NA NA\n0 0 NA NA\n3 0 NA NA\n", "W1507@4"},
+        {"ramp-swing", Swapped("dV/dt_r 1.5", "dV/dt_r 1.0"), "N1509@17"},
+        {"ramp-swing", Swapped("dV/dt_r 1.5", "dV/dt_r 0.1"), "W1509@17"},
+        {"corner-supply", Swapped("6 0.6 NA", "6 0.6 0.5"), "W1511@4"},
+        {"corner-tables", Wave("0 0 0 NA\n2n 2.5 2.5 NA\n"), "N1512@20"},
+    };
+    for (const auto& c : kCases) {
+        ExpectRule({"consistency/" + std::string(c.rule), "3.2", c.body, c.expected});
+    }
+}
+
+TEST(Consistency, FindingsCarryTheirNumbers)
+{
+    const SChecked checked = CheckText(Ibs("3.2", Wave("0 0 NA NA\n2n 2.4 NA NA\n")));
+    const auto found = std::ranges::find(checked.findings, 1501, &STaken::code);
+    ASSERT_NE(found, checked.findings.end());
+    EXPECT_EQ(found->corner, "typ");
+    EXPECT_EQ(found->table, "Rising Waveform");
+    const std::pair<std::string, std::string> part{"part-of-swing", "0.04"};
+    EXPECT_NE(std::ranges::find(found->details, part), found->details.end());
+}
+
+TEST(LoadLine, RoundingOfTheFileIsNoFall)
+{
+    // Each current is right to its last digit; the sum falls by one of them.
+    const std::string body = "[Model] m\nModel_type Input\nVinl = 0.8\nVinh = 2\nC_comp 5p NA NA\n"
+                             "[Voltage Range] 3 NA NA\n[GND Clamp]\n-3 -0.10 NA NA\n0 0.00 NA NA\n"
+                             "1 0.00 NA NA\n2 0.01 NA NA\n3 0.01 NA NA\n[POWER Clamp]\n"
+                             "-3 0.30 NA NA\n1 0.02 NA NA\n2 0.03 NA NA\n6 0.03 NA NA\n";
+    EXPECT_FALSE(Has(CheckText(Ibs("3.2", body)), 1505));
+    EXPECT_DOUBLE_EQ(LastDigitOf("-12.50mA"), 1e-5);
+    EXPECT_DOUBLE_EQ(LastDigitOf("1.5e-3"), 1e-4);
+    EXPECT_EQ(LastDigitOf("NA"), 0.0);
+}
+
+} // namespace
+
+} // namespace zov::ibischk::test
