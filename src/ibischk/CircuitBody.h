@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 /// The body that [Interconnect Model], [EMD Model] and [C Comp Model] share: circuit file,
 /// parameters, terminals.
+///
+///     BeginBody(body, EKeyword::EMDModel, 6700, name, place);
+///     const STerminal* terminal = TakeBodyLine(check, line, body);   // every data line
+///     CloseBody(check, body);
 #pragma once
 
 #include "ibischk/KeywordCodes.h"
+#include "ibischk/Tokens.h"
 #include "ibischk/Types.h"
 
 #include <cstdint>
@@ -11,6 +16,13 @@
 #include <vector>
 
 namespace zov::ibischk {
+
+struct SCheck;
+
+/// First numbers of the body's rules.
+constexpr int kInterconnectBody = 6100;
+constexpr int kEmdBody = 6700;
+constexpr int kCCompBody = 6830;
 
 struct STerminal
 {
@@ -34,6 +46,19 @@ struct SCircuitBody
     std::size_t terminalCount = 0; ///< as declared; 0 before it is met
     std::vector<std::string_view> parameters;
     std::vector<STerminal> terminals;
+    bool countSeen = false; ///< Number_of_terminals, good or not
+    bool terminationSeen = false;
+    SPlace parameterPlace;
+    SPlace terminationPlace;
 };
+
+/// Ready for the lines of a body.
+void BeginBody(SCircuitBody& body, EKeyword keyword, int base, std::string_view name, SPlace place);
+/// Takes a data line of the body.
+/// @return the terminal that the line describes, valid until the next line; null for other lines
+///         and for terminals that can't be read
+const STerminal* TakeBodyLine(SCheck& check, const SLine& line, SCircuitBody& body);
+/// What needs the whole body.
+void CloseBody(SCheck& check, SCircuitBody& body);
 
 } // namespace zov::ibischk

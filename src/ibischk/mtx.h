@@ -23,6 +23,7 @@ enum class EMatrix : std::uint8_t
 
 struct SSparseEntry
 {
+    std::uint32_t row;
     std::uint32_t column; ///< place of the pin in [Pin Numbers]
     double value;
 };
@@ -42,7 +43,10 @@ struct SMatrix
     bool rowOpen = false;
     SPlace rowPlace;
     std::size_t valuesInRow = 0;
-    std::vector<SSparseEntry> entries; ///< off-diagonal ones, all rows
+    std::size_t lastRow = 0;                ///< of the row before, from 1; 0 for none
+    std::vector<std::uint32_t> rowOfColumn; ///< row that last had the column, from 1
+    bool spoiled = false;                   ///< a row was refused: what is missing is not told
+    std::vector<SSparseEntry> entries;      ///< off-diagonal ones, all rows
 };
 
 extern const SFamily kMtxFamily;

@@ -29,7 +29,9 @@ struct SPackageModel
     std::vector<std::string_view> pins;
     CNameIndex pinNames; ///< to places in `pins`
     std::vector<SMergedPins> merged;
-    bool used = false; ///< by a [Package Model]
+    CNameIndex mergedNames;
+    std::size_t mostSections = 0; ///< of a stub
+    bool used = false;            ///< by a [Package Model]
 };
 
 extern const SFamily kPkgmdlFamily;

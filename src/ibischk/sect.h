@@ -2,6 +2,7 @@
 /// Sections of package stubs and board paths: Len L R C, Fork, Endfork, Pin, Node.
 #pragma once
 
+#include "ibischk/Tokens.h"
 #include "ibischk/Types.h"
 #include "ibischk/Values.h"
 
@@ -10,6 +11,8 @@
 #include <vector>
 
 namespace zov::ibischk {
+
+struct SCheck;
 
 enum class EPathItem : std::uint8_t
 {
@@ -37,8 +40,21 @@ struct SPath
     std::string_view name;
     SPlace place;
     std::vector<SPathItem> items;
-    std::size_t forkDepth = 0;
+    std::vector<std::size_t> forks; ///< sections inside each open fork
+    std::size_t sections = 0;
+    std::uint8_t seen = 0;  ///< bits: L, R, C of the open section
     bool inSection = false; ///< "/" is awaited
 };
+
+/// First numbers of the rules of sections.
+constexpr int kStubRules = 3420;
+constexpr int kPathRules = 4330;
+
+/// Takes sections, Fork and Endfork off the front of a line, up to its end or to a word that is
+/// none of them (which stays), such as a pin's name.
+/// @param base  kStubRules or kPathRules
+void TakeSections(SCheck& check, const SLine& line, std::string_view& rest, SPath& path, int base);
+/// What needs the whole stub or path: open sections and forks.
+void ClosePath(SCheck& check, SPath& path, int base);
 
 } // namespace zov::ibischk
