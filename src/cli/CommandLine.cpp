@@ -70,6 +70,7 @@ void AddCommands(CLI::App& app, SChosen& chosen)
     AddLibMerge(*lib, chosen);
     AddLibDiff(*lib, chosen);
     AddLibDoctor(*lib, chosen);
+    AddCheck(app, chosen);
     AddSheet(app, chosen);
     AddImport(app, chosen);
 }

@@ -41,7 +41,7 @@ TEST_F(CCommandLine, WrongUsageSaysWhatAndWhereHelpIs)
 TEST_F(CCommandLine, EveryHelpNamesItselfAndEndsWithTwoExamples)
 {
     for (const std::string command : {"lib info", "lib list", "lib convert", "lib merge",
-                                      "lib diff", "lib doctor", "sheet", "import"}) {
+                                      "lib diff", "lib doctor", "check", "sheet", "import"}) {
         const SRun run = Zov(command + " --help");
         EXPECT_EQ(run.status, 0) << command;
         EXPECT_EQ(run.err, "") << command;
@@ -56,7 +56,7 @@ TEST_F(CCommandLine, EveryHelpNamesItselfAndEndsWithTwoExamples)
     EXPECT_EQ(Zov("--version").status, 0);
     const SRun help = Zov("--help");
     EXPECT_NE(help.out.find("  70  a bug of this program\n"), std::string::npos) << help.out;
-    EXPECT_EQ(help.out.find("\n  check "), std::string::npos) << "a command that is not there";
+    EXPECT_EQ(help.out.find("\n  assign "), std::string::npos) << "a command that is not there";
 }
 
 TEST_F(CCommandLine, SheetShowsCellsAsTheyAreRead)

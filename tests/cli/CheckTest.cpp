@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/Reporting.h"
+#include "cli/Zov.h"
+#include "ibischk/Catalogue.h"
+
+#include <algorithm>
+
+namespace zov::test {
+
+/// The files declare versions that are none, so that the findings are the reader's own: a
+/// note of the version and a refusal.
+class CCheck : public CZovTest
+{
+protected:
+    void Write(const std::string& name, std::string_view text)
+    {
+        std::filesystem::create_directories((m_folder.Path() / name).parent_path());
+        ASSERT_TRUE(WriteFileAtomic(m_folder.Path() / name, text).Ok());
+    }
+    cli::TJson Json(std::string_view line)
+    {
+        return cli::TJson::parse(Zov(line).out, nullptr, false);
+    }
+    static constexpr std::string_view kRefused = "[IBIS Ver] 6.2\n";
+};
+
+TEST_F(CCheck, TextIsTheCheckersOwn)
+{
+    Write("a-name-so-long-that-no-report-wraps.ibs", kRefused);
+    EXPECT_EQ(
+        Told("check @/a-name-so-long-that-no-report-wraps.ibs"),
+        "E1008 (line    1) - Illegal IBIS_Version '6.2'.\n"
+        "E0900 - Could not determine Version for file @/a-name-so-long-that-no-report-wraps.ibs\n"
+        "\nErrors  : 2\n\nFile Failed\n= 1");
+    EXPECT_EQ(
+        Told("check @/a-name-so-long-that-no-report-wraps.ibs --plain --fail-on never"),
+        "ERROR (line    1) - Illegal IBIS_Version '6.2'.\n"
+        "ERROR - Could not determine Version for file @/a-name-so-long-that-no-report-wraps.ibs\n"
+        "\nErrors  : 2\n\nFile Failed\n= 0");
+    EXPECT_EQ(Told("check @/a-name-so-long-that-no-report-wraps.ibs --format gcc"),
+              "@/a-name-so-long-that-no-report-wraps.ibs:1:1: error: Illegal IBIS_Version '6.2'. "
+              "[header/version-value]\n"
+              "@/a-name-so-long-that-no-report-wraps.ibs: error: Could not determine Version for "
+              "file @/a-name-so-long-that-no-report-wraps.ibs "
+              "[syntax/version]\n= 1");
+}
+
+TEST_F(CCheck, StatusTellsWhatHappened)
+{
+    Write("a-name-so-long-that-no-report-wraps.ibs", kRefused);
+    Write("notes.txt", "x");
+    std::filesystem::create_directories(m_folder.Path() / "empty");
+    struct SCase
+    {
+        const char* line;
+        int status;
+        const char* err;
+    };
+    for (const SCase& c : {
+             SCase{"check", 2, "zov check: FILE is required\nTry 'zov check --help'.\n"},
+             SCase{"check @/none.ibs", 3, ""},
+             SCase{"check @/a-name-so-long-that-no-report-wraps.ibs @/none.ibs", 1, ""},
+             SCase{"check @/a-name-so-long-that-no-report-wraps.ibs @/none.ibs --fail-on never", 4,
+                   ""},
+             SCase{"check @/notes.txt", 3,
+                   "zov: '@/notes.txt' is no file to check, expected one of .ibs, .pkg, .ebd, "
+                   ".ims, .emd, .ems\n"},
+             SCase{"check @/empty", 3,
+                   "zov: '@/empty' holds no file to check, expected one of .ibs, .pkg, .ebd, "
+                   ".ims, .emd, .ems\n"},
+             SCase{"check @/a-name-so-long-that-no-report-wraps.ibs --baseline @/notes.txt", 3,
+                   "zov: @/notes.txt: a baseline is a report of 'zov check --format json'\n"},
+             SCase{"check @/a-name-so-long-that-no-report-wraps.ibs --waivers @/notes.txt", 3,
+                   "zov: @/notes.txt:1: a waiver has a file, a code, an object (* for any) and a "
+                   "reason, with blanks between\n"},
+         }) {
+        const SRun run = Zov(c.line);
+        EXPECT_EQ(run.status, c.status) << c.line;
+        EXPECT_EQ(run.err, c.err) << c.line;
+    }
+}
+
+TEST_F(CCheck, FoldersAreSearchedInOrderAndEachFileOnce)
+{
+    Write("m/b.IBS", kRefused);
+    Write("m/sub/c.ebd", kRefused);
+    Write("m/a.pkg", kRefused);
+    Write("m/read.me", kRefused);
+    const cli::TJson report = Json("check @/m @/m/a.pkg --format json");
+    ASSERT_TRUE(report.is_object());
+    std::string names;
+    for (const cli::TJson& file : report["files"]) {
+        names += PathText(TextPath(file["file"].get<std::string>()).filename()) + ' ';
+    }
+    EXPECT_EQ(names, "a.pkg b.IBS c.ebd ");
+    EXPECT_EQ(report["version"], 1);
+    EXPECT_EQ(report["complete"], true);
+}
+
+TEST_F(CCheck, WaivedFindingsAreListedAndDontCount)
+{
+    Write("a-name-so-long-that-no-report-wraps.ibs", kRefused);
+    Write("w.txt", "# known\n*.ibs E1008 * drafts say so\na-name-so-long-that-no-report-wraps.ibs "
+                   "1009 * not there\n");
+    EXPECT_EQ(
+        Told("check @/a-name-so-long-that-no-report-wraps.ibs --waivers @/w.txt"),
+        "E0900 - Could not determine Version for file @/a-name-so-long-that-no-report-wraps.ibs\n"
+        "\nWaived:\nE1008 (line    1) - Illegal IBIS_Version '6.2'.\n"
+        "    waived because: drafts say so\n"
+        "\nErrors  : 1\n\nFile Failed\n"
+        "--\nzov: @/w.txt:3: waives nothing\n= 1");
+    Write("w.json", R"({"waivers": [{"code": "header/*", "reason": "a & b"},
+                                    {"code": 900, "file": "A-NAME*.ibs", "reason": "c"}]})");
+    EXPECT_EQ(
+        Told("check @/a-name-so-long-that-no-report-wraps.ibs --waivers @/w.json --format junit"),
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites name=\"zov check\">\n"
+        "  <testsuite name=\"@/a-name-so-long-that-no-report-wraps.ibs\" tests=\"3\" "
+        "failures=\"0\" errors=\"0\" "
+        "skipped=\"2\">\n"
+        "    <testcase classname=\"@/a-name-so-long-that-no-report-wraps.ibs\" name=\"can be "
+        "read\"/>\n"
+        "    <testcase classname=\"@/a-name-so-long-that-no-report-wraps.ibs\" "
+        "name=\"header/version-value line 1\" "
+        "file=\"@/a-name-so-long-that-no-report-wraps.ibs\"><skipped message=\"waived: a &amp; "
+        "b\"/></testcase>\n"
+        "    <testcase classname=\"@/a-name-so-long-that-no-report-wraps.ibs\" "
+        "name=\"syntax/version\" "
+        "file=\"@/a-name-so-long-that-no-report-wraps.ibs\"><skipped message=\"waived: "
+        "c\"/></testcase>\n"
+        "  </testsuite>\n</testsuites>\n= 0");
+    Write("bad.json", R"({"waivers": [{"code": 900}]})");
+    EXPECT_EQ(Zov("check @/a-name-so-long-that-no-report-wraps.ibs --waivers @/bad.json").status,
+              3);
+}
+
+TEST_F(CCheck, OnlyFindingsThatTheBaselineLacksCountWhereverTheyMoved)
+{
+    Write("a-name-so-long-that-no-report-wraps.ibs", kRefused);
+    const std::string folder = PathText(m_folder.Path());
+    Write("base.json",
+          ReplaceAll(Zov("check @/a-name-so-long-that-no-report-wraps.ibs --format json").out, "@",
+                     folder));
+    Write("a-name-so-long-that-no-report-wraps.ibs", "| a comment\n\n[IBIS Ver] 6.2\n");
+    EXPECT_EQ(Told("check @/a-name-so-long-that-no-report-wraps.ibs --baseline @/base.json"),
+              "\nIn the baseline, not shown: 2\nErrors  : 0\n\nFile Passed\n= 0");
+    Write("a-name-so-long-that-no-report-wraps.ibs", "[IBIS Ver] 6.3\n");
+    EXPECT_EQ(
+        Told("check @/a-name-so-long-that-no-report-wraps.ibs --baseline @/base.json --format gcc"),
+        "@/a-name-so-long-that-no-report-wraps.ibs:1:1: error: Illegal IBIS_Version '6.3'. "
+        "[header/version-value]\n= 1");
+}
+
+TEST_F(CCheck, SarifListsAllRulesAndEveryResultPointsToItsOwn)
+{
+    Write("a b.ibs", "\n[IBIS Ver] 6.2\n");
+    const cli::TJson report = Json("check @ --format sarif");
+    ASSERT_TRUE(report.is_object());
+    EXPECT_EQ(report["version"], "2.1.0");
+    const cli::TJson& run = report["runs"][0];
+    const cli::TJson& rules = run["tool"]["driver"]["rules"];
+    ASSERT_EQ(rules.size(), ibischk::Catalogue().size());
+    std::vector<std::string> ids;
+    for (const cli::TJson& rule : rules) {
+        ids.push_back(rule["id"]);
+    }
+    for (const cli::TJson& result : run["results"]) {
+        EXPECT_EQ(ids.at(result["ruleIndex"].get<std::size_t>()), result["ruleId"]);
+    }
+    std::ranges::sort(ids);
+    EXPECT_EQ(std::ranges::adjacent_find(ids), ids.end()) << *std::ranges::adjacent_find(ids);
+    const cli::TJson& first = run["results"][0];
+    EXPECT_EQ(first["level"], "error");
+    EXPECT_EQ(first["locations"][0]["physicalLocation"]["region"].dump(),
+              R"({"startLine":2,"startColumn":1})");
+    EXPECT_TRUE(first["locations"][0]["physicalLocation"]["artifactLocation"]["uri"]
+                    .get<std::string>()
+                    .ends_with("a%20b.ibs"));
+    const std::string moved = first["partialFingerprints"].dump();
+    Write("a b.ibs", kRefused);
+    EXPECT_EQ(Json("check @ --format sarif")["runs"][0]["results"][0]["partialFingerprints"].dump(),
+              moved);
+}
+
+} // namespace zov::test
