@@ -24,7 +24,7 @@ std::string ParserCodes(std::string_view text, const SCheckHow& how = {})
                                       {2390, 2399},
                                       {3190, 3195},
                                       {6880, 6883},
-                              {6900, 6901}}) {
+                                      {6900, 6901}}) {
         const std::string more = Codes(checked, first, last);
         codes += (codes.empty() || more.empty() ? "" : " ") + more;
     }
