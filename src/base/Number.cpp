@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "base/Number.h"
 
+#include "base/DecimalScan.h"
 #include "base/Text.h"
 
 #include <algorithm>
@@ -93,6 +94,15 @@ std::optional<double> Convert(const char* first, const char* last, bool mantissa
 
 std::optional<double> ConsumeDouble(std::string_view& text, int shift10)
 {
+    const char* const end = text.data() + text.size();
+    SDecimalScan number;
+    double exact = 0.0;
+    if (ScanDecimal(text.data(), end, number) &&
+        (number.end == end || ToLower(*number.end) != 'd') &&
+        ExactDecimal(number, shift10, exact)) {
+        text.remove_prefix(static_cast<std::size_t>(number.end - text.data()));
+        return exact;
+    }
     const auto decimal = ScanDecimal(text);
     if (!decimal) {
         return std::nullopt;
