@@ -39,6 +39,18 @@ function(zov_engine name)
     endforeach()
 endfunction()
 
+# zov_window_engine(NAME ...): the same for a folder that may use Qt.
+function(zov_window_engine name)
+    set(CMAKE_AUTOMOC ON)
+    set(CMAKE_AUTOUIC ON)
+    set(CMAKE_AUTORCC ON)
+    find_package(Qt5 5.15 REQUIRED COMPONENTS Widgets)
+    zov_engine(${name} ${ARGN})
+    target_link_libraries(zov_${name} PUBLIC Qt5::Widgets)
+    target_compile_definitions(zov_${name} PUBLIC QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII
+                                                  QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
+endfunction()
+
 # zov_tests(FOLDER): tests/FOLDER/*.cpp against the library of that folder and nothing else.
 function(zov_tests folder)
     cmake_parse_arguments(ARG "" "" "LIBS" ${ARGN})
@@ -52,4 +64,21 @@ function(zov_tests folder)
         ZOV_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data" ZOV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
     target_link_libraries(zov_${folder}_tests PRIVATE zov_${folder} ${ARG_LIBS} GTest::gtest_main)
     gtest_discover_tests(zov_${folder}_tests TEST_PREFIX "${folder}." DISCOVERY_TIMEOUT 60)
+endfunction()
+
+# zov_window_tests(FOLDER): the same with Qt Test; a QTEST class or GoogleTest case drives real widgets.
+function(zov_window_tests folder)
+    set(CMAKE_AUTOMOC ON)
+    find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
+    file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp")
+    if(NOT sources OR NOT TARGET zov_${folder})
+        return()
+    endif()
+    add_executable(zov_${folder}_tests ${sources} support/WindowTestMain.cpp)
+    target_include_directories(zov_${folder}_tests PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+    target_compile_definitions(zov_${folder}_tests PRIVATE
+        ZOV_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data" ZOV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    target_link_libraries(zov_${folder}_tests PRIVATE zov_${folder} ${ARG_LIBS} Qt5::Test GTest::gtest)
+    gtest_discover_tests(zov_${folder}_tests TEST_PREFIX "${folder}." DISCOVERY_TIMEOUT 60
+                         PROPERTIES ENVIRONMENT QT_QPA_PLATFORM=offscreen)
 endfunction()

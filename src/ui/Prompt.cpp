@@ -1,0 +1,278 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/Prompt.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QRegularExpression>
+
+#include <utility>
+
+namespace zov::ui {
+namespace {
+
+CScriptedAnswers*& Scripted()
+{
+    static CScriptedAnswers* scripted = nullptr;
+    return scripted;
+}
+
+QString& CurrentFolder()
+{
+    static QString folder;
+    return folder;
+}
+
+constexpr std::pair<QMessageBox::StandardButton, EAnswer> kAnswers[] = {
+    {QMessageBox::Ok, EAnswer::Ok},
+    {QMessageBox::Cancel, EAnswer::Cancel},
+    {QMessageBox::Yes, EAnswer::Yes},
+    {QMessageBox::No, EAnswer::No},
+    {QMessageBox::YesToAll, EAnswer::YesToAll},
+    {QMessageBox::NoToAll, EAnswer::NoToAll},
+};
+
+QMessageBox::StandardButtons ButtonsOf(EButtons buttons)
+{
+    switch (buttons) {
+    case EButtons::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case EButtons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case EButtons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case EButtons::YesNoAll:
+        return QMessageBox::Yes | QMessageBox::YesToAll | QMessageBox::No | QMessageBox::NoToAll;
+    case EButtons::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+QMessageBox::Icon IconOf(EIcon icon)
+{
+    switch (icon) {
+    case EIcon::Question:
+        return QMessageBox::Question;
+    case EIcon::Warning:
+        return QMessageBox::Warning;
+    case EIcon::Error:
+        return QMessageBox::Critical;
+    case EIcon::Information:
+        break;
+    }
+    return QMessageBox::Information;
+}
+
+EAnswer AnswerOf(int button, EButtons buttons)
+{
+    for (const auto& [standard, answer] : kAnswers) {
+        if (standard == button) {
+            return answer;
+        }
+    }
+    return buttons == EButtons::YesNo || buttons == EButtons::YesNoAll ? EAnswer::No
+                                                                       : EAnswer::Cancel;
+}
+
+QString Remembered(const QString& path)
+{
+    if (!path.isEmpty()) {
+        CurrentFolder() = QFileInfo(path).absolutePath();
+    }
+    return path;
+}
+
+/// "name" with the filter "ZOV Library (*.zov)" is "name.zov".
+QString WithEnding(const QString& path, const QString& filter)
+{
+    static const QRegularExpression firstEnding(QStringLiteral(R"(\*(\.[A-Za-z0-9]+))"));
+    const QRegularExpressionMatch match = firstEnding.match(filter);
+    if (path.isEmpty() || !QFileInfo(path).suffix().isEmpty() || !match.hasMatch()) {
+        return path;
+    }
+    return path + match.captured(1);
+}
+
+QString FirstPath(CScriptedAnswers& scripted, const QString& title, const QString& filter)
+{
+    const QStringList paths = scripted.NextPaths({title, filter, EButtons::OkCancel, {}});
+    return paths.isEmpty() ? QString() : paths.first();
+}
+
+} // namespace
+
+QString CPrompt::ProgramName()
+{
+    return QStringLiteral("Zovra");
+}
+
+void CPrompt::SetFolder(const QString& folder)
+{
+    CurrentFolder() = folder;
+}
+
+EAnswer CPrompt::Ask(QWidget* parent, const QString& text, EButtons buttons, EIcon icon)
+{
+    if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
+        return scripted->NextAnswer({ProgramName(), text, buttons, icon});
+    }
+    QMessageBox box(IconOf(icon), ProgramName(), text, ButtonsOf(buttons), parent);
+    box.setObjectName(QStringLiteral("MessageBox"));
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return AnswerOf(box.exec(), buttons);
+}
+
+void CPrompt::Tell(QWidget* parent, const QString& text, EIcon icon)
+{
+    Ask(parent, text, EButtons::Ok, icon);
+}
+
+QString CPrompt::OpenFile(QWidget* parent, const QString& title, const QString& filter)
+{
+    if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
+        return FirstPath(*scripted, title, filter);
+    }
+    return Remembered(QFileDialog::getOpenFileName(parent, title, CurrentFolder(), filter));
+}
+
+QStringList CPrompt::OpenFiles(QWidget* parent, const QString& title, const QString& filter)
+{
+    if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
+        return scripted->NextPaths({title, filter, EButtons::OkCancel, {}});
+    }
+    QStringList paths = QFileDialog::getOpenFileNames(parent, title, CurrentFolder(), filter);
+    if (!paths.isEmpty()) {
+        Remembered(paths.first());
+    }
+    return paths;
+}
+
+QString CPrompt::SaveFile(QWidget* parent, const QString& title, const QString& filter,
+                          const QString& suggestion)
+{
+    if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
+        return WithEnding(FirstPath(*scripted, title, filter), filter);
+    }
+    const QString start = suggestion.isEmpty() || QFileInfo(suggestion).isAbsolute()
+                              ? suggestion
+                              : CurrentFolder() + QLatin1Char('/') + suggestion;
+    QFileDialog dialog(parent, title, start.isEmpty() ? CurrentFolder() : QFileInfo(start).path(),
+                       filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.selectFile(QFileInfo(start).fileName());
+    // With the ending known to the dialog, it asks about the file that is really written.
+    dialog.setDefaultSuffix(WithEnding(QStringLiteral("x"), filter).mid(2));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return {};
+    }
+    return Remembered(WithEnding(dialog.selectedFiles().first(), dialog.selectedNameFilter()));
+}
+
+QString CPrompt::Folder(QWidget* parent, const QString& title)
+{
+    if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
+        return FirstPath(*scripted, title, {});
+    }
+    const QString folder = QFileDialog::getExistingDirectory(parent, title, CurrentFolder());
+    if (!folder.isEmpty()) {
+        CurrentFolder() = folder;
+    }
+    return folder;
+}
+
+QString CPrompt::Text(QWidget* parent, const QString& title, const QString& label,
+                      const QString& suggestion)
+{
+    if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
+        return FirstPath(*scripted, title, label);
+    }
+    bool accepted = false;
+    const QString text =
+        QInputDialog::getText(parent, title, label, QLineEdit::Normal, suggestion, &accepted);
+    return accepted ? (text.isNull() ? QStringLiteral("") : text) : QString();
+}
+
+CScriptedAnswers::CScriptedAnswers()
+    : m_outer(std::exchange(Scripted(), this))
+{
+}
+
+CScriptedAnswers::~CScriptedAnswers()
+{
+    Scripted() = m_outer;
+}
+
+CScriptedAnswers* CScriptedAnswers::Active()
+{
+    return Scripted();
+}
+
+CScriptedAnswers& CScriptedAnswers::Then(EAnswer answer)
+{
+    m_answers.push_back(answer);
+    return *this;
+}
+
+CScriptedAnswers& CScriptedAnswers::ThenPath(const QString& path)
+{
+    return ThenPaths({path});
+}
+
+CScriptedAnswers& CScriptedAnswers::ThenPaths(const QStringList& paths)
+{
+    m_paths.push_back(paths);
+    return *this;
+}
+
+CScriptedAnswers& CScriptedAnswers::ThenDialog(std::function<void(QDialog&)> drive)
+{
+    m_drivers.push_back(std::move(drive));
+    return *this;
+}
+
+void CScriptedAnswers::DriveDialog(QDialog& dialog)
+{
+    m_shown.push_back({dialog.windowTitle(), dialog.objectName(), EButtons::OkCancel, {}});
+    if (m_drivers.empty()) {
+        ++m_unexpected;
+        return;
+    }
+    const std::function<void(QDialog&)> drive = std::move(m_drivers.front());
+    m_drivers.pop_front();
+    drive(dialog);
+}
+
+EAnswer CScriptedAnswers::NextAnswer(SShownPrompt shown)
+{
+    const bool onlyOk = shown.buttons == EButtons::Ok;
+    const EButtons buttons = shown.buttons;
+    m_shown.push_back(std::move(shown));
+    if (onlyOk) {
+        return EAnswer::Ok;
+    }
+    if (m_answers.empty()) {
+        ++m_unexpected;
+        return AnswerOf(-1, buttons);
+    }
+    const EAnswer answer = m_answers.front();
+    m_answers.pop_front();
+    return answer;
+}
+
+QStringList CScriptedAnswers::NextPaths(SShownPrompt shown)
+{
+    m_shown.push_back(std::move(shown));
+    if (m_paths.empty()) {
+        ++m_unexpected;
+        return {};
+    }
+    QStringList paths = m_paths.front();
+    m_paths.pop_front();
+    return paths;
+}
+
+} // namespace zov::ui
