@@ -15,9 +15,12 @@
 #include <utility>
 
 #ifdef _WIN32
+#include <cstdlib>
 #include <io.h>
 #include <process.h>
+#include <share.h>
 #else
+#include <sys/file.h>
 #include <sys/mman.h>
 #include <unistd.h>
 #endif
@@ -373,6 +376,94 @@ CResult<void> WriteFileAtomic(const fs::path& target, std::string_view bytes)
     ASSIGN_OR_RETURN(const std::unique_ptr<CAtomicFile> file, CAtomicFile::Create(target));
     file->Append(bytes);
     return file->Commit();
+}
+
+// --- CExclusiveFile ----------------------------------------------------------------------------
+
+namespace {
+
+/// A handle that no other writer shares, or -1 with errno set.
+int OpenAlone(const fs::path& path)
+{
+#ifdef _WIN32
+    return _wsopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_TEXT, _SH_DENYWR,
+                   _S_IREAD | _S_IWRITE);
+#else
+    const int handle = OpenHandle(path, O_WRONLY | O_CREAT | kNoWait, 0666);
+    if (handle < 0) {
+        return -1;
+    }
+    // Emptied only under the lock: another's half-written file is left alone. Devices have no
+    // length to cut.
+    struct stat status
+    {
+    };
+    const bool isFile = fstat(handle, &status) == 0 && (status.st_mode & S_IFMT) == S_IFREG;
+    if (isFile && (::flock(handle, LOCK_EX | LOCK_NB) != 0 || ::ftruncate(handle, 0) != 0)) {
+        const int code = errno == EWOULDBLOCK ? EBUSY : errno;
+        CloseHandleOf(handle);
+        errno = code;
+        return -1;
+    }
+    return handle;
+#endif
+}
+
+} // namespace
+
+CResult<std::unique_ptr<CExclusiveFile>> CExclusiveFile::Create(const fs::path& target)
+{
+    const int handle = OpenAlone(target);
+    if (handle < 0) {
+        return SystemFailure("cannot write", target, errno);
+    }
+    return std::unique_ptr<CExclusiveFile>(new CExclusiveFile(target, handle));
+}
+
+CExclusiveFile::CExclusiveFile(fs::path target, int handle)
+    : m_target(std::move(target))
+    , m_handle(handle)
+{
+    m_buffer.reserve(kWriteBlock);
+}
+
+CExclusiveFile::~CExclusiveFile()
+{
+    if (m_handle >= 0) {
+        static_cast<void>(Finish());
+    }
+}
+
+void CExclusiveFile::Append(std::string_view bytes)
+{
+    if (m_buffer.size() + bytes.size() > kWriteBlock) {
+        m_failure = m_failure != 0 ? m_failure : WriteAll(m_handle, m_buffer);
+        m_buffer.clear();
+    }
+    m_buffer += bytes;
+}
+
+CResult<void> CExclusiveFile::Finish()
+{
+    m_failure = m_failure != 0 ? m_failure : WriteAll(m_handle, m_buffer);
+    if (CloseHandleOf(std::exchange(m_handle, -1)) != 0 && m_failure == 0) {
+        m_failure = errno;
+    }
+    if (m_failure != 0) {
+        return SystemFailure("cannot write", m_target, m_failure);
+    }
+    return {};
+}
+
+std::string HostName()
+{
+#ifdef _WIN32
+    const char* name = std::getenv("COMPUTERNAME");
+    return name == nullptr ? "" : name;
+#else
+    std::array<char, 256> name{};
+    return ::gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
+#endif
 }
 
 // --- CAppendFile -------------------------------------------------------------------------------

@@ -88,6 +88,32 @@ private:
 /// CAtomicFile for one text.
 CResult<void> WriteFileAtomic(const std::filesystem::path& target, std::string_view bytes);
 
+/// Writes a file in place, for formats whose file stays as far as it was written when the work
+/// fails. Other writers are kept out while it is open.
+class CExclusiveFile final : public CByteWriter
+{
+public:
+    /// Errors: NotFound, Access, Io; Access also when another program is writing the file, which is
+    /// then left alone. An existing file is emptied.
+    static CResult<std::unique_ptr<CExclusiveFile>> Create(const std::filesystem::path& target);
+    ~CExclusiveFile() override;
+
+    void Append(std::string_view bytes) override;
+    /// Writes what is left and closes. Errors: Io, the first of all writes.
+    CResult<void> Finish();
+
+private:
+    CExclusiveFile(std::filesystem::path target, int handle);
+
+    std::filesystem::path m_target;
+    int m_handle = -1;
+    int m_failure = 0;
+    std::string m_buffer;
+};
+
+/// The machine's name in the network, empty when it is not known.
+[[nodiscard]] std::string HostName();
+
 /// Appends lines to a file that is created when missing; each call reaches the file before it
 /// returns, so that a log survives a crash. An error is not reported again and again: Ok() tells.
 class CAppendFile
