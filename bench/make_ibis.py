@@ -25,12 +25,12 @@ def iv(keyword, sign, scale, start, end):
     return table(rows)
 
 
-def clamp(keyword, start, end):
+def clamp(keyword, sign, start, end):
     rows = [f"[{keyword}]\n"]
     steps = 60
     for i in range(steps + 1):
         v = start + (end - start) * i / steps
-        amps = -0.02 * max(0.0, -v - 0.5)
+        amps = sign * 0.02 * max(0.0, -v - 0.5)
         rows.append(f"{v:.3f}V  {amps * 1e3:.4f}mA  {0.8 * amps * 1e3:.4f}mA  {1.2 * amps * 1e3:.4f}mA\n")
     return table(rows)
 
@@ -88,8 +88,8 @@ C_comp 5.0pF 4.5pF 5.5pF
 """]
     parts.append(iv("Pulldown", 1, 0.06, -SUPPLY, 2 * SUPPLY))
     parts.append(iv("Pullup", -1, 0.05, -SUPPLY, 2 * SUPPLY))
-    parts.append(clamp("GND Clamp", -SUPPLY, SUPPLY))
-    parts.append(clamp("POWER Clamp", -SUPPLY, 0.0))
+    parts.append(clamp("GND Clamp", -1, -SUPPLY, SUPPLY))
+    parts.append(clamp("POWER Clamp", 1, -SUPPLY, 0.0))
     span = 0.6 * (level(True, 0.0, 0) - level(False, 0.0, 0))
     fall = 0.6 * (level(True, SUPPLY, 0) - level(False, SUPPLY, 0))
     parts.append(f"[Ramp]\ndV/dt_r {span:.4f}/1.5n {0.9 * span:.4f}/1.7n {1.05 * span:.4f}/1.3n\n"
@@ -110,7 +110,7 @@ def main():
         out.write(f"[IBIS Ver] 5.1\n[File Name] {name}\n[File Rev] 1.0\n"
                   "[Component] Bench\n[Manufacturer] Bench\n[Package]\n"
                   "R_pkg 0.1 0.05 0.2\nL_pkg 2nH 1nH 3nH\nC_pkg 1pF 0.5pF 2pF\n"
-                  "[Pin] signal_name model_name R_pin L_pin C_pin\n")
+                  "[Pin] signal_name model_name R_pin L_pin C_pin\nV1 VCC POWER\nG1 GND GND\n")
         for i in range(count):
             out.write(f"{i + 1} s{i + 1} m{i + 1} NA NA NA\n")
         for i in range(count):

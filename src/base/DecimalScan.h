@@ -37,6 +37,13 @@ constexpr std::size_t kDecimalSafeDigits = 19; ///< fit an unsigned 64-bit numbe
 
 namespace decimal {
 
+// Not inside the functions, where a table may be built anew at every call.
+inline constexpr std::uint64_t kScale[] = {1,      10,      100,      1000,     10000,
+                                           100000, 1000000, 10000000, 100000000};
+inline constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                     1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                     1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
 /// Eight characters with the first in the lowest byte.
 inline std::uint64_t LoadEight(const char* at)
 {
@@ -78,8 +85,6 @@ constexpr std::uint64_t EightDigits(std::uint64_t chunk)
 /// Appends digits to the mantissa; overflow is for the caller to see from their number.
 inline const char* TakeDigits(const char* at, const char* end, std::uint64_t& mantissa)
 {
-    constexpr std::uint64_t kScale[] = {1,      10,      100,      1000,     10000,
-                                        100000, 1000000, 10000000, 100000000};
     while (end - at >= 8) {
         const std::uint64_t chunk = LoadEight(at);
         const unsigned digits = LeadingDigits(chunk);
@@ -161,9 +166,6 @@ inline bool ScanDecimal(const char* at, const char* end, SDecimalScan& out)
 /// @return false when it does not; `out` is then untouched
 inline bool ExactDecimal(const SDecimalScan& number, int shift10, double& out)
 {
-    constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                  1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                  1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
     constexpr std::uint64_t kExactMantissa = std::uint64_t{1} << 53U;
     const int power = number.exponent + shift10;
     if (number.digits > kDecimalSafeDigits || number.mantissa > kExactMantissa || power < -22 ||
@@ -171,7 +173,8 @@ inline bool ExactDecimal(const SDecimalScan& number, int shift10, double& out)
         return false;
     }
     const auto mantissa = static_cast<double>(number.mantissa);
-    const double value = power < 0 ? mantissa / kPowers[-power] : mantissa * kPowers[power];
+    const double value =
+        power < 0 ? mantissa / decimal::kPowers[-power] : mantissa * decimal::kPowers[power];
     out = number.negative ? -value : value;
     return true;
 }

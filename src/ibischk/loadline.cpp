@@ -36,19 +36,19 @@ CBranch::CBranch(const SCurve& curve, std::size_t column, double reference, ERef
             m_row.push_back(i);
         }
     }
+    m_slope.reserve(count);
+    for (std::size_t i = 0; i + 1 < m_v.size(); ++i) {
+        m_slope.push_back((m_i[i + 1] - m_i[i]) / (m_v[i + 1] - m_v[i]));
+    }
 }
 
-std::size_t CBranch::Segment(double v) const
+std::size_t CBranch::Segment(double v, std::size_t first, std::size_t last) const
 {
-    const auto above = std::upper_bound(m_v.begin() + 1, m_v.end() - 1, v);
-    return static_cast<std::size_t>(above - m_v.begin()) - 1;
-}
-
-double CBranch::At(double v) const
-{
-    const std::size_t i = Segment(v);
-    const double slope = (m_i[i + 1] - m_i[i]) / (m_v[i + 1] - m_v[i]);
-    return m_i[i] + slope * (v - m_v[i]);
+    while (first < last) {
+        const std::size_t middle = first + (last - first + 1) / 2;
+        (m_v[middle] <= v ? first : last) = m_v[middle] <= v ? middle : middle - 1;
+    }
+    return first;
 }
 
 double CBranch::RoundingAt(double v) const
@@ -85,49 +85,97 @@ double CPadCurrent::At(double v) const
 
 std::optional<double> CPadCurrent::Solve(double rOhm, double vFix, double low, double high) const
 {
-    const auto excess = [&](double v) { return At(v) + (v - vFix) / rOhm; };
-    if (Empty() || excess(low) > 0 || excess(high) < 0) {
+    struct SPieces
+    {
+        std::size_t low;
+        std::size_t high;
+    };
+    std::vector<SPieces> pieces;
+    pieces.reserve(m_branches.size());
+    double atLow = (low - vFix) / rOhm;
+    double atHigh = (high - vFix) / rOhm;
+    for (const CBranch& branch : m_branches) {
+        pieces.push_back({branch.Segment(low), branch.Segment(high)});
+        atLow += branch.In(pieces.back().low, low);
+        atHigh += branch.In(pieces.back().high, high);
+    }
+    if (Empty() || atLow > 0 || atHigh < 0) {
         return std::nullopt;
     }
-    for (int i = 0; i < kBisections; ++i) {
+    const auto straight = [&] {
+        return std::ranges::all_of(pieces, [](const SPieces& p) { return p.low == p.high; });
+    };
+    std::vector<std::size_t> at(m_branches.size());
+    for (int i = 0; i < kBisections && !straight(); ++i) {
         const double middle = 0.5 * (low + high);
-        (excess(middle) > 0 ? high : low) = middle;
+        double excess = (middle - vFix) / rOhm;
+        for (std::size_t b = 0; b < m_branches.size(); ++b) {
+            at[b] = m_branches[b].Segment(middle, pieces[b].low, pieces[b].high);
+            excess += m_branches[b].In(at[b], middle);
+        }
+        const bool above = excess > 0;
+        (above ? high : low) = middle;
+        (above ? atHigh : atLow) = excess;
+        for (std::size_t b = 0; b < m_branches.size(); ++b) {
+            (above ? pieces[b].high : pieces[b].low) = at[b];
+        }
     }
-    return 0.5 * (low + high);
+    // Between two points of all tables the sum is a straight line.
+    const double rise = atHigh - atLow;
+    return rise > 0 ? low - atLow * (high - low) / rise : low;
+}
+
+/// Both ends and the points of all tables between them, rising.
+std::vector<double> CPadCurrent::PointsBetween(double low, double high) const
+{
+    std::vector<double> points{low};
+    for (const CBranch& branch : m_branches) {
+        const auto known = static_cast<std::ptrdiff_t>(points.size());
+        for (const double v : branch.Voltages()) {
+            if (v > low && v < high) {
+                points.push_back(v);
+            }
+        }
+        std::inplace_merge(points.begin(), points.begin() + known, points.end());
+    }
+    points.push_back(high);
+    return points;
+}
+
+double CPadCurrent::RoundingAt(double v) const
+{
+    double rounding = 0.0;
+    for (const CBranch& branch : m_branches) {
+        rounding += branch.RoundingAt(v);
+    }
+    return rounding;
 }
 
 SFall CPadCurrent::FindFalls(double low, double high) const
 {
     // The sum is straight between the points of all tables: it falls somewhere only if it falls
     // from one of these points to the next.
-    std::vector<double> points{low, high};
-    for (const CBranch& branch : m_branches) {
-        for (const double v : branch.Voltages()) {
-            if (v > low && v < high) {
-                points.push_back(v);
-            }
+    std::vector<std::size_t> pieces(m_branches.size());
+    const auto sumAt = [&](double v) {
+        double sum = 0.0;
+        for (std::size_t b = 0; b < m_branches.size(); ++b) {
+            sum += m_branches[b].FromPiece(pieces[b], v);
         }
-    }
-    std::ranges::sort(points);
+        return sum;
+    };
     SFall fall;
     double before = low;
-    double currentBefore = At(low);
-    for (const double v : points) {
+    double currentBefore = sumAt(low);
+    for (const double v : PointsBetween(low, high)) {
         if (v - before < kSameVoltage) {
             continue;
         }
-        const double current = At(v);
+        const double current = sumAt(v);
         fall.largest = std::max({fall.largest, std::abs(current), std::abs(currentBefore)});
         const double drop = currentBefore - current;
-        if (drop > kLeastFall) {
-            double rounding = 0.0;
-            for (const CBranch& branch : m_branches) {
-                rounding += branch.RoundingAt(0.5 * (before + v));
-            }
-            if (drop > rounding) {
-                fall.voltage = fall.count++ == 0 ? before : fall.voltage;
-                fall.size += drop;
-            }
+        if (drop > kLeastFall && drop > RoundingAt(0.5 * (before + v))) {
+            fall.voltage = fall.count++ == 0 ? before : fall.voltage;
+            fall.size += drop;
         }
         before = v;
         currentBefore = current;

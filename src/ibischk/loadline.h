@@ -28,7 +28,23 @@ public:
     CBranch(const SCurve& curve, std::size_t column, double reference, EReference how);
 
     /// Interpolated; beyond the ends with the last slope.
-    [[nodiscard]] double At(double v) const;
+    [[nodiscard]] double At(double v) const { return In(Segment(v), v); }
+    /// The piece between two points that a voltage lies in, looked for among [first, last].
+    [[nodiscard]] std::size_t Segment(double v, std::size_t first, std::size_t last) const;
+    [[nodiscard]] std::size_t Segment(double v) const { return Segment(v, 0, m_v.size() - 2); }
+    /// On the straight line of a piece.
+    [[nodiscard]] double In(std::size_t segment, double v) const
+    {
+        return m_i[segment] + m_slope[segment] * (v - m_v[segment]);
+    }
+    /// As At, for voltages that only rise from call to call: `segment`, 0 at first, goes with them.
+    [[nodiscard]] double FromPiece(std::size_t& segment, double v) const
+    {
+        while (segment + 2 < m_v.size() && m_v[segment + 1] <= v) {
+            ++segment;
+        }
+        return In(segment, v);
+    }
     /// How much rounding in the file may have moved the current about here.
     [[nodiscard]] double RoundingAt(double v) const;
     [[nodiscard]] const std::vector<double>& Voltages() const { return m_v; }
@@ -36,12 +52,11 @@ public:
     [[nodiscard]] EKeyword Keyword() const { return m_curve->keyword; }
 
 private:
-    [[nodiscard]] std::size_t Segment(double v) const;
-
     const SCurve* m_curve;
     std::size_t m_column;
     std::vector<double> m_v; ///< rising
     std::vector<double> m_i;
+    std::vector<double> m_slope; ///< of the piece behind each point but the last
     std::vector<std::size_t> m_row;
 };
 
@@ -69,6 +84,9 @@ public:
     [[nodiscard]] SFall FindFalls(double low, double high) const;
 
 private:
+    [[nodiscard]] std::vector<double> PointsBetween(double low, double high) const;
+    [[nodiscard]] double RoundingAt(double v) const;
+
     std::vector<CBranch> m_branches;
 };
 
