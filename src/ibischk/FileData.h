@@ -10,6 +10,7 @@
 #include "ibischk/imsmdl.h"
 #include "ibischk/mdl.h"
 #include "ibischk/msel.h"
+#include "ibischk/partfiles.h"
 #include "ibischk/pkgmdl.h"
 #include "ibischk/stringlist.h"
 #include "ibischk/testdata.h"
@@ -53,6 +54,7 @@ struct SFileData
     SPath stub;     ///< the open one
 
     std::vector<SBoard> boards;
+    CPartFiles partFiles; ///< that boards and modules name
 
     std::vector<SInterconnectSet> interconnectSets;
     CNameIndex interconnectSetNames;

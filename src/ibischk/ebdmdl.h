@@ -17,7 +17,8 @@ struct SBoardPin
     std::string_view name;
     std::string_view signal;
     SPlace place;
-    std::size_t paths = 0; ///< that it stands in
+    std::size_t paths = 0;    ///< that it stands in
+    std::size_t lastPath = 0; ///< the last of them, from 1
 };
 
 struct SBoardPart
@@ -47,7 +48,12 @@ struct SBoard
     std::vector<SBoardPart> parts;
     CNameIndex partNames;
     std::vector<SNodeUse> nodes;
-    SPath path; ///< the open one
+    CNameIndex nodeNames; ///< "refdes.pin", to the path that has it
+    CNameIndex pathNames;
+    std::size_t paths = 0;
+    SPath path;                  ///< the open one
+    std::size_t pinsInPath = 0;  ///< of the open path
+    std::size_t nodesInPath = 0; ///< of the open path
 };
 
 extern const SFamily kEbdmdlFamily;

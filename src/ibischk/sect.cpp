@@ -57,10 +57,10 @@ void BeginSection(SCheck& check, const SLine& line, SPath& path, double length, 
     if (path.inSection) {
         check.report.ErrorAt(line.Place(), base + 8, path.name);
     }
-    SPathItem item;
-    item.length = length;
-    item.place = line.Place();
-    path.items.push_back(item);
+    path.section = {};
+    path.section.length = length;
+    path.section.place = line.Place();
+    AddPathItem(path, EPathItem::Section);
     path.inSection = true;
     path.seen = 0;
     ++path.sections;
@@ -72,7 +72,7 @@ void BeginSection(SCheck& check, const SLine& line, SPath& path, double length, 
 void EndSection(SCheck& check, SPath& path, int base)
 {
     path.inSection = false;
-    const SPathItem& item = path.items.back();
+    const SSection& item = path.section;
     // A value that was refused is absent and was told already.
     if (std::isnan(item.length + item.l + item.r + item.c)) {
         return;
@@ -112,7 +112,7 @@ void TakeElement(SCheck& check, const SLine& line, std::string_view& rest, std::
         check.report.ErrorAt(place, base + 2, word);
     }
     path.seen = static_cast<std::uint8_t>(path.seen | bit);
-    SPathItem& item = path.items.back();
+    SSection& item = path.section;
     (letter == 'L' ? item.l : letter == 'R' ? item.r : item.c) = value;
 }
 
@@ -122,10 +122,8 @@ void TakeFork(SCheck& check, const SLine& line, SPath& path, bool opens, int bas
         check.report.ErrorAt(line.Place(), base + 8, path.name);
         path.inSection = false;
     }
-    SPathItem item;
-    item.kind = opens ? EPathItem::Fork : EPathItem::Endfork;
-    item.place = line.Place();
-    path.items.push_back(item);
+    const EPathItem before = path.last;
+    AddPathItem(path, opens ? EPathItem::Fork : EPathItem::Endfork);
     if (opens) {
         path.forks.push_back(0);
         return;
@@ -138,6 +136,8 @@ void TakeFork(SCheck& check, const SLine& line, SPath& path, bool opens, int bas
     path.forks.pop_back();
     if (sections == 0) {
         check.report.ErrorAt(line.Place(), base + 7, path.name);
+    } else if (before == EPathItem::Section && base == kPathRules) {
+        check.report.WarningAt(line.Place(), base + 11, path.name);
     }
     if (!path.forks.empty()) {
         path.forks.back() += sections;
@@ -149,7 +149,19 @@ bool IsElement(std::string_view word)
     return word.size() == 1 && std::string_view("LRClrc").find(word.front()) != word.npos;
 }
 
+/// In a path these words go on with something else; in a stub they are pin names like any.
+bool IsPathWord(std::string_view word, int base)
+{
+    return base == kPathRules && (EqualsNoCase(word, "Pin") || EqualsNoCase(word, "Node"));
+}
+
 } // namespace
+
+void AddPathItem(SPath& path, EPathItem kind)
+{
+    path.first = path.first == EPathItem::Nothing ? kind : path.first;
+    path.last = kind;
+}
 
 void TakeSections(SCheck& check, const SLine& line, std::string_view& rest, SPath& path, int base)
 {
@@ -172,6 +184,10 @@ void TakeSections(SCheck& check, const SLine& line, std::string_view& rest, SPat
         } else if (EqualsNoCase(word, "Fork") || EqualsNoCase(word, "Endfork")) {
             TakeFork(check, line, path, word.size() == 4, base);
             rest.remove_prefix(word.size());
+        } else if (path.inSection && IsPathWord(word, base)) {
+            check.report.ErrorAt(line.Place(rest), base + 8, path.name);
+            path.inSection = false;
+            return;
         } else if (path.inSection) {
             // A "=" alone is taken too, or the loop would not go on.
             const std::size_t length = std::max<std::size_t>(word.size(), 1);
@@ -186,12 +202,12 @@ void TakeSections(SCheck& check, const SLine& line, std::string_view& rest, SPat
 void ClosePath(SCheck& check, SPath& path, int base)
 {
     if (path.inSection) {
-        check.report.ErrorAt(path.items.back().place, base + 8, path.name);
+        check.report.ErrorAt(path.section.place, base + 8, path.name);
     }
     if (!path.forks.empty()) {
         check.report.ErrorAt(path.place, base + 6, "Fork", "Endfork", path.name);
     }
-    if (path.sections == 0) {
+    if (path.sections == 0 && base == kStubRules) {
         check.report.ErrorAt(path.place, base + 10, path.name);
     }
 }

@@ -16,6 +16,7 @@ struct SCheck;
 
 enum class EPathItem : std::uint8_t
 {
+    Nothing,
     Section,
     Fork,
     Endfork,
@@ -23,14 +24,13 @@ enum class EPathItem : std::uint8_t
     Node
 };
 
-struct SPathItem
+/// Totals when the length is zero, else per unit of length.
+struct SSection
 {
-    EPathItem kind = EPathItem::Section;
     double length = 0.0;
     double l = 0.0;
     double r = 0.0;
     double c = 0.0;
-    std::string_view name; ///< of a pin or node
     SPlace place;
 };
 
@@ -39,7 +39,9 @@ struct SPath
 {
     std::string_view name;
     SPlace place;
-    std::vector<SPathItem> items;
+    EPathItem first = EPathItem::Nothing;
+    EPathItem last = EPathItem::Nothing;
+    SSection section;               ///< the last one
     std::vector<std::size_t> forks; ///< sections inside each open fork
     std::size_t sections = 0;
     std::uint8_t seen = 0;  ///< bits: L, R, C of the open section
@@ -52,9 +54,11 @@ constexpr int kPathRules = 4330;
 
 /// Takes sections, Fork and Endfork off the front of a line, up to its end or to a word that is
 /// none of them (which stays), such as a pin's name.
-/// @param base  kStubRules or kPathRules
+/// @param base  kStubRules or kPathRules; only the branches of paths must end in a pin or node
 void TakeSections(SCheck& check, const SLine& line, std::string_view& rest, SPath& path, int base);
 /// What needs the whole stub or path: open sections and forks.
 void ClosePath(SCheck& check, SPath& path, int base);
+/// A pin or node of a path: what stands between it and the item before is complete.
+void AddPathItem(SPath& path, EPathItem kind);
 
 } // namespace zov::ibischk
