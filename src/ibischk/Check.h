@@ -8,6 +8,8 @@
 #include "ibischk/FileSource.h"
 #include "ibischk/Report.h"
 
+#include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -26,8 +28,12 @@ struct SCheck
     SCheckState state;
     SFileData data;
     CArena arena;
-    std::string path; ///< of the checked file, extension appended
-    int depth = 0;    ///< of checks of files that files name
+    std::string path;            ///< of the checked file, extension appended
+    int depth = 0;               ///< of checks of files that files name
+    SCheck* outermost = nullptr; ///< of a check that another began; null for the first
+    /// Checks that this one and those that it began have made, by path; null while one goes on.
+    /// Kept by the outermost check, since what they gathered is compared with it.
+    std::map<std::string, std::unique_ptr<SCheck>> referenced;
 
     /// Folder of the checked file with its "/" at the end; empty for none.
     [[nodiscard]] std::string_view Folder() const;

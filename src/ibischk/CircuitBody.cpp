@@ -8,12 +8,14 @@
 
 #include <algorithm>
 #include <set>
+#include <string>
 
 namespace zov::ibischk {
 
 namespace {
 
 constexpr std::string_view kSubcircuit = "File_IBIS-ISS";
+constexpr int kCCompFields = 6811;
 
 bool IsSubcircuit(const SCircuitBody& body)
 {
@@ -35,18 +37,18 @@ std::size_t PortsOf(std::string_view file)
     return ports && *ports > 0 ? static_cast<std::size_t>(*ports) : 0;
 }
 
-void CheckBodyFile(SCheck& check, const SCircuitBody& body, SPlace place)
+void CheckBodyFile(SCheck& check, const SCircuitBody& body, std::string_view file, SPlace place)
 {
     if (IsSubcircuit(body)) {
-        if (!EndsWithNoCase(body.file, ".iss")) {
-            check.report.WarningAt(place, body.base + 11, body.file, body.fileKind, ".iss");
+        if (!EndsWithNoCase(file, ".iss")) {
+            check.report.WarningAt(place, body.base + 11, file, body.fileKind, ".iss");
         }
-    } else if (PortsOf(body.file) == 0 && !EndsWithNoCase(body.file, ".ts")) {
-        check.report.WarningAt(place, body.base + 11, body.file, body.fileKind, ".sNp or .ts");
+    } else if (PortsOf(file) == 0 && !EndsWithNoCase(file, ".ts")) {
+        check.report.WarningAt(place, body.base + 11, file, body.fileKind, ".sNp or .ts");
     }
-    if (CheckFileName(check, body.file, EFileName::Referenced, place) &&
-        !ReferencedFileExists(check, body.file)) {
-        check.report.WarningAt(place, body.base + 10, body.file);
+    if (CheckFileName(check, file, EFileName::Referenced, place) &&
+        !ReferencedFileExists(check, file)) {
+        check.report.WarningAt(place, body.base + 10, file);
     }
 }
 
@@ -69,8 +71,11 @@ void TakeFile(SCheck& check, const SLine& line, CTokens& tokens, SCircuitBody& b
         check.report.ErrorAt(line.Place(), body.base + 8, kind, words.count);
     }
     body.file = words[0];
-    if (!body.file.empty()) {
-        CheckBodyFile(check, body, line.Place(body.file));
+    body.filePlace = line.Place();
+    // The files of three corners are alike; only the first is looked into.
+    const std::size_t files = perCorner && !IsSubcircuit(body) && words.count == 3 ? 3 : 1;
+    for (std::size_t i = 0; i < std::min(files, words.count); ++i) {
+        CheckBodyFile(check, body, words[i], line.Place(words[i]));
     }
 }
 
@@ -89,11 +94,10 @@ void TakeParameter(SCheck& check, const SLine& line, CTokens& tokens, SCircuitBo
     if (!quoted && format == "Value" && ReadNumber(value, number) != ENumber::Good) {
         check.report.ErrorAt(line.Place(value), body.base + 14, value, name);
     }
-    if (std::ranges::find(body.parameters, name) != body.parameters.end()) {
+    body.lastParameter = name;
+    if (body.parameters.Add(name, 0)) {
         check.report.ErrorAt(line.Place(name), body.base + 15, name, body.name);
-        return;
     }
-    body.parameters.push_back(name);
 }
 
 void TakeTermination(SCheck& check, const SLine& line, CTokens& tokens, SCircuitBody& body)
@@ -113,18 +117,18 @@ void TakeTermination(SCheck& check, const SLine& line, CTokens& tokens, SCircuit
 void TakeTerminalCount(SCheck& check, const SLine& line, CTokens& tokens, SCircuitBody& body)
 {
     const int code = body.base + 18;
-    if (body.countSeen || !body.terminals.empty()) {
+    if (body.countSeen || !body.terminals.empty() || body.spoiled) {
         check.report.ErrorAt(line.Place(), code,
                              body.countSeen ? "stands more than once"
                                             : "stands behind the first terminal",
                              KeywordText(body.keyword), body.name);
     }
     body.countSeen = true;
-    const int least = body.fileKind == "File_TS" ? 2 : 1;
+    body.countPlace = line.Place();
     const bool equals = tokens.TakeEquals();
     const auto count = ParseInt(tokens.Rest());
-    if (!equals || !count || *count < least) {
-        check.report.ErrorAt(line.Place(), body.base + 19, least, tokens.Rest());
+    if (!equals || !count || *count < 1) {
+        check.report.ErrorAt(line.Place(), body.base + 19, 1, line.text);
     }
     if (count && *count > 0) {
         body.terminalCount = static_cast<std::size_t>(*count);
@@ -160,34 +164,88 @@ bool IsQualifier(std::string_view word)
     return std::ranges::find(kQualifiers, word) != std::end(kQualifiers);
 }
 
-const STerminal* TakeTerminal(SCheck& check, const SLine& line, SCircuitBody& body)
+/// Fields of a terminal behind its number, and its marks.
+bool FieldsGood(SCheck& check, const SLine& line, const SWords& words, int base)
+{
+    if (base == kCCompBody) {
+        // The terminals of a buffer need no names.
+        if (words.count != 2) {
+            check.report.ErrorAt(line.Place(), kCCompFields, words.count);
+        }
+        return words.count == 2;
+    }
+    if (words.count != 2 && words.count != 4 && words.count != 5) {
+        check.report.ErrorAt(line.Place(), base + 29, words.count);
+        return false;
+    }
+    if (words.count > 2 && !IsQualifier(words[2])) {
+        check.report.ErrorAt(line.Place(words[2]), base + 30, words[2], words[0]);
+    }
+    if (words.count == 5 && words[4] != "Aggressor_Only") {
+        check.report.ErrorAt(line.Place(words[4]), base + 31, words[4]);
+    }
+    return true;
+}
+
+void TakeTerminal(SCheck& check, const SLine& line, SCircuitBody& body)
 {
     const SWords words(line.text);
     const auto number = ParseInt(words[0]);
     const bool known = body.terminalCount != 0;
     if (!number || *number < 1 ||
         (known && static_cast<std::size_t>(*number) > body.terminalCount)) {
-        check.report.ErrorAt(line.Place(), body.base + 21, words[0], body.terminalCount);
-        return nullptr;
+        const std::string range =
+            known ? "from 1 to " + std::to_string(body.terminalCount) : "of at least 1";
+        check.report.ErrorAt(line.Place(), body.base + 21, words[0], range);
+        body.spoiled = true;
+        return;
     }
-    if (words.count != 2 && words.count != 4 && words.count != 5) {
-        check.report.ErrorAt(line.Place(), body.base + 29, words.count);
-        return nullptr;
+    if (!FieldsGood(check, line, words, body.base)) {
+        body.spoiled = true;
+        return;
     }
-    STerminal terminal{static_cast<std::size_t>(*number),
-                       words[1],
-                       words[2],
-                       words[3],
-                       words.count == 5,
-                       line.Place()};
-    if (words.count > 2 && !IsQualifier(terminal.qualifier)) {
-        check.report.ErrorAt(line.Place(words[2]), body.base + 30, words[2], terminal.number);
+    body.terminals.push_back({static_cast<std::size_t>(*number), words[1], words[2], words[3],
+                              words.count == 5, line.Place()});
+}
+
+/// The named sub-circuit in the file, when the file can be read.
+void CheckSubcircuit(SCheck& check, const SCircuitBody& body)
+{
+    if (body.subckt.empty()) {
+        return;
     }
-    if (words.count == 5 && words[4] != "Aggressor_Only") {
-        check.report.ErrorAt(line.Place(words[4]), body.base + 31, words[4]);
+    const CCircuitFiles::SFile& file = check.data.circuitFiles.Of(check, body.file, true);
+    if (!file.readable) {
+        return;
     }
-    body.terminals.push_back(terminal);
-    return &body.terminals.back();
+    const auto found = file.subcircuits.find(LowerCase(body.subckt));
+    if (found == file.subcircuits.end()) {
+        check.report.WarningAt(body.filePlace, body.base + 32, body.subckt, body.file);
+    } else if (found->second != body.terminalCount) {
+        check.report.WarningAt(body.countPlace, body.base + 26, body.terminalCount, body.subckt,
+                               body.file, found->second);
+    }
+}
+
+/// A file's ports, and the common reference that File_TS adds as a terminal.
+void CheckPorts(SCheck& check, const SCircuitBody& body)
+{
+    const bool hasReference = body.fileKind == "File_TS";
+    if (hasReference && body.terminalCount < 2) {
+        check.report.ErrorAt(body.countPlace, body.base + 19, 2, body.terminalCount);
+        return;
+    }
+    std::size_t ports = PortsOf(body.file);
+    const bool named = ports != 0;
+    if (!named && EndsWithNoCase(body.file, ".ts")) {
+        ports = check.data.circuitFiles.Of(check, body.file, false).ports.value_or(0);
+    }
+    const std::size_t expected = ports + (hasReference ? 1 : 0);
+    if (ports != 0 && body.terminalCount != expected) {
+        check.report.At(named ? EReport::Error : EReport::Warning, body.countPlace,
+                        body.base + (named ? 20 : 27), body.terminalCount, body.file, body.fileKind,
+                        expected);
+    }
 }
 
 void CheckCount(SCheck& check, const SCircuitBody& body)
@@ -197,17 +255,19 @@ void CheckCount(SCheck& check, const SCircuitBody& body)
                              body.name);
         return;
     }
-    const std::size_t ports = IsSubcircuit(body) ? 0 : PortsOf(body.file);
-    const std::size_t expected = ports + (body.fileKind == "File_TS" ? 1 : 0);
-    if (ports != 0 && body.terminalCount != 0 && body.terminalCount != expected) {
-        check.report.ErrorAt(body.place, body.base + 20, body.terminalCount, body.file,
-                             body.fileKind, expected);
+    if (body.terminalCount == 0) {
+        return;
+    }
+    if (IsSubcircuit(body)) {
+        CheckSubcircuit(check, body);
+    } else if (!body.fileKind.empty()) {
+        CheckPorts(check, body);
     }
 }
 
 void CheckNumbers(SCheck& check, const SCircuitBody& body)
 {
-    if (body.terminals.empty()) {
+    if (body.terminals.empty() && !body.spoiled) {
         check.report.ErrorAt(body.place, body.base + 25, KeywordText(body.keyword), body.name);
         return;
     }
@@ -216,6 +276,9 @@ void CheckNumbers(SCheck& check, const SCircuitBody& body)
         if (!numbers.insert(terminal.number).second) {
             check.report.ErrorAt(terminal.place, body.base + 22, terminal.number, body.name);
         }
+    }
+    if (body.spoiled) {
+        return;
     }
     const std::size_t count = body.terminalCount;
     if (IsSubcircuit(body) && numbers.size() < count) {
@@ -241,16 +304,14 @@ void BeginBody(SCircuitBody& body, EKeyword keyword, int base, std::string_view 
     body.place = place;
 }
 
-const STerminal* TakeBodyLine(SCheck& check, const SLine& line, SCircuitBody& body)
+void TakeBodyLine(SCheck& check, const SLine& line, SCircuitBody& body)
 {
-    if (!line.text.empty() && IsDigit(line.text.front())) {
-        return TakeTerminal(check, line, body);
-    }
-    if (!TakeSubParameterLine(check, line, body)) {
+    if (IsDigit(line.text.front())) {
+        TakeTerminal(check, line, body);
+    } else if (!TakeSubParameterLine(check, line, body)) {
         check.report.ErrorAt(line.Place(), body.base + 5, CTokens(line.text).NextName(),
                              KeywordText(body.keyword));
     }
-    return nullptr;
 }
 
 void CloseBody(SCheck& check, SCircuitBody& body)
@@ -262,8 +323,8 @@ void CloseBody(SCheck& check, SCircuitBody& body)
             check.report.ErrorAt(body.terminationPlace, body.base + 16,
                                  "cannot stand beside File_IBIS-ISS");
         }
-    } else if (!body.parameters.empty()) {
-        check.report.ErrorAt(body.parameterPlace, body.base + 12, body.parameters.back(),
+    } else if (body.parameters.Size() != 0) {
+        check.report.ErrorAt(body.parameterPlace, body.base + 12, body.lastParameter,
                              body.fileKind);
     }
     CheckCount(check, body);

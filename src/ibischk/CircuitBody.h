@@ -2,14 +2,15 @@
 /// The body that [Interconnect Model], [EMD Model] and [C Comp Model] share: circuit file,
 /// parameters, terminals.
 ///
-///     BeginBody(body, EKeyword::EMDModel, 6700, name, place);
-///     const STerminal* terminal = TakeBodyLine(check, line, body);   // every data line
-///     CloseBody(check, body);
+///     BeginBody(body, EKeyword::EMDModel, kEmdBody, name, place);
+///     TakeBodyLine(check, line, body);   // every data line
+///     CloseBody(check, body);            // body.terminals is complete
 #pragma once
 
 #include "ibischk/KeywordCodes.h"
 #include "ibischk/Tokens.h"
 #include "ibischk/Types.h"
+#include "ibischk/stringlist.h"
 
 #include <cstdint>
 #include <string_view>
@@ -44,10 +45,14 @@ struct SCircuitBody
     std::string_view file;
     std::string_view subckt;
     std::size_t terminalCount = 0; ///< as declared; 0 before it is met
-    std::vector<std::string_view> parameters;
-    std::vector<STerminal> terminals;
-    bool countSeen = false; ///< Number_of_terminals, good or not
+    SPlace filePlace;
+    CNameIndex parameters;
+    std::string_view lastParameter;
+    std::vector<STerminal> terminals; ///< those that could be read
+    bool countSeen = false;           ///< Number_of_terminals, good or not
     bool terminationSeen = false;
+    bool spoiled = false; ///< a terminal was refused: which are missing is not told
+    SPlace countPlace;
     SPlace parameterPlace;
     SPlace terminationPlace;
 };
@@ -55,9 +60,7 @@ struct SCircuitBody
 /// Ready for the lines of a body.
 void BeginBody(SCircuitBody& body, EKeyword keyword, int base, std::string_view name, SPlace place);
 /// Takes a data line of the body.
-/// @return the terminal that the line describes, valid until the next line; null for other lines
-///         and for terminals that can't be read
-const STerminal* TakeBodyLine(SCheck& check, const SLine& line, SCircuitBody& body);
+void TakeBodyLine(SCheck& check, const SLine& line, SCircuitBody& body);
 /// What needs the whole body.
 void CloseBody(SCheck& check, SCircuitBody& body);
 

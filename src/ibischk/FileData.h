@@ -2,6 +2,7 @@
 /// What a check has gathered from the file. Each family fills its own part.
 #pragma once
 
+#include "ibischk/circuitfiles.h"
 #include "ibischk/cmpnt.h"
 #include "ibischk/ebdmdl.h"
 #include "ibischk/emd.h"
@@ -54,7 +55,8 @@ struct SFileData
     SPath stub;     ///< the open one
 
     std::vector<SBoard> boards;
-    CPartFiles partFiles; ///< that boards and modules name
+    CPartFiles partFiles;       ///< that boards and modules name
+    CCircuitFiles circuitFiles; ///< that circuit bodies name
 
     std::vector<SInterconnectSet> interconnectSets;
     CNameIndex interconnectSetNames;

@@ -221,4 +221,25 @@ private:
     SObjectPath m_before;
 };
 
+/// Findings are about another file, and about no object of this one, as long as it lives.
+class CFileScope
+{
+public:
+    CFileScope(CReport& report, std::string_view file)
+        : m_report(report)
+        , m_before(report.File())
+        , m_path(report, {})
+    {
+        report.SetFile(file);
+    }
+    ~CFileScope() { m_report.SetFile(m_before); }
+    CFileScope(const CFileScope&) = delete;
+    CFileScope& operator=(const CFileScope&) = delete;
+
+private:
+    CReport& m_report;
+    std::string m_before;
+    CPathScope m_path;
+};
+
 } // namespace zov::ibischk

@@ -54,9 +54,11 @@ struct SIndexEntry
 [[nodiscard]] std::optional<std::vector<SIndexEntry>> IndexReferenced(SCheck& check,
                                                                       std::string_view name);
 
-/// Checks a referenced file in full, with the same report. Cycles and depth are bounded.
-/// @return false when it can't be read, or is under check already
-bool CheckReferenced(SCheck& check, std::string_view name, EFileType type);
+/// Checks a referenced file in full, with the same report, when it wasn't before. Cycles and depth
+/// are bounded.
+/// @return that check, which lives as long as the outermost; null when the file can't be read or
+///         is under check already
+SCheck* CheckReferenced(SCheck& check, std::string_view name, EFileType type);
 
 // --- limits ------------------------------------------------------------------------------------
 

@@ -3,9 +3,11 @@
 
 #include "base/Text.h"
 #include "ibischk/cmn.h"
+#include "ibischk/setparts.h"
 #include "ibischk/table.h"
 
-#include <algorithm>
+#include <set>
+#include <string>
 #include <unordered_map>
 
 namespace zov::ibischk {
@@ -74,71 +76,115 @@ void CloseGroups(SCheck& check, const SComponent& component)
 
 namespace {
 
-/// The sets of files that groups name, each file read and checked once.
-class CSetFiles
+/// A set that a group names, with the check of its file.
+struct SFoundSet
 {
-public:
-    explicit CSetFiles(SCheck& check)
-        : m_check(check)
-    {
-    }
-
-    /// The names of a file's sets; null when it can't be read, which is reported once.
-    const CNameIndex* SetsOf(const SGroupSet& set)
-    {
-        const auto [entry, isNew] = m_files.try_emplace(set.file);
-        if (isNew) {
-            entry->second.readable = Read(set.file, entry->second.sets);
-            if (!entry->second.readable) {
-                m_check.report.ErrorAt(set.place, 6210, set.file);
-            }
-        }
-        return entry->second.readable ? &entry->second.sets : nullptr;
-    }
-
-private:
-    struct SFile
-    {
-        bool readable = false;
-        CNameIndex sets;
-    };
-
-    bool Read(std::string_view file, CNameIndex& sets)
-    {
-        const auto entries = IndexReferenced(m_check, file);
-        if (!entries) {
-            return false;
-        }
-        for (const SIndexEntry& entry : *entries) {
-            if (entry.keyword == EKeyword::InterconnectModelSet) {
-                sets.Add(entry.text, 0);
-            }
-        }
-        CheckReferenced(m_check, file, EFileType::Ims);
-        return true;
-    }
-
-    SCheck& m_check;
-    std::unordered_map<std::string_view, SFile> m_files;
+    const SInterconnectSet* set = nullptr;
+    std::string_view file; ///< path of the file that it stands in
 };
 
-void FinishSet(SCheck& check, const SGroupSet& set, CSetFiles& files)
+/// Looks for the set; reports when it isn't there.
+SFoundSet FindSet(SCheck& check, const SGroupSet& row, std::set<std::string_view>& unreadable)
 {
-    SFileData& data = check.data;
-    if (IsNa(set.file)) {
-        if (const auto here = data.interconnectSetNames.Find(set.set)) {
-            data.interconnectSets[*here].used = true;
-        } else {
-            check.report.ErrorAt(set.place, 6211, set.set, check.BaseName());
+    SCheck* holder = &check;
+    std::string_view file = check.BaseName();
+    if (!IsNa(row.file)) {
+        if (!EndsWithNoCase(row.file, ExtensionOf(EFileType::Ims))) {
+            return {};
         }
-        return;
+        file = row.file;
+        if (!check.files.Read(check.PathOf(file))) {
+            if (unreadable.insert(file).second) {
+                check.report.ErrorAt(row.place, 6210, file);
+            }
+            return {};
+        }
+        holder = CheckReferenced(check, file, EFileType::Ims);
+        if (holder == nullptr) {
+            return {};
+        }
     }
-    if (!EndsWithNoCase(set.file, ExtensionOf(EFileType::Ims))) {
-        return;
+    SFileData& data = holder->data;
+    const auto at = data.interconnectSetNames.Find(row.set);
+    if (!at) {
+        check.report.ErrorAt(row.place, 6211, row.set, file);
+        return {};
     }
-    const CNameIndex* sets = files.SetsOf(set);
-    if (sets != nullptr && !sets->Find(set.set)) {
-        check.report.ErrorAt(set.place, 6211, set.set, set.file);
+    data.interconnectSets[*at].used = true;
+    return {&data.interconnectSets[*at], holder->path};
+}
+
+// --- ways of pins -------------------------------------------------------------------------------
+
+/// Ways that a pin has in a group, by the places that they join.
+struct SWays
+{
+    std::size_t pinPad = 0;
+    std::size_t padBuffer = 0;
+    std::size_t pinBuffer = 0;
+
+    void Add(unsigned places)
+    {
+        pinPad += places == (kAtPin | kAtPad) ? 1 : 0;
+        padBuffer += places == (kAtPad | kAtBuffer) ? 1 : 0;
+        pinBuffer += places == (kAtPin | kAtBuffer) ? 1 : 0;
+    }
+};
+
+using CWays = std::unordered_map<std::string_view, SWays>;
+
+/// Terminals that only stir others make no way.
+void AddWays(const SInterconnectSet& set, CWays& ways)
+{
+    for (const SInterconnectModel& model : set.models) {
+        std::unordered_map<std::string_view, unsigned> places;
+        for (const STerminal& terminal : model.body.terminals) {
+            const STerminalKind* kind = InterconnectKind(terminal.type);
+            if (kind != nullptr && kind->joins == EJoins::Signal && !terminal.aggressorOnly) {
+                places[terminal.entry] |= kind->place;
+            }
+        }
+        for (const auto& [pin, place] : places) {
+            ways[pin].Add(place);
+        }
+    }
+}
+
+void ReportWays(SCheck& check, const SComponent& component, const SInterconnectGroup& group,
+                const CWays& ways)
+{
+    STally twice[3];
+    STally half[2];
+    // In the order of [Pin], so that the first of each kind is always the same.
+    for (const SPin& pin : component.pins) {
+        const auto found = ways.find(pin.name);
+        if (found == ways.end()) {
+            continue;
+        }
+        const SWays& way = found->second;
+        const std::size_t counts[] = {way.pinPad, way.padBuffer, way.pinBuffer};
+        for (std::size_t i = 0; i < 3; ++i) {
+            if (counts[i] > 1) {
+                twice[i].Add(pin.name, group.place);
+            }
+        }
+        if (way.pinBuffer == 0 && (way.pinPad == 0) != (way.padBuffer == 0)) {
+            half[way.pinPad != 0 ? 0 : 1].Add(pin.name, group.place);
+        }
+    }
+    constexpr std::string_view kWays[] = {"pin to pad", "pad to buffer", "pin to buffer"};
+    for (std::size_t i = 0; i < 3; ++i) {
+        if (twice[i]) {
+            check.report.WarningAt(group.place, 6212, twice[i].first, kWays[i], group.name,
+                                   twice[i].count);
+        }
+    }
+    constexpr std::string_view kParts[] = {"pin to pad", "pad to buffer"};
+    for (std::size_t i = 0; i < 2; ++i) {
+        if (half[i]) {
+            check.report.NoteAt(group.place, 6213, half[i].first, kParts[i], group.name,
+                                half[i].count);
+        }
     }
 }
 
@@ -146,14 +192,25 @@ void FinishSet(SCheck& check, const SGroupSet& set, CSetFiles& files)
 
 void FinishGroups(SCheck& check)
 {
-    CSetFiles files(check);
+    std::set<std::string_view> unreadable;
     for (const SComponent& component : check.data.components) {
         const CPathScope scope(
             check.report, {component.name, {}, KeywordText(EKeyword::InterconnectModelGroup), {}});
+        std::set<const SInterconnectSet*> compared;
         for (const SInterconnectGroup& group : component.groups) {
-            for (const SGroupSet& set : group.sets) {
-                FinishSet(check, set, files);
+            CWays ways;
+            for (const SGroupSet& row : group.sets) {
+                const SFoundSet found = FindSet(check, row, unreadable);
+                if (found.set == nullptr) {
+                    continue;
+                }
+                AddWays(*found.set, ways);
+                if (compared.insert(found.set).second) {
+                    const CFileScope file(check.report, found.file);
+                    CheckSetOfComponent(check, component, *found.set);
+                }
             }
+            ReportWays(check, component, group, ways);
         }
     }
 }

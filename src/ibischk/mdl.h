@@ -3,7 +3,6 @@
 /// model for checks of the whole file.
 #pragma once
 
-#include "ibischk/CircuitBody.h"
 #include "ibischk/Family.h"
 #include "ibischk/Types.h"
 #include "ibischk/Values.h"
@@ -138,13 +137,6 @@ struct SSeriesState
     std::vector<double> vds;
 };
 
-/// A block of [C Comp Model] that was read.
-struct SCCompMode
-{
-    std::string_view mode;
-    SPlace place;
-};
-
 /// The model that is open, with all its tables. One object serves all models of a file, so that the
 /// memory of a check is that of the largest.
 struct SModel
@@ -174,8 +166,6 @@ struct SModel
     STriple rac;
     STriple cac;
     std::vector<SSeriesState> series;
-    std::vector<SCCompMode> cCompModes;
-    SCircuitBody cCompBody;
     SDiffModels diffModels; ///< kept over Clear
     STriple cComp[5];       ///< total, pullup, pulldown, power clamp, GND clamp; farad
     STriple temperature;

@@ -125,25 +125,32 @@ CChecker& ProcessChecker()
     return checker;
 }
 
-bool CheckReferenced(SCheck& check, std::string_view name, EFileType type)
+SCheck* CheckReferenced(SCheck& check, std::string_view name, EFileType type)
 {
-    if (check.depth == kMaxReferenceDepth || name == check.BaseName()) {
-        return false;
+    SCheck& first = check.outermost != nullptr ? *check.outermost : check;
+    std::string path = check.PathOf(name);
+    if (check.depth == kMaxReferenceDepth || path == first.path) {
+        return nullptr;
     }
-    SCheck inner(check.report, check.files);
-    inner.path = check.PathOf(name);
-    inner.depth = check.depth + 1;
-    inner.state.fileType = type;
-    const auto bytes = inner.files.Read(inner.path);
+    const auto [entry, isNew] = first.referenced.try_emplace(path);
+    if (!isNew) {
+        return entry->second.get();
+    }
+    auto inner = std::make_unique<SCheck>(check.report, check.files);
+    inner->path = std::move(path);
+    inner->depth = check.depth + 1;
+    inner->outermost = &first;
+    inner->state.fileType = type;
+    const auto bytes = check.files.Read(inner->path);
     if (!bytes) {
-        return false;
+        return nullptr;
     }
-    const std::string outer(check.report.File());
-    const CPathScope path(check.report, {});
-    check.report.SetFile(inner.path);
-    const bool read = CheckLines(inner, *bytes);
-    check.report.SetFile(outer);
-    return read;
+    const CFileScope file(check.report, inner->path);
+    if (!CheckLines(*inner, *bytes)) {
+        return nullptr;
+    }
+    entry->second = std::move(inner);
+    return entry->second.get();
 }
 
 } // namespace zov::ibischk
