@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "network/FormMap.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace zov::network {
+
+namespace {
+
+/// Rows (b, a) over columns (V, I) or the other way round.
+struct STwoByTwo
+{
+    double bv;
+    double bi;
+    double av;
+    double ai;
+};
+
+/// V and I to b and a of a port, but for a factor that all ports have in common. `scale` is
+/// sqrt(R / R of the first port): 1 when all are equal, so that no root spoils the digits then.
+STwoByTwo FromVoltageAndCurrent(EParameter parameter, bool normalised, double ohm, double scale)
+{
+    if (parameter == EParameter::S) {
+        return {1.0 / scale, -ohm / scale, 1.0 / scale, ohm / scale};
+    }
+    const double v = normalised ? 1.0 / scale : 1.0;
+    const double i = normalised ? ohm / scale : 1.0;
+    return parameter == EParameter::Z ? STwoByTwo{v, 0.0, 0.0, i} : STwoByTwo{0.0, i, v, 0.0};
+}
+
+/// The way back, but for a common factor: rows (V, I) over columns (b, a).
+STwoByTwo ToVoltageAndCurrent(EParameter parameter, bool normalised, double ohm, double scale)
+{
+    if (parameter == EParameter::S) {
+        return {ohm / scale, ohm / scale, -1.0 / scale, 1.0 / scale};
+    }
+    const double v = normalised ? ohm / scale : 1.0;
+    const double i = normalised ? 1.0 / scale : 1.0;
+    return parameter == EParameter::Z ? STwoByTwo{v, 0.0, 0.0, i} : STwoByTwo{0.0, v, i, 0.0};
+}
+
+/// What a port of a hybrid is by itself.
+EParameter PortParameter(EParameter parameter, std::size_t port)
+{
+    if (!IsHybrid(parameter)) {
+        return parameter;
+    }
+    return (parameter == EParameter::H) == (port == 0) ? EParameter::Z : EParameter::Y;
+}
+
+double ScaleOf(const SForm& form, std::size_t port)
+{
+    const double ohm = form.referencesOhm[port];
+    const double first = form.referencesOhm.front();
+    return ohm == first ? 1.0 : std::sqrt(ohm / first);
+}
+
+TComplex Times(TComplex a, TComplex b)
+{
+    return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
+}
+
+[[noreturn]] void Singular()
+{
+    throw CMatrixException(CMatrixException::EReason::Singular);
+}
+
+} // namespace
+
+CFormMap::CFormMap(const SForm& from, const SForm& to)
+    : m_ports(from.referencesOhm.size())
+    , m_solver(from.referencesOhm.size())
+{
+    const std::size_t count = m_ports.size();
+    if (count == 0 || to.referencesOhm.size() != count ||
+        (count != 2 && (IsHybrid(from.parameter) || IsHybrid(to.parameter)))) {
+        throw CMatrixException(CMatrixException::EReason::Argument);
+    }
+    const auto sameValues = [&] {
+        if (from.parameter != to.parameter || from.normalised != to.normalised) {
+            return false;
+        }
+        const bool relative =
+            from.parameter == EParameter::S || from.normalised == ENormalised::Yes;
+        return !relative || from.referencesOhm == to.referencesOhm;
+    };
+    if (sameValues()) {
+        return;
+    }
+    for (std::size_t p = 0; p < count; ++p) {
+        const STwoByTwo in = ToVoltageAndCurrent(PortParameter(from.parameter, p),
+                                                 from.normalised == ENormalised::Yes,
+                                                 from.referencesOhm[p], ScaleOf(from, p));
+        const STwoByTwo out =
+            FromVoltageAndCurrent(PortParameter(to.parameter, p), to.normalised == ENormalised::Yes,
+                                  to.referencesOhm[p], ScaleOf(to, p));
+        m_ports[p] = {out.bv * in.bv + out.bi * in.av, out.bv * in.bi + out.bi * in.ai,
+                      out.av * in.bv + out.ai * in.av, out.av * in.bi + out.ai * in.ai};
+    }
+    const auto noV = [](const SPortMap& port) { return port.v == 0.0; };
+    m_kind = std::ranges::all_of(m_ports, noV)    ? EKind::Scaling
+             : std::ranges::none_of(m_ports, noV) ? EKind::Inverse
+                                                  : EKind::Quotient;
+    m_denominator.resize(count > 2 ? count * count : 0);
+}
+
+void CFormMap::Apply(std::span<TComplex> matrix)
+{
+    if (m_kind == EKind::Identity) {
+        return;
+    }
+    if (m_kind == EKind::Scaling) {
+        Scale(matrix);
+    } else if (m_ports.size() == 1) {
+        Single(matrix.front());
+    } else if (m_ports.size() == 2) {
+        Pair(matrix);
+    } else if (m_kind == EKind::Inverse) {
+        ByInverse(matrix);
+    } else {
+        ByQuotient(matrix);
+    }
+}
+
+void CFormMap::Scale(std::span<TComplex> matrix) const
+{
+    TComplex* value = matrix.data();
+    for (const SPortMap& row : m_ports) {
+        for (const SPortMap& column : m_ports) {
+            const TComplex sum = &row == &column ? row.t * *value + row.u : row.t * *value;
+            *value++ = sum / column.w;
+        }
+    }
+}
+
+void CFormMap::Single(TComplex& value) const
+{
+    const SPortMap& port = m_ports.front();
+    const TComplex below = port.v * value + port.w;
+    const double size = std::fabs(port.v) * std::abs(value) + std::fabs(port.w);
+    if (!(std::abs(below) > size * std::numeric_limits<double>::epsilon())) {
+        Singular();
+    }
+    value = (port.t * value + port.u) / below;
+}
+
+/// (t P + u) adj(D) / det(D) with D = v P + w.
+void CFormMap::Pair(std::span<TComplex> matrix) const
+{
+    const SPortMap& one = m_ports[0];
+    const SPortMap& two = m_ports[1];
+    const TComplex p11 = matrix[0];
+    const TComplex p12 = matrix[1];
+    const TComplex p21 = matrix[2];
+    const TComplex p22 = matrix[3];
+    const TComplex d11 = one.v * p11 + one.w;
+    const TComplex d12 = one.v * p12;
+    const TComplex d21 = two.v * p21;
+    const TComplex d22 = two.v * p22 + two.w;
+    const TComplex straight = Times(d11, d22);
+    const TComplex crossed = Times(d12, d21);
+    const TComplex determinant = straight - crossed;
+    const double square = std::norm(determinant);
+    constexpr double kLost = 2 * std::numeric_limits<double>::epsilon();
+    if (!(square > kLost * kLost * std::max(std::norm(straight), std::norm(crossed)))) {
+        Singular();
+    }
+    const TComplex inverse(determinant.real() / square, -determinant.imag() / square);
+    const TComplex n11 = one.t * p11 + one.u;
+    const TComplex n12 = one.t * p12;
+    const TComplex n21 = two.t * p21;
+    const TComplex n22 = two.t * p22 + two.u;
+    matrix[0] = Times(Times(n11, d22) - Times(n12, d21), inverse);
+    matrix[1] = Times(Times(n12, d11) - Times(n11, d12), inverse);
+    matrix[2] = Times(Times(n21, d22) - Times(n22, d21), inverse);
+    matrix[3] = Times(Times(n22, d11) - Times(n21, d12), inverse);
+}
+
+void CFormMap::ByInverse(std::span<TComplex> matrix)
+{
+    const std::size_t count = m_ports.size();
+    for (std::size_t row = 0; row < count; ++row) {
+        TComplex* const values = matrix.data() + row * count;
+        for (std::size_t column = 0; column < count; ++column) {
+            values[column] *= m_ports[row].v;
+        }
+        values[row] += m_ports[row].w;
+    }
+    m_solver.Invert(matrix);
+    for (std::size_t row = 0; row < count; ++row) {
+        const SPortMap& port = m_ports[row];
+        const double factor = port.u - port.t * port.w / port.v;
+        TComplex* const values = matrix.data() + row * count;
+        for (std::size_t column = 0; column < count; ++column) {
+            values[column] *= factor;
+        }
+        values[row] += port.t / port.v;
+    }
+}
+
+void CFormMap::ByQuotient(std::span<TComplex> matrix)
+{
+    const std::size_t count = m_ports.size();
+    for (std::size_t row = 0; row < count; ++row) {
+        const SPortMap& port = m_ports[row];
+        for (std::size_t column = 0; column < count; ++column) {
+            const std::size_t at = row * count + column;
+            m_denominator[at] = port.v * matrix[at];
+            matrix[at] *= port.t;
+        }
+        m_denominator[row * (count + 1)] += port.w;
+        matrix[row * (count + 1)] += port.u;
+    }
+    m_solver.Divide(matrix, m_denominator);
+}
+
+} // namespace zov::network
