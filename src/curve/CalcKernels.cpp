@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "curve/CalcKernels.h"
+
+#include "curve/CalcScalar.h"
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+// An operand may be the result's own place, which no compiler can know to be harmless.
+#if defined(__clang__)
+#define ZOV_INDEPENDENT _Pragma("clang loop vectorize(assume_safety)")
+#elif defined(__GNUC__)
+#define ZOV_INDEPENDENT _Pragma("GCC ivdep")
+#else
+#define ZOV_INDEPENDENT
+#endif
+
+#if defined(__GNUC__) && defined(__x86_64__)
+#define ZOV_KERNELS_X86 1
+#endif
+
+namespace zov::curve {
+
+namespace {
+
+namespace plain {
+#define ZOV_TARGET
+#include "curve/CalcKernelSet.inc"
+#undef ZOV_TARGET
+} // namespace plain
+
+#ifdef ZOV_KERNELS_X86
+namespace avx2 {
+#define ZOV_TARGET __attribute__((target("avx2")))
+#include "curve/CalcKernelSet.inc"
+#undef ZOV_TARGET
+} // namespace avx2
+
+namespace avx512 {
+#define ZOV_TARGET __attribute__((target("avx512f,avx512dq,avx512vl,prefer-vector-width=512")))
+#include "curve/CalcKernelSet.inc"
+#undef ZOV_TARGET
+} // namespace avx512
+#endif
+
+/// Functions of the C library, one value after the other.
+template <double (*Function)(double)>
+bool Unary(double* out, const double* a, const double*, const double*, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        out[i] = Function(a[i]);
+    }
+    return true;
+}
+
+template <double (*Function)(double, double)>
+bool Binary(double* out, const double* a, const double* b, const double*, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        out[i] = Function(a[i], b[i]);
+    }
+    return true;
+}
+
+enum class EDomain
+{
+    NotNegative,
+    UpToOne
+};
+
+template <double (*Function)(double), EDomain Domain>
+bool Guarded(double* out, const double* a, const double*, const double*, std::size_t count)
+{
+    unsigned outside = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        outside |= Domain == EDomain::NotNegative ? a[i] < 0.0 : std::abs(a[i]) > 1.0;
+    }
+    return outside == 0 && Unary<Function>(out, a, nullptr, nullptr, count);
+}
+
+bool PowerKernel(double* out, const double* a, const double* b, const double*, std::size_t count)
+{
+    unsigned infinite = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        infinite |= static_cast<unsigned>(a[i] == 0.0) & static_cast<unsigned>(b[i] < 0.0);
+    }
+    return infinite == 0 && Binary<scalar::Power>(out, a, b, nullptr, count);
+}
+
+double Nint(double x)
+{
+    return scalar::Int(x + 0.5);
+}
+
+using TKernels = std::array<FKernel, kOpCount>;
+
+constexpr void Put(TKernels& kernels, EOp op, FKernel kernel)
+{
+    kernels[static_cast<std::size_t>(op)] = kernel;
+}
+
+TKernels LibraryKernels()
+{
+    TKernels kernels{};
+    Put(kernels, EOp::Power, PowerKernel);
+    Put(kernels, EOp::Pow, PowerKernel);
+    Put(kernels, EOp::Pwr, Binary<scalar::Pwr>);
+    Put(kernels, EOp::Pwrs, Binary<scalar::Pwr>);
+    Put(kernels, EOp::Atan2, Binary<std::atan2>);
+    Put(kernels, EOp::Log, Guarded<std::log, EDomain::NotNegative>);
+    Put(kernels, EOp::Log10, Guarded<std::log10, EDomain::NotNegative>);
+    Put(kernels, EOp::Asin, Guarded<std::asin, EDomain::UpToOne>);
+    Put(kernels, EOp::Acos, Guarded<std::acos, EDomain::UpToOne>);
+    Put(kernels, EOp::Exp, Unary<std::exp>);
+    Put(kernels, EOp::Sin, Unary<std::sin>);
+    Put(kernels, EOp::Cos, Unary<std::cos>);
+    Put(kernels, EOp::Tan, Unary<std::tan>);
+    Put(kernels, EOp::Sinh, Unary<std::sinh>);
+    Put(kernels, EOp::Cosh, Unary<std::cosh>);
+    Put(kernels, EOp::Tanh, Unary<std::tanh>);
+    Put(kernels, EOp::Atan, Unary<std::atan>);
+    Put(kernels, EOp::Int, Unary<scalar::Int>);
+    Put(kernels, EOp::Nint, Unary<Nint>);
+    Put(kernels, EOp::Db, Unary<scalar::Db>);
+    return kernels;
+}
+
+template <class Set>
+TKernels With(const Set& set)
+{
+    TKernels kernels = LibraryKernels();
+    for (const auto& [op, kernel] : set) {
+        Put(kernels, op, kernel);
+    }
+    return kernels;
+}
+
+struct SSets
+{
+    std::array<TKernels, 3> sets{};
+    std::size_t count = 0;
+};
+
+SSets FindSets()
+{
+    SSets found;
+    found.sets[found.count++] = With(plain::kSet);
+#ifdef ZOV_KERNELS_X86
+    __builtin_cpu_init();
+    if (__builtin_cpu_supports("avx2")) {
+        found.sets[found.count++] = With(avx2::kSet);
+        if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512dq") &&
+            __builtin_cpu_supports("avx512vl")) {
+            found.sets[found.count++] = With(avx512::kSet);
+        }
+    }
+#endif
+    return found;
+}
+
+const SSets& Sets()
+{
+    static const SSets sets = FindSets();
+    return sets;
+}
+
+} // namespace
+
+std::size_t KernelSets()
+{
+    return Sets().count;
+}
+
+FKernel KernelOf(EOp op, std::size_t set)
+{
+    return Sets().sets[set][static_cast<std::size_t>(op)];
+}
+
+FKernel KernelOf(EOp op)
+{
+    return KernelOf(op, Sets().count - 1);
+}
+
+} // namespace zov::curve
