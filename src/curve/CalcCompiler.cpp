@@ -165,12 +165,13 @@ private:
     SOperand CompileText(const std::string& text, const SUserFunction* function,
                          std::span<const SOperand> arguments)
     {
-        if (m_depth == kMaxCallDepth) {
+        const CPostfix body = ParseExpression(text, m_table, ECurveParts::Yes);
+        m_calledItems += body.Items().size();
+        if (m_depth == kMaxCallDepth || m_calledItems > kMaxCalledItems) {
             ThrowTooOften();
         }
         ++m_depth;
-        const SOperand value =
-            Compile(ParseExpression(text, m_table, ECurveParts::Yes), function, arguments);
+        const SOperand value = Compile(body, function, arguments);
         --m_depth;
         return value;
     }
@@ -271,6 +272,7 @@ private:
     std::vector<std::uint32_t> m_holders;
     std::vector<std::uint32_t> m_free;
     std::uint32_t m_owner = 0;
+    std::size_t m_calledItems = 0;
     int m_depth = 0;
 };
 
@@ -305,8 +307,8 @@ void CCompiledExpression::Evaluate(std::span<const double* const> columns, std::
     for (const SInstruction& instruction : m_code) {
         kernels.push_back(KernelOf(instruction.op));
     }
-    const bool lastIsResult = m_result.place == EPlace::Slot && !m_code.empty() &&
-                              m_code.back().out == m_result.index;
+    const bool lastIsResult =
+        m_result.place == EPlace::Slot && !m_code.empty() && m_code.back().out == m_result.index;
     for (std::size_t begin = 0; begin < count; begin += block) {
         const std::size_t points = std::min(block, count - begin);
         const auto place = [&](const SOperand& operand) -> const double* {

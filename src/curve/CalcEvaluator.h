@@ -14,7 +14,7 @@ namespace zov::curve {
 constexpr int kMaxCallDepth = 200;
 /// Items that expressions of parameters and functions may bring into one evaluation, so that a few
 /// lines that call each other twice don't run for years.
-constexpr std::size_t kMaxCalledItems = 10'000'000;
+constexpr std::size_t kMaxCalledItems = 500'000;
 
 /// Value of a parsed expression. All operands of "&&", "||" and "?:" are evaluated, so an error in
 /// the one that is not taken is an error.

@@ -98,8 +98,9 @@ CResult<void> SaveCurveFile(const std::filesystem::path& path, const TCurvePtr& 
     CFileStream stream(*file);
     RETURN_IF_ERROR(WriteCurves(stream, std::span(&curve, 1), kind, options));
     RETURN_IF_ERROR(file->Commit());
-    JournalSave(journal,
-                {curve->Header().name, PathText(path), options.curveGroup, options.matrixType});
+    const SCurveHeader& header = curve->Header();
+    JournalSave(journal, {header.name.empty() ? header.legend : header.name, PathText(path),
+                          options.curveGroup, options.matrixType});
     return {};
 }
 

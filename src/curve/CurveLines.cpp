@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "curve/CurveLines.h"
 
-#include "base/Number.h"
+#include "base/DecimalScan.h"
 
 #include <limits>
 
@@ -61,14 +61,15 @@ std::optional<double> NextNumber(std::string_view& rest)
     while (!rest.empty() && IsSpace(rest.front())) {
         rest.remove_prefix(1);
     }
-    std::string_view behind = rest;
-    auto value = ConsumeDouble(behind);
-    if (value && (behind.empty() || IsSpace(behind.front()))) {
-        rest = behind;
-        return value;
+    const char* const end = rest.data() + rest.size();
+    double number = 0.0;
+    const char* const after = ScanDouble(rest.data(), end, number);
+    if (after != nullptr && (after == end || IsSpace(*after))) {
+        rest.remove_prefix(static_cast<std::size_t>(after - rest.data()));
+        return number;
     }
-    behind = rest;
-    value = SpecialNumber(NextToken(behind));
+    std::string_view behind = rest;
+    const auto value = SpecialNumber(NextToken(behind));
     if (value) {
         rest = behind;
     }
