@@ -32,10 +32,22 @@ public:
     /// Set when a record that the library's name index holds got another name.
     bool namesChanged = false;
 
+    /// Counts changes of what records are searched by: names, part numbers, keywords. Starts at a
+    /// value of its own in each store.
+    std::uint64_t searchStamp = NewStamp();
+    void TellChanged(EPropId id)
+    {
+        searchStamp +=
+            id == EPropId::ModelName || id == EPropId::MfgPartNumber || id == EPropId::Lookup ? 1U
+                                                                                              : 0U;
+    }
+
     [[nodiscard]] CArena& Arena() { return m_arena; }
     [[nodiscard]] const CArena& Arena() const { return m_arena; }
 
 private:
+    static std::uint64_t NewStamp();
+
     static constexpr std::size_t kCacheWays = 64;
     struct SRecent
     {

@@ -84,6 +84,7 @@ void CZovLibrary::Append(CZovRcdProps* record)
 void CZovLibrary::Remove(const CZovRcdProps& record)
 {
     if (std::erase(m_records, &record) != 0) {
+        m_store->searchStamp += 2; // more than the count goes down by
         m_index.reset();
     }
 }
@@ -133,6 +134,11 @@ CZovRcdProps* CZovLibrary::Find(ERecordType type, std::string_view name)
 const CZovRcdProps* CZovLibrary::Find(ERecordType type, std::string_view name) const
 {
     return const_cast<CZovLibrary*>(this)->Find(type, name); // NOLINT: the index alone changes
+}
+
+std::uint64_t CZovLibrary::SearchStamp() const
+{
+    return m_store->searchStamp + m_records.size();
 }
 
 std::string CZovLibrary::Name() const

@@ -56,6 +56,10 @@ public:
     /// File name without folder and extension.
     [[nodiscard]] std::string Name() const;
 
+    /// A number that changes whenever records come, go, or get another name, part number or
+    /// keyword; no two libraries of a process share one. For indexes over those texts.
+    [[nodiscard]] std::uint64_t SearchStamp() const;
+
     /// Bytes held for records and texts; for reports.
     [[nodiscard]] std::size_t BytesHeld() const;
 

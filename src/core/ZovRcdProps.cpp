@@ -5,6 +5,7 @@
 #include "core/RecordStore.h"
 
 #include <algorithm>
+#include <atomic>
 
 namespace zov {
 
@@ -41,6 +42,12 @@ CZovRcdProps* CRecordStore::Create(ERecordType type)
 {
     void* memory = m_arena.Allocate(sizeof(CZovRcdProps), alignof(CZovRcdProps));
     return new (memory) CZovRcdProps(*this, type);
+}
+
+std::uint64_t CRecordStore::NewStamp()
+{
+    static std::atomic<std::uint64_t> stores{0};
+    return ++stores << 40U;
 }
 
 std::uint64_t CRecordStore::KeepComposite(TSubModel model)
@@ -94,6 +101,7 @@ void CZovRcdProps::PutSlot(EPropId id, std::uint64_t value)
     if (m_nameIndexed && id == EPropId::ModelName) {
         m_store->namesChanged = true;
     }
+    m_store->TellChanged(id);
     const std::size_t index = SlotIndex(id);
     if (!Has(id)) {
         const std::size_t count = PopCount(m_mask);
@@ -117,6 +125,7 @@ void CZovRcdProps::Remove(EPropId id)
     if (m_nameIndexed && id == EPropId::ModelName) {
         m_store->namesChanged = true;
     }
+    m_store->TellChanged(id);
     const std::size_t index = SlotIndex(id);
     const std::size_t count = PopCount(m_mask);
     std::copy(m_slots + index + 1, m_slots + count, m_slots + index);

@@ -52,6 +52,11 @@ public:
 
     [[nodiscard]] std::string_view Name() const { return GetString(EPropId::ModelName); }
 
+    /// Whether the record is offered as a candidate for components; a mark of the open library,
+    /// which no file holds. Set unless somebody clears it.
+    [[nodiscard]] bool Usable() const { return m_usable; }
+    void SetUsable(bool usable) { m_usable = usable; }
+
     /// For writers: the values themselves, one per bit of Mask() from the lowest up; CRecordStore
     /// reads them.
     [[nodiscard]] const std::uint64_t* Slots() const { return m_slots; }
@@ -82,6 +87,7 @@ private:
     CRecordStore* m_store;
     ERecordType m_type;
     std::uint16_t m_capacity = 0;
+    bool m_usable = true;
     bool m_nameIndexed = false; ///< the library's name index holds it: a new name must be told
 };
 
