@@ -2,6 +2,7 @@
 #include "base/Text.h"
 #include "cli/Commands.h"
 #include "cli/RecordJson.h"
+#include "core/RecordQuery.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -17,6 +18,7 @@ holds every property; its numbers are in SI units whatever --units says.
 
 Examples:
   zov lib list caps.zov --match '*X7R*' --units C=uF,R=Ohm
+  zov lib list caps.zov --find 'x7r Cnom 90nF..110nF volt>=16'
   zov lib list board.zov --type IC --json)";
 
 struct SOptions
@@ -24,6 +26,7 @@ struct SOptions
     std::string file;
     std::string type;
     std::string match;
+    std::string find;
     std::string units;
     bool json = false;
 };
@@ -153,6 +156,11 @@ int Execute(const SOptions& options, const SStreams& streams)
         }
         type = *read;
     }
+    const CResult<CRecordQuery> query = CRecordQuery::Parse(options.find);
+    if (!query) {
+        PrintError(streams, query.Error());
+        return kExitUsage;
+    }
     const std::optional<SLoaded> loaded = Load(options.file, streams);
     if (!loaded) {
         return kExitFile;
@@ -160,7 +168,7 @@ int Execute(const SOptions& options, const SStreams& streams)
     std::vector<const CZovRcdProps*> records;
     for (const CZovRcdProps* record : loaded->library.Records()) {
         if ((type == ERecordType::Any || record->Type() == type) &&
-            Matches(*record, options.match)) {
+            Matches(*record, options.match) && query->Matches(*record)) {
             records.push_back(record);
         }
     }
@@ -190,6 +198,12 @@ void AddLibList(CLI::App& lib, SChosen& chosen)
                      "Only records whose name or part number matches; * is any text, ? any "
                      "character, case does not count")
         ->type_name("PATTERN");
+    command
+        ->add_option("--find", options->find,
+                     "Only records for which all of these hold: words in any text, maker:mur, "
+                     "size=0402*, 'Cnom 90nF..110nF', volt>=16, type:cap, is:incomplete, "
+                     "-word for not")
+        ->type_name("QUERY");
     command->add_option("--units", options->units, kUnitsHelp)->type_name("UNITS");
     command->add_flag("--json", options->json, "Every property as JSON, one record a line");
     command->callback([options, &chosen] {
