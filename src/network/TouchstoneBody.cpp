@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "network/TouchstoneBody.h"
 
+#include "base/Text.h"
 #include "network/NumberText.h"
 #include "network/Polar.h"
 #include "network/TextLines.h"
@@ -248,7 +249,10 @@ std::uint32_t GuessPorts(std::string_view text)
     double last = 0.0;
     int points = 0;
     while (points < kPoints) {
-        const auto line = lines.Next();
+        auto line = lines.Next();
+        if (line && Trim(*line).starts_with('[')) {
+            line.reset(); // keywords end the data
+        }
         const SLineShape shape = line ? ShapeOf(*line) : SLineShape{};
         const bool begins = shape.numbers % 2 != 0;
         if (!shape.clean || (current == 0 && shape.numbers != 0 && !begins)) {

@@ -192,10 +192,13 @@ SBodyLayout CReader::Layout() const
     const SFileTraits& traits = m_header.traits;
     layout.ports = m_header.ports;
     layout.storage = traits.storage;
+    if (layout.ports == 2 && GuessPorts(m_text.substr(m_header.bodyBegin)) == 2) {
+        layout.storage = EStorage::Full; // some writers announce a triangle and give four pairs
+    }
     layout.format = traits.format;
     layout.frequencyPower = PowerOf(traits.unit);
     layout.columnFirst =
-        layout.ports == 2 && traits.storage == EStorage::Full && !m_header.firstIsRow;
+        layout.ports == 2 && layout.storage == EStorage::Full && !m_header.firstIsRow;
     layout.noiseMayFollow = traits.version == 1 && layout.ports == 2;
     layout.frequencies = m_header.frequencies.value_or(0);
     return layout;
