@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/ModelListModel.h"
+
+#include <algorithm>
+
+namespace zov::app {
+
+CModelListModel::CModelListModel(QObject* parent)
+    : QAbstractTableModel(parent)
+{
+}
+
+void CModelListModel::SetLibraries(TLibraries libraries)
+{
+    BeginChange();
+    m_libraries = std::move(libraries);
+    EndChange();
+}
+
+bool CModelListModel::SetQuery(const QString& text)
+{
+    CResult<CRecordQuery> query = CRecordQuery::Parse(text.toStdString());
+    if (!query) {
+        m_queryError = QString::fromStdString(query.Error().text);
+        return false;
+    }
+    m_queryError.clear();
+    if (query->Terms() != m_request.query.Terms()) {
+        m_request.query = query.Take();
+        Fill();
+    }
+    return true;
+}
+
+void CModelListModel::SetHideRules(const SHideRules& rules)
+{
+    m_request.hide = rules;
+    Fill();
+}
+
+void CModelListModel::SetUnits(const CDisplayUnits& units)
+{
+    m_units = units;
+    if (!m_rows.empty()) {
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+    }
+}
+
+void CModelListModel::BeginChange()
+{
+    m_job.Cancel();
+    m_changing = true;
+}
+
+void CModelListModel::EndChange()
+{
+    m_changing = false;
+    // Rows may point at what is gone; none are shown until the new ones are in.
+    beginResetModel();
+    m_rows.clear();
+    endResetModel();
+    Fill();
+}
+
+void CModelListModel::RecordChanged(const CZovRcdProps& record)
+{
+    if (const int row = RowOf(record); row >= 0) {
+        Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
+    }
+}
+
+void CModelListModel::Fill()
+{
+    if (m_changing) {
+        return;
+    }
+    m_job.Start(tr("Searching"),
+                [this, libraries = m_libraries, request = m_request](CJobState& state) {
+                    std::vector<const CZovLibrary*> plain;
+                    for (const auto& library : libraries) {
+                        plain.push_back(library.get());
+                    }
+                    auto rows = std::make_shared<std::vector<SModelRow>>(
+                        SelectRows(plain, request, [&state](double done) {
+                            state.SetFraction(done);
+                            return !state.Cancelled();
+                        }));
+                    return [this, rows] { Take(std::move(*rows)); };
+                });
+}
+
+void CModelListModel::Take(std::vector<SModelRow> rows)
+{
+    beginResetModel();
+    m_rows = std::move(rows);
+    endResetModel();
+    Q_EMIT Filled(static_cast<int>(m_rows.size()), static_cast<int>(Total()));
+}
+
+CZovRcdProps* CModelListModel::RecordAt(int row) const
+{
+    if (row < 0 || row >= static_cast<int>(m_rows.size())) {
+        return nullptr;
+    }
+    const SModelRow& at = m_rows[static_cast<std::size_t>(row)];
+    return &m_libraries[at.source]->At(at.record);
+}
+
+std::shared_ptr<CZovLibrary> CModelListModel::LibraryAt(int row) const
+{
+    if (row < 0 || row >= static_cast<int>(m_rows.size())) {
+        return nullptr;
+    }
+    return m_libraries[m_rows[static_cast<std::size_t>(row)].source];
+}
+
+int CModelListModel::RowOf(const CZovRcdProps& record) const
+{
+    const auto at = std::ranges::find_if(m_rows, [&](const SModelRow& row) {
+        return &m_libraries[row.source]->At(row.record) == &record;
+    });
+    return at == m_rows.end() ? -1 : static_cast<int>(at - m_rows.begin());
+}
+
+std::size_t CModelListModel::Total() const
+{
+    std::size_t total = 0;
+    for (const auto& library : m_libraries) {
+        total += library->Count();
+    }
+    return total;
+}
+
+int CModelListModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+int CModelListModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(ModelColumns().size());
+}
+
+QVariant CModelListModel::data(const QModelIndex& index, int role) const
+{
+    const CZovRcdProps* record = RecordAt(index.row());
+    if (record == nullptr || index.column() >= columnCount()) {
+        return {};
+    }
+    const SModelColumn& column = ModelColumns()[static_cast<std::size_t>(index.column())];
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::ToolTipRole:
+        return ModelCell(*record, column.column, m_units);
+    case Qt::TextAlignmentRole:
+        return static_cast<int>(Qt::AlignVCenter |
+                                (column.isNumber ? Qt::AlignRight : Qt::AlignLeft));
+    default:
+        return {};
+    }
+}
+
+QVariant CModelListModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation == Qt::Vertical || section < 0 || section >= columnCount()) {
+        return {};
+    }
+    const SModelColumn& column = ModelColumns()[static_cast<std::size_t>(section)];
+    if (role == Qt::DisplayRole) {
+        return tr(column.title);
+    }
+    if (role == Qt::TextAlignmentRole) {
+        return static_cast<int>(Qt::AlignVCenter |
+                                (column.isNumber ? Qt::AlignRight : Qt::AlignLeft));
+    }
+    return {};
+}
+
+void CModelListModel::sort(int column, Qt::SortOrder order)
+{
+    m_request.order.sorted = column >= 0 && column < columnCount();
+    if (m_request.order.sorted) {
+        m_request.order.column = ModelColumns()[static_cast<std::size_t>(column)].column;
+    }
+    m_request.order.descending = order == Qt::DescendingOrder;
+    Fill();
+}
+
+} // namespace zov::app

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: Apache-2.0
+/// The item model of model lists: the records of libraries that a query finds. It holds row numbers
+/// only; what a cell shows is asked for when it is drawn, so that a million rows cost 8 MB.
+#pragma once
+
+#include "app/BackgroundJob.h"
+#include "app/ModelRows.h"
+
+#include <QAbstractTableModel>
+
+#include <memory>
+#include <vector>
+
+namespace zov::app {
+
+class CModelListModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    explicit CModelListModel(QObject* parent = nullptr);
+
+    using TLibraries = std::vector<std::shared_ptr<CZovLibrary>>;
+    /// Shows these libraries, in their order. The rows come by and by, see Filled.
+    void SetLibraries(TLibraries libraries);
+    [[nodiscard]] const TLibraries& Libraries() const { return m_libraries; }
+    /// Text of the search field. False, and the rows stay, when it can't be understood; the reason
+    /// is then in QueryError.
+    bool SetQuery(const QString& text);
+    [[nodiscard]] const QString& QueryError() const { return m_queryError; }
+    void SetHideRules(const SHideRules& rules);
+    void SetUnits(const CDisplayUnits& units);
+    [[nodiscard]] const CDisplayUnits& Units() const { return m_units; }
+
+    /// Before anything of the libraries changes: the worker lets go of them.
+    void BeginChange();
+    /// After it: the rows are made anew.
+    void EndChange();
+    /// Only values of one record changed, the rows stay.
+    void RecordChanged(const CZovRcdProps& record);
+
+    /// Null for a row outside the list.
+    [[nodiscard]] CZovRcdProps* RecordAt(int row) const;
+    [[nodiscard]] std::shared_ptr<CZovLibrary> LibraryAt(int row) const;
+    /// The row of a record; -1 when it is not shown.
+    [[nodiscard]] int RowOf(const CZovRcdProps& record) const;
+    /// Records of the libraries, shown or not.
+    [[nodiscard]] std::size_t Total() const;
+    [[nodiscard]] bool IsFilling() const { return m_job.IsRunning(); }
+    [[nodiscard]] CBackgroundJob& Job() { return m_job; }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    void sort(int column, Qt::SortOrder order) override;
+
+Q_SIGNALS:
+    /// New rows are in.
+    void Filled(int shown, int total);
+
+private:
+    void Fill();
+    void Take(std::vector<SModelRow> rows);
+
+    TLibraries m_libraries;
+    std::vector<SModelRow> m_rows;
+    SRowRequest m_request;
+    QString m_queryError;
+    CDisplayUnits m_units;
+    bool m_changing = false;
+    CBackgroundJob m_job;
+};
+
+} // namespace zov::app

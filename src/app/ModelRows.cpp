@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/ModelRows.h"
+
+#include "base/Text.h"
+
+#include <algorithm>
+
+namespace zov::app {
+namespace {
+
+constexpr std::size_t kStep = 4096;
+/// Pieces that are sorted at once: short enough for the window to stop the work within a blink.
+constexpr std::size_t kSortPiece = 1U << 15U;
+/// Of the work, what filtering counts for; the rest is sorting.
+constexpr double kFilterShare = 0.5;
+
+/// The first eight characters, upper-cased, as one number in the order of the texts: it settles
+/// most comparisons without a look at them. Any character above ASCII is above all of ASCII, and
+/// ends the number, since how such characters compare is for the texts to say.
+std::uint64_t PrefixOf(std::string_view text)
+{
+    std::uint64_t prefix = 0;
+    for (std::size_t i = 0; i < 8; ++i) {
+        const auto c = i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
+        if (c >= 0x80U) {
+            return (prefix << 8U | 0x80U) << (8U * (7U - i));
+        }
+        prefix = prefix << 8U | static_cast<unsigned char>(ToUpper(static_cast<char>(c)));
+    }
+    return prefix;
+}
+
+struct SSortItem
+{
+    std::uint64_t prefix = 0;
+    SSortKey key;
+    SModelRow row;
+};
+
+/// Negative, zero or positive.
+int Compare(const SSortItem& a, const SSortItem& b)
+{
+    if (a.prefix != b.prefix) {
+        return a.prefix < b.prefix ? -1 : 1;
+    }
+    if (const int texts = CompareNoCase(a.key.text, b.key.text); texts != 0) {
+        return texts;
+    }
+    if (a.key.number.has_value() != b.key.number.has_value()) {
+        return a.key.number.has_value() ? -1 : 1;
+    }
+    if (a.key.number.value_or(0) == b.key.number.value_or(0)) {
+        return 0;
+    }
+    return *a.key.number < *b.key.number ? -1 : 1;
+}
+
+/// Stable, and in steps that `progress` can end.
+bool Sort(std::vector<SSortItem>& items, bool descending, const RowProgress& progress)
+{
+    const auto before = [descending](const SSortItem& a, const SSortItem& b) {
+        if (a.key.IsEmpty() != b.key.IsEmpty()) {
+            return b.key.IsEmpty();
+        }
+        return descending ? Compare(b, a) < 0 : Compare(a, b) < 0;
+    };
+    const auto at = [&](std::size_t index) {
+        return items.begin() + static_cast<std::ptrdiff_t>(std::min(index, items.size()));
+    };
+    for (std::size_t from = 0; from < items.size(); from += kSortPiece) {
+        std::stable_sort(at(from), at(from + kSortPiece), before);
+        const double share = static_cast<double>(from) / static_cast<double>(items.size());
+        if (!progress(kFilterShare + share * (1 - kFilterShare))) {
+            return false;
+        }
+    }
+    for (std::size_t length = kSortPiece; length < items.size(); length *= 2) {
+        for (std::size_t from = 0; from + length < items.size(); from += 2 * length) {
+            std::inplace_merge(at(from), at(from + length), at(from + 2 * length), before);
+            if (!progress(1.0)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+std::vector<SModelRow> Filter(const std::vector<const CZovLibrary*>& libraries,
+                              const SRowRequest& request, const RowProgress& progress)
+{
+    std::size_t total = 0;
+    for (const CZovLibrary* library : libraries) {
+        total += library->Count();
+    }
+    std::vector<SModelRow> rows;
+    std::size_t done = 0;
+    for (std::size_t source = 0; source < libraries.size(); ++source) {
+        const std::vector<CZovRcdProps*>& records = libraries[source]->Records();
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            if (++done % kStep == 0 &&
+                !progress(static_cast<double>(done) / static_cast<double>(total) * kFilterShare)) {
+                return rows;
+            }
+            if (!request.hide.Hides(*records[i]) && request.query.Matches(*records[i])) {
+                rows.push_back({static_cast<std::uint32_t>(source), static_cast<std::uint32_t>(i)});
+            }
+        }
+    }
+    return rows;
+}
+
+bool Below(const SHideLimit& limit, const std::optional<double>& value)
+{
+    return limit.on && value && *value < limit.limit;
+}
+
+bool Above(const SHideLimit& limit, const std::optional<double>& value)
+{
+    return limit.on && value && *value > limit.limit;
+}
+
+} // namespace
+
+SHideRules SHideRules::Of(const SZovSettings& settings)
+{
+    return {settings.capacitanceLess, settings.capacitanceMore, settings.voltageLess,
+            settings.voltageMore};
+}
+
+bool SHideRules::Hides(const CZovRcdProps& record) const
+{
+    const bool any = capacitanceLess.on || capacitanceMore.on || voltageLess.on || voltageMore.on;
+    if (!any || record.Type() != ERecordType::Capacitor) {
+        return false;
+    }
+    const std::optional<double> farad = record.GetDouble(EPropId::Cnom);
+    const std::optional<double> volt = record.GetDouble(EPropId::Volt);
+    return Below(capacitanceLess, farad) || Above(capacitanceMore, farad) ||
+           Below(voltageLess, volt) || Above(voltageMore, volt);
+}
+
+std::vector<SModelRow> SelectRows(const std::vector<const CZovLibrary*>& libraries,
+                                  const SRowRequest& request, const RowProgress& progress)
+{
+    std::vector<SModelRow> rows = Filter(libraries, request, progress);
+    if (!request.order.sorted) {
+        return rows;
+    }
+    std::vector<SSortItem> items;
+    items.reserve(rows.size());
+    for (const SModelRow& row : rows) {
+        SSortItem item;
+        item.key = ModelSortKey(libraries[row.source]->At(row.record), request.order.column);
+        item.prefix = PrefixOf(item.key.text);
+        item.row = row;
+        items.push_back(item);
+    }
+    if (Sort(items, request.order.descending, progress)) {
+        std::ranges::transform(items, rows.begin(), &SSortItem::row);
+    }
+    return rows;
+}
+
+} // namespace zov::app
