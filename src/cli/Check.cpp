@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "base/File.h"
 #include "base/Text.h"
+#include "cli/CheckExplain.h"
 #include "cli/CheckPrinter.h"
 #include "cli/CheckWaivers.h"
 #include "cli/Commands.h"
@@ -32,6 +33,7 @@ struct SOptions
     std::vector<std::string> paths;
     bool plain = false;
     bool listCodes = false;
+    std::string explain;
     FMakePrinter makePrinter = &MakeTextPrinter;
     SCheckStyle style;
     std::string waivers;
@@ -102,6 +104,9 @@ int Execute(const SOptions& options, const SStreams& streams)
 {
     if (options.listCodes) {
         return ListCodes(streams);
+    }
+    if (!options.explain.empty()) {
+        return ExplainCode(options.explain, streams);
     }
     CResult<SAccepted> accepted = ReadAccepted(options);
     if (!accepted) {
@@ -179,6 +184,10 @@ void AddStyleOptions(CLI::App& command, SOptions& options)
         ->check(CLI::IsMember({"error", "warning", "never"}))
         ->type_name("GRADE");
     command.add_flag("--list-codes", options.listCodes, "Print the table of all messages and end");
+    command
+        .add_option("--explain", options.explain,
+                    "Print what a message means, why it matters and what to do, and end")
+        ->type_name("CODE");
 }
 
 } // namespace
@@ -201,7 +210,7 @@ void AddCheck(CLI::App& zov, SChosen& chosen)
     AddPathOptions(*command, *options);
     AddStyleOptions(*command, *options);
     command->callback([options, &chosen] {
-        if (options->paths.empty() && !options->listCodes) {
+        if (options->paths.empty() && !options->listCodes && options->explain.empty()) {
             throw CLI::RequiredError("FILE");
         }
         options->style.baseline = !options->baseline.empty();
