@@ -45,6 +45,36 @@ TEST_F(CCheck, TextIsTheCheckersOwn)
               "[syntax/version]\n= 1");
 }
 
+TEST_F(CCheck, ExplainsByCodeAndByRule)
+{
+    const std::string text = Told("check --explain E0900");
+    EXPECT_EQ(text,
+              "syntax/version\n"
+              "  0900 error: Could not determine Version for file %s\n"
+              "\nWhat it means\n"
+              "  The first keyword of the file is not [IBIS Ver], or its value is no version\n"
+              "  that is known.\n"
+              "\nWhy it matters\n"
+              "  Programs read a file line by line and by keyword. A line that they take for\n"
+              "  another thing shifts all that follows.\n"
+              "\nUsual causes\n"
+              "  The header was put together by hand; a 6.2 or 7.3 that was never published;\n"
+              "  the file is another format.\n"
+              "\nWhat to do\n"
+              "  Make [IBIS Ver] the first keyword. Versions are 2.1, 3.2, 4.2, 5.1, 6.0,\n"
+              "  6.1, 7.0, 7.1 and 7.2; of 2 to 5 the first digit counts.\n"
+              "= 0");
+    EXPECT_EQ(Told("check --explain 900"), text);
+    EXPECT_EQ(Told("check --explain syntax/version"), text);
+    const std::string pair = Told("check --explain common/capital-scale");
+    EXPECT_NE(pair.find("\nWrong\n  C_comp 2.2P 2p 3p\n\nRight\n  C_comp 2.2p 2p 3p\n"),
+              std::string::npos)
+        << pair;
+    EXPECT_EQ(Told("check --explain E9999"),
+              "--\nzov: no message or rule 'E9999': give a code like E1009 or a rule like "
+              "header/file-name-once; zov check --list-codes lists all\n= 2");
+}
+
 TEST_F(CCheck, StatusTellsWhatHappened)
 {
     Write("a-name-so-long-that-no-report-wraps.ibs", kRefused);
