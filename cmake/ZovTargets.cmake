@@ -47,6 +47,13 @@ function(zov_window_engine name)
     find_package(Qt5 5.15 REQUIRED COMPONENTS Widgets)
     zov_engine(${name} ${ARGN})
     target_link_libraries(zov_${name} PUBLIC Qt5::Widgets)
+    # The rule that runs moc depends on the headers of its last run only: after a new one it has to
+    # be told to run again.
+    file(GLOB headers CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+    if(NOT "${headers}" STREQUAL "${ZOV_${name}_HEADERS}")
+        file(REMOVE "${CMAKE_CURRENT_BINARY_DIR}/zov_${name}_autogen/timestamp")
+        set(ZOV_${name}_HEADERS "${headers}" CACHE INTERNAL "Headers of the last configure")
+    endif()
     target_compile_definitions(zov_${name} PUBLIC QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII
                                                   QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
 endfunction()
@@ -68,7 +75,6 @@ endfunction()
 
 # zov_window_tests(FOLDER): the same with Qt Test; a QTEST class or GoogleTest case drives real widgets.
 function(zov_window_tests folder)
-    set(CMAKE_AUTOMOC ON)
     find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp")
     if(NOT sources OR NOT TARGET zov_${folder})

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: Apache-2.0
+/// A list of models with its search field: columns chosen and ordered by the user, sorting by a
+/// click, copying as CSV, and a word for the user when it is empty.
+#pragma once
+
+#include "app/ModelListModel.h"
+#include "core/Settings.h"
+
+#include <QTableView>
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+
+namespace zov::app {
+
+/// The table itself.
+class CModelTable : public QTableView
+{
+    Q_OBJECT
+
+public:
+    explicit CModelTable(QWidget* parent = nullptr);
+
+    /// Shown in the middle while there is no row.
+    void SetHint(const QString& hint);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString m_hint;
+};
+
+class CModelListView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// @param listId number under which the settings keep the columns of this list
+    CModelListView(std::uint32_t listId, QWidget* parent = nullptr);
+
+    [[nodiscard]] CModelListModel& Model() { return m_model; }
+    [[nodiscard]] CModelTable& Table() { return *m_table; }
+    [[nodiscard]] QLineEdit& SearchField() { return *m_search; }
+
+    /// What the user should do next when the libraries hold nothing.
+    void SetEmptyHint(const QString& hint);
+    /// Columns, units and hide rules of the settings.
+    void Take(const SZovSettings& settings);
+    /// Puts this list's columns into the settings.
+    void Store(SZovSettings& settings) const;
+
+    /// Selected records in the order of the rows.
+    [[nodiscard]] std::vector<CZovRcdProps*> Selected() const;
+    void Select(const CZovRcdProps& record);
+    /// Selected rows, or all when none is selected, with a head line; texts with separators are
+    /// quoted.
+    [[nodiscard]] QString SelectionAsCsv() const;
+
+Q_SIGNALS:
+    void SelectionChanged();
+    /// Double click or Enter.
+    void Activated(const CZovRcdProps& record);
+    void ColumnsChanged();
+    void ContextMenuAsked(const QPoint& globalPos);
+
+private:
+    void ShowCount();
+    void ShowHint();
+    void ShowColumnMenu(const QPoint& pos);
+    void SearchChanged();
+
+    std::uint32_t m_listId;
+    CModelListModel m_model;
+    CModelTable* m_table;
+    QLineEdit* m_search;
+    QLabel* m_count;
+    QString m_emptyHint;
+    bool m_taking = false;
+};
+
+} // namespace zov::app
