@@ -73,6 +73,8 @@ void AddCommands(CLI::App& app, SChosen& chosen)
     AddCheck(app, chosen);
     AddSheet(app, chosen);
     AddImport(app, chosen);
+    AddCurve(app, chosen);
+    AddCalc(app, chosen);
 }
 
 /// "zov lib list" of the deepest command that the arguments reached.

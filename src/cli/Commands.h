@@ -28,5 +28,10 @@ void AddLibDoctor(CLI::App& lib, SChosen& chosen);
 void AddCheck(CLI::App& zov, SChosen& chosen);
 void AddSheet(CLI::App& zov, SChosen& chosen);
 void AddImport(CLI::App& zov, SChosen& chosen);
+/// "curve" with its own sub-commands.
+void AddCurve(CLI::App& zov, SChosen& chosen);
+void AddCurveInfo(CLI::App& curve, SChosen& chosen);
+void AddCurveExport(CLI::App& curve, SChosen& chosen);
+void AddCalc(CLI::App& zov, SChosen& chosen);
 
 } // namespace zov::cli

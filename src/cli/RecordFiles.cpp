@@ -11,24 +11,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Where the file's name stands in a line "S1 1 2 3 2 Model=NAME" of a sub-circuit; empty in other
-/// lines.
-std::string_view NetworkFileIn(std::string_view line)
-{
-    constexpr std::string_view kWord = "model";
-    const std::string_view text = Trim(line);
-    if (text.empty() || (ToUpper(text.front()) != 'S' && text.front() != '+')) {
-        return {};
-    }
-    for (std::size_t at = 1; at + kWord.size() < text.size(); ++at) {
-        if (IsBlank(text[at - 1]) && EqualsNoCase(text.substr(at, kWord.size()), kWord)) {
-            const std::string_view rest = Trim(text.substr(at + kWord.size()));
-            return rest.starts_with('=') ? Trim(rest.substr(1)) : std::string_view();
-        }
-    }
-    return {};
-}
-
 /// Network files that a sub-circuit's text refers to; the text with their new names, empty when
 /// they stay.
 std::string VisitCircuitText(const std::string& text, const FFileVisitor& visit)

@@ -11,6 +11,22 @@ bool IsCircuitText(std::string_view cktDef)
            StartsWithNoCase(Trim(cktDef), ".SUBCKT");
 }
 
+std::string_view NetworkFileIn(std::string_view line)
+{
+    constexpr std::string_view kWord = "model";
+    const std::string_view text = Trim(line);
+    if (text.empty() || (ToUpper(text.front()) != 'S' && text.front() != '+')) {
+        return {};
+    }
+    for (std::size_t at = 1; at + kWord.size() < text.size(); ++at) {
+        if (IsBlank(text[at - 1]) && EqualsNoCase(text.substr(at, kWord.size()), kWord)) {
+            const std::string_view rest = Trim(text.substr(at + kWord.size()));
+            return rest.starts_with('=') ? Trim(rest.substr(1)) : std::string_view();
+        }
+    }
+    return {};
+}
+
 EPropId PropIdOf(const TSubModel& model)
 {
     static constexpr std::array<EPropId, std::variant_size_v<TSubModel>> kIds = {

@@ -46,6 +46,9 @@ struct SDiscreteModel
 /// True when a `CktDef` holds a sub-circuit and not a file name: it has a line break or begins with
 /// ".SUBCKT".
 [[nodiscard]] bool IsCircuitText(std::string_view cktDef);
+/// Where the file's name stands in a line "S1 1 2 3 2 Model=NAME" of a sub-circuit; empty in other
+/// lines.
+[[nodiscard]] std::string_view NetworkFileIn(std::string_view line);
 
 enum class EBusType : std::uint8_t
 {

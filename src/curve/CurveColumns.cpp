@@ -96,7 +96,7 @@ const CCurvePoints& CCurveColumns::PointsOf(std::size_t curve) const
 std::string CCurveColumns::NameOfCurve(std::size_t curve) const
 {
     const SCurveHeader& header = m_set.Curves()[curve]->Header();
-    return !header.name.empty() ? header.name
+    return !header.name.empty()     ? header.name
            : !header.legend.empty() ? header.legend
                                     : fmt::format("${}", curve + 1);
 }
@@ -152,8 +152,8 @@ std::optional<std::size_t> CCurveColumns::Find(const SColumnRequest& request)
     if (!request.second.empty()) {
         const auto number = ParseInt(request.second);
         if (!number || *number < 1 || *number > 3) {
-            throw CCalcException(fmt::format("'{}' is no value of a curve, expected 1, 2 or 3",
-                                             request.second));
+            throw CCalcException(
+                fmt::format("'{}' is no value of a curve, expected 1, 2 or 3", request.second));
         }
         value = static_cast<std::size_t>(*number - 1);
     }

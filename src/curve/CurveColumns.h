@@ -62,8 +62,8 @@ private:
     const CCurveSet& m_set;
     const CParameterTable& m_parameters;
     std::vector<SWanted> m_wanted;
-    std::size_t m_base = 0;         ///< curve whose abscissas count
-    std::vector<std::size_t> m_kept; ///< points of it, when some are left out
+    std::size_t m_base = 0;           ///< curve whose abscissas count
+    std::vector<std::size_t> m_kept;  ///< points of it, when some are left out
     std::vector<bool> m_interpolated; ///< by curve of the set
     std::vector<double> m_x;
     std::deque<std::vector<double>> m_made; ///< columns that no curve has as they are

@@ -68,8 +68,12 @@ struct SCurveWriteOptions
 CResult<std::string> CurveFileText(std::span<const TCurvePtr> curves, EKind kind,
                                    const SCurveWriteOptions& options = {});
 
-/// Writes a file with one curve and journals it. The file is replaced in one step.
+/// Writes a file with these curves. The file is replaced in one step.
 /// Errors: of the file; Format for a text that a line of the file can't hold.
+CResult<void> SaveCurves(const std::filesystem::path& path, std::span<const TCurvePtr> curves,
+                         EKind kind, const SCurveWriteOptions& options = {});
+
+/// The same for one curve, journaled.
 CResult<void> SaveCurveFile(const std::filesystem::path& path, const TCurvePtr& curve, EKind kind,
                             const SCurveWriteOptions& options, CCurveJournal& journal);
 

@@ -91,13 +91,19 @@ CResult<std::string> CurveFileText(std::span<const TCurvePtr> curves, EKind kind
     return std::move(stream.text);
 }
 
-CResult<void> SaveCurveFile(const std::filesystem::path& path, const TCurvePtr& curve, EKind kind,
-                            const SCurveWriteOptions& options, CCurveJournal& journal)
+CResult<void> SaveCurves(const std::filesystem::path& path, std::span<const TCurvePtr> curves,
+                         EKind kind, const SCurveWriteOptions& options)
 {
     ASSIGN_OR_RETURN(const std::unique_ptr<CAtomicFile> file, CAtomicFile::Create(path));
     CFileStream stream(*file);
-    RETURN_IF_ERROR(WriteCurves(stream, std::span(&curve, 1), kind, options));
-    RETURN_IF_ERROR(file->Commit());
+    RETURN_IF_ERROR(WriteCurves(stream, curves, kind, options));
+    return file->Commit();
+}
+
+CResult<void> SaveCurveFile(const std::filesystem::path& path, const TCurvePtr& curve, EKind kind,
+                            const SCurveWriteOptions& options, CCurveJournal& journal)
+{
+    RETURN_IF_ERROR(SaveCurves(path, std::span(&curve, 1), kind, options));
     const SCurveHeader& header = curve->Header();
     JournalSave(journal, {header.name.empty() ? header.legend : header.name, PathText(path),
                           options.curveGroup, options.matrixType});

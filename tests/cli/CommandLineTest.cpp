@@ -42,8 +42,9 @@ TEST_F(CCommandLine, WrongUsageSaysWhatAndWhereHelpIs)
 
 TEST_F(CCommandLine, EveryHelpNamesItselfAndEndsWithTwoExamples)
 {
-    for (const std::string command : {"lib info", "lib list", "lib convert", "lib merge",
-                                      "lib diff", "lib doctor", "check", "sheet", "import"}) {
+    for (const std::string command :
+         {"lib info", "lib list", "lib convert", "lib merge", "lib diff", "lib doctor", "check",
+          "sheet", "import", "curve info", "curve export", "calc"}) {
         const SRun run = Zov(command + " --help");
         EXPECT_EQ(run.status, 0) << command;
         EXPECT_EQ(run.err, "") << command;
