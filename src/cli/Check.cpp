@@ -86,20 +86,6 @@ void TellUnused(const std::vector<SWaiver>& waivers, const SStreams& streams)
     }
 }
 
-/// A verdict on a file whose tables nobody looked at must not be taken for more than it is.
-void TellLimits(const std::string& path, const SStreams& streams)
-{
-    const std::string extension = zov::ExtensionOf(TextPath(path));
-    for (const std::string_view partly : {".ebd", ".ims", ".emd", ".ems"}) {
-        if (EqualsNoCase(extension, partly)) {
-            Print(
-                streams.err,
-                "zov: {}: only the header, the keywords and their order are checked in {} files\n",
-                path, partly);
-        }
-    }
-}
-
 int Execute(const SOptions& options, const SStreams& streams)
 {
     if (options.listCodes) {
@@ -127,7 +113,6 @@ int Execute(const SOptions& options, const SStreams& streams)
         ApplyWaivers(accepted->waivers, file);
         ApplyBaseline(accepted->baseline, file);
         printer->File(file);
-        TellLimits(path, streams);
         opened += file.opened ? 1U : 0U;
         fails = fails || (file.opened && std::ranges::any_of(file.findings, [&](const auto& f) {
                               return Fails(f, options.style.failOn);

@@ -24,6 +24,7 @@ constexpr SMessage kUnsorted[] = {
 #include "ibischk/catalogue/Rails.inc"
 // Models and what they are made of.
 #include "ibischk/catalogue/Algorithmic.inc"
+#include "ibischk/catalogue/CCompModel.inc"
 #include "ibischk/catalogue/Consistency.inc"
 #include "ibischk/catalogue/Curve.inc"
 #include "ibischk/catalogue/External.inc"

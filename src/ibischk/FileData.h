@@ -10,6 +10,7 @@
 #include "ibischk/hdr.h"
 #include "ibischk/imsmdl.h"
 #include "ibischk/mdl.h"
+#include "ibischk/mdlccmodel.h"
 #include "ibischk/msel.h"
 #include "ibischk/partfiles.h"
 #include "ibischk/pkgmdl.h"
@@ -35,7 +36,8 @@ struct SFileData
 
     std::vector<SModelInfo> models;
     CNameIndex modelNames;
-    SModel model; ///< the open one
+    SModel model;                         ///< the open one
+    std::vector<SCCompBlock> cCompBlocks; ///< of the open one
 
     std::vector<SSubmodelInfo> submodels;
     CNameIndex submodelNames;

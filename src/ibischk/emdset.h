@@ -5,11 +5,14 @@
 #include "ibischk/CircuitBody.h"
 #include "ibischk/Family.h"
 #include "ibischk/Types.h"
+#include "ibischk/stringlist.h"
 
 #include <string_view>
 #include <vector>
 
 namespace zov::ibischk {
+
+struct STerminalKind;
 
 struct SEmdModel
 {
@@ -23,8 +26,11 @@ struct SEmdSet
     std::string_view name;
     SPlace place;
     std::vector<SEmdModel> models;
-    bool used = false; ///< by an [EMD Group]
+    CNameIndex modelNames;
 };
+
+/// The kind of a terminal of an EMD model; null when there is none of the name.
+[[nodiscard]] const STerminalKind* EmdKind(std::string_view type);
 
 extern const SFamily kEmdsetFamily;
 

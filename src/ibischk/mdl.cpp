@@ -252,6 +252,7 @@ void CloseModelSection(SCheck& check)
     CheckSeries(check);
     CheckSpec(check);
     CheckCornerCapacitance(check);
+    CheckCCompModels(check);
     CheckConsistency(check);
 }
 
@@ -309,7 +310,7 @@ constexpr SHandler kHandlers[] = {
     {EKeyword::BeginEMIModel, &OpenEmiModel, &TakeEmiModel, &CloseEmiModel},
     {EKeyword::EndEMIModel, nullptr, nullptr, nullptr},
     {EKeyword::CCompCorner, nullptr, &TakeCornerCapacitance, nullptr},
-    {EKeyword::CCompModel, nullptr, &PassOver, nullptr},
+    {EKeyword::CCompModel, &OpenCCompModel, &TakeCCompModelLine, &CloseCCompModel},
     {EKeyword::EndCCompModel, nullptr, nullptr, nullptr},
 };
 

@@ -5,6 +5,7 @@
 #include "base/Text.h"
 #include "ibischk/cmn.h"
 #include "ibischk/table.h"
+#include "ibischk/tables.h"
 
 #include <algorithm>
 #include <cmath>
@@ -89,12 +90,12 @@ void CheckDiagonal(SCheck& check, const SMatrix& matrix)
     }
 }
 
-/// What off-diagonal values are at most, given the two diagonals: full coupling of inductances, the
-/// smaller total of capacitances.
+/// What off-diagonal values are at most, given the two diagonals up to their rounding: full
+/// coupling of inductances, the smaller total of capacitances.
 double Most(const SMatrix& matrix, const SSparseEntry& entry)
 {
-    const double a = matrix.diagonal[entry.row];
-    const double b = matrix.diagonal[entry.column];
+    const double a = matrix.diagonal[entry.row] + matrix.digit[entry.row];
+    const double b = matrix.diagonal[entry.column] + matrix.digit[entry.column];
     return matrix.keyword == EKeyword::InductanceMatrix ? std::sqrt(a * b) : std::min(a, b);
 }
 
@@ -103,24 +104,25 @@ void CheckCoupling(SCheck& check, const SMatrix& matrix)
     if (matrix.keyword == EKeyword::ResistanceMatrix) {
         return;
     }
-    constexpr double kRounding = 1e-3;
+    constexpr double kFloatRounding = 1e-6;
     const SSparseEntry* first = nullptr;
     std::size_t count = 0;
     bool positive = false;
     bool negative = false;
     for (const SSparseEntry& entry : matrix.entries) {
-        positive = positive || entry.value > 0;
-        negative = negative || entry.value < 0;
-        const double most = Most(matrix, entry);
-        if (std::abs(entry.value) > most * (1 + kRounding) && count++ == 0) {
+        const double value = static_cast<double>(entry.value);
+        positive = positive || value > 0;
+        negative = negative || value < 0;
+        const double least = std::abs(value) - static_cast<double>(entry.digit);
+        if (least > Most(matrix, entry) * (1 + kFloatRounding) && count++ == 0) {
             first = &entry;
         }
     }
     const bool inductance = matrix.keyword == EKeyword::InductanceMatrix;
     if (first != nullptr) {
-        check.report.WarningAt(matrix.place, inductance ? 3718 : 3720, first->value,
-                               PinName(check, first->row), PinName(check, first->column),
-                               Most(matrix, *first), count);
+        check.report.WarningAt(matrix.place, inductance ? 3718 : 3720,
+                               static_cast<double>(first->value), PinName(check, first->row),
+                               PinName(check, first->column), Most(matrix, *first), count);
     }
     if (!inductance && positive && negative) {
         check.report.NoteAt(matrix.place, 3719, KeywordText(matrix.keyword));
@@ -172,6 +174,7 @@ void OpenMatrix(SCheck& check, const SLine& line)
     matrix.keyword = check.state.current;
     matrix.place = check.state.keywordPlace;
     matrix.diagonal.assign(pins, kAbsent);
+    matrix.digit.assign(pins, 0.0);
     matrix.rowSeen.assign(pins, false);
     matrix.rowOfColumn.assign(pins, 0);
     matrix.entries.clear();
@@ -287,8 +290,9 @@ void TakeMatrixValue(SCheck& check, const SLine& line, std::string_view token, s
     }
     if (column != matrix.row) {
         if (value && *value != 0) {
-            matrix.entries.push_back({static_cast<std::uint32_t>(matrix.row),
-                                      static_cast<std::uint32_t>(column), *value});
+            matrix.entries.push_back(
+                {static_cast<std::uint32_t>(matrix.row), static_cast<std::uint32_t>(column),
+                 static_cast<float>(*value), static_cast<float>(LastDigitOf(token))});
         }
         return;
     }
@@ -297,6 +301,7 @@ void TakeMatrixValue(SCheck& check, const SLine& line, std::string_view token, s
         return;
     }
     matrix.diagonal[column] = *value;
+    matrix.digit[column] = LastDigitOf(token);
     CheckDiagonalSign(check, matrix, *value, line.Place(token));
 }
 

@@ -21,11 +21,13 @@ enum class EMatrix : std::uint8_t
     Sparse
 };
 
+/// An off-diagonal value. A full matrix has as many as its file has words, so they are kept small.
 struct SSparseEntry
 {
     std::uint32_t row;
     std::uint32_t column; ///< place of the pin in [Pin Numbers]
-    double value;
+    float value;
+    float digit; ///< what its last written digit is worth
 };
 
 /// The matrix that is open. Only its diagonal, the row that is open and what the checks of whole
@@ -38,6 +40,7 @@ struct SMatrix
     std::size_t bandwidth = 0;
     bool hasBandwidth = false;
     std::vector<double> diagonal; ///< by pin; kAbsent where none was given
+    std::vector<double> digit;    ///< by pin: what the diagonal's last written digit is worth
     std::vector<bool> rowSeen;    ///< by pin
     std::size_t row = 0;          ///< pin of the open row
     bool rowOpen = false;

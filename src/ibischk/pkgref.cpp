@@ -98,6 +98,25 @@ private:
     CNameIndex m_models;
 };
 
+/// Pins that are merged into one are supply pins of the component with one signal name.
+void CheckMergedPins(SCheck& check, const SComponent& component, const SPackageModel& model)
+{
+    for (const SMergedPins& group : model.merged) {
+        const SPin* into = component.FindPin(group.pin);
+        for (const std::string_view name : group.merged) {
+            const SPin* pin = component.FindPin(name);
+            if (pin == nullptr) {
+                check.report.WarningAt(group.place, 3485, name, group.pin, component.name);
+            } else if (!pin->IsRail()) {
+                check.report.WarningAt(group.place, 3486, name, group.pin, PinKindText(pin->kind));
+            } else if (into != nullptr && pin->signal != into->signal) {
+                check.report.WarningAt(group.place, 3487, name, pin->signal, group.pin,
+                                       into->signal);
+            }
+        }
+    }
+}
+
 void CheckPinsOfModel(SCheck& check, const SComponent& component, const SPackageModel& model,
                       SPlace place)
 {
@@ -110,6 +129,7 @@ void CheckPinsOfModel(SCheck& check, const SComponent& component, const SPackage
     if (unknown) {
         check.report.ErrorAt(place, 2702, unknown.first, model.name, component.name, unknown.count);
     }
+    CheckMergedPins(check, component, model);
     CNameIndex merged;
     for (const SMergedPins& group : model.merged) {
         for (const std::string_view pin : group.merged) {

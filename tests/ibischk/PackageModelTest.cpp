@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "ibischk/CheckSupport.h"
+#include "ibischk/ComponentSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -87,13 +87,16 @@ TEST(PackageModel, RulesOfMatricesFire)
         {"package-matrix/diagonal-sign", "6.1", "[Inductance Matrix] Sparse_matrix\n[Row] A\nA 0\n",
          "E3717@16"},
         {"package-matrix/coupling", "6.1",
-         "[Inductance Matrix] Sparse_matrix\n[Row] A\nA 1n\nB 2n\n[Row] B\nB 1n\n", "W3718@14"},
+         "[Inductance Matrix] Sparse_matrix\n[Row] A\nA 1.0n\nB 1.4n\n[Row] B\nB 1.0n\n",
+         "W3718@14"},
         {"package-matrix/coupling-sign", "6.1",
          "[Capacitance Matrix] Sparse_matrix\n[Row] A\nA 1p\nB 1f\nC -1f\n", "N3719@14"},
         {"package-matrix/coupling-size", "6.1",
-         "[Capacitance Matrix] Sparse_matrix\n[Row] A\nA 1p\nB 2p\n[Row] B\nB 1p\n", "W3720@14"},
+         "[Capacitance Matrix] Sparse_matrix\n[Row] A\nA 1.0p\nB 1.3p\n[Row] B\nB 1.1p\n",
+         "W3720@14"},
         {"package-matrix/plausible", "6.1", "[Inductance Matrix] Sparse_matrix\n[Row] A\nA 1u\n",
          "C3721@14"},
+        {"package-matrix/row-matrix", "6.1", "[Row] A\n1n\n", "E3722@14"},
         {"package-matrix/no-na", "6.1", "[Resistance Matrix] Full_matrix\n[Row] C\nNA\n",
          "E3723@16"},
     };
@@ -126,6 +129,10 @@ TEST(PackageModel, RulesOfPinsAndStubsFire)
         {"package-pins/merged-listed", "6.1", "A Len=0 L=1n/\n[Merged Pins] A\nA\n", "E3481@13"},
         {"package-pins/merged-once", "6.1", "A Len=0 L=1n/\n[Merged Pins] A\nX X\n", "E3482@13"},
         {"package-pins/merged-some", "6.1", "A Len=0 L=1n/\n[Merged Pins] A\n", "E3483@12"},
+        {"package-pins/merged-place", "6.1",
+         "A Len=0 L=1n/\n[Model Data]\n[End Model Data]\n"
+         "[Merged Pins] A\nX\n",
+         "W3484@14"},
         {"package-model/order", "6.1", "A Len=0 L=1n/\n[Number of Sections] 2\n", "E3102@12"},
         {"package-model/sections-and-matrices", "6.1", "[Model Data]\n[End Model Data]\n",
          "E3103@4"},
@@ -144,6 +151,42 @@ TEST(PackageModel, RulesOfPinsAndStubsFire)
         const std::string body = Join({kHead, rule.body, "[End Package Model]\n"});
         ExpectRule({rule.rule, rule.version, body, rule.expected});
     }
+}
+
+TEST(PackageModel, CouplingIsJudgedByTheDigitsShown)
+{
+    struct SRow
+    {
+        std::string_view matrix;
+        bool told;
+    };
+    constexpr SRow kRows[] = {
+        {"A 1.00n\nB 1.01n\n[Row] B\nB 1.00n\n", false},
+        {"A 1.000n\nB 1.010n\n[Row] B\nB 1.000n\n", true},
+        {"A 2n\nB 3n\n[Row] B\nB 2n\n", false},
+        {"A 1.00n\nB -1.10n\n[Row] B\nB 1.00n\n", true},
+    };
+    for (const SRow& row : kRows) {
+        const std::string body =
+            Join({kHead, kPins, "[Inductance Matrix] Sparse_matrix\n[Row] A\n", row.matrix, kEnd});
+        EXPECT_EQ(Has(CheckPackage(body), 3718, 14), row.told) << row.matrix;
+    }
+}
+
+TEST(PackageModel, MergedPinsAreComparedWithTheComponent)
+{
+    // Lines 4 to 18 are the component, the package model begins in 20, [Merged Pins] is in 28.
+    constexpr SRuleCase kRules[] = {
+        {"package-pins/merged-known", "6.1", "X1\n", "W3485@28"},
+        {"package-pins/merged-rail", "6.1", "A2\n", "W3486@28"},
+        {"package-pins/merged-signal", "6.1", "G1\n", "W3487@28"},
+    };
+    const std::string before =
+        Join({kComponentHead, kComponentPins, "[Package Model] p\n", kHead,
+              "[Number of Sections] 1\n[Pin Numbers]\nV1 Len=0 L=1n/\n[Merged Pins] V1\n"});
+    ExpectRules(before, kRules, "[End Package Model]\n");
+    const std::string good = Join({before, "V1\n[End Package Model]\n"});
+    EXPECT_EQ(Codes(CheckPackage(good), 3485, 3487), "");
 }
 
 } // namespace
