@@ -18,6 +18,8 @@ constexpr std::string_view kTexts[] = {
 #include "ibischk/explain/Model.inc"
     ,
 #include "ibischk/explain/Package.inc"
+    ,
+#include "ibischk/explain/Module.inc"
 };
 
 constexpr std::string_view kAnyFamily = "*";

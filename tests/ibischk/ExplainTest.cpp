@@ -187,9 +187,7 @@ std::set<std::string> AllRules()
 bool Unwritten(std::string_view rule)
 {
     constexpr std::string_view kFamilies[] = {
-        "ami",      "board",        "interconnect",   "interconnect-group", "emd",
-        "emd-set",  "c-comp-model", "external-model", "external-circuit",   "curve",
-        "waveform", "consistency",  "supply"};
+        "ami", "external-model", "external-circuit", "curve", "waveform", "consistency", "supply"};
     return std::ranges::find(kFamilies, rule.substr(0, rule.find('/'))) != std::end(kFamilies);
 }
 
