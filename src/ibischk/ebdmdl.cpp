@@ -5,7 +5,7 @@
 #include "ibischk/cmn.h"
 #include "ibischk/table.h"
 
-#include <algorithm>
+#include <set>
 
 namespace zov::ibischk {
 
@@ -215,8 +215,6 @@ void CheckMapFile(SCheck& check, const SLine& line, std::string_view file)
     }
     if (check.data.partFiles.LeadsBack(check, file)) {
         check.report.ErrorAt(place, 4319, file);
-    } else if (!ReferencedFileExists(check, file)) {
-        check.report.WarningAt(place, 4316, file);
     }
 }
 
@@ -282,12 +280,20 @@ void CheckNodes(SCheck& check, SBoard& board)
 
 void CheckMap(SCheck& check, const SBoard& board)
 {
+    std::set<std::string_view> missing;
     for (const SBoardPart& row : board.parts) {
         if (!row.used) {
             check.report.WarningAt(row.place, 4318, row.designator);
         }
-        if (CanBePart(row.file, check.state.version) &&
-            check.data.partFiles.Of(check, row.file).readable && PartOf(check, row) == nullptr) {
+        if (!CanBePart(row.file, check.state.version)) {
+            continue;
+        }
+        if (!check.data.partFiles.Of(check, row.file).readable) {
+            // A module has many parts of one file: it is told once.
+            if (missing.insert(row.file).second) {
+                check.report.WarningAt(row.place, 4316, row.file);
+            }
+        } else if (PartOf(check, row) == nullptr) {
             check.report.WarningAt(row.place, 4317, row.file, row.component);
         }
     }
