@@ -26,6 +26,7 @@ struct SFileTraits
     std::vector<std::string> comments;     ///< of the header, without "!"
     std::vector<std::string> userComments; ///< of the header's part for them
     std::vector<std::string> information;  ///< lines of [Begin Information] blocks
+    std::size_t dataComments = 0;          ///< comments behind the header, which are not kept
     bool hasNames = false;                 ///< port names are the file's
     std::size_t noisePoints = 0;           ///< noise data that was there and skipped
 };

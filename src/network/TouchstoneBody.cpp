@@ -22,7 +22,7 @@ constexpr bool IsSeparator(char c)
 }
 
 /// To the next character that is neither separator nor part of a comment.
-const char* SkipToToken(const char* p, const char* end)
+const char* SkipToToken(const char* p, const char* end, std::size_t& comments)
 {
     for (;;) {
         while (p < end && IsSeparator(*p)) {
@@ -31,6 +31,7 @@ const char* SkipToToken(const char* p, const char* end)
         if (p >= end || (*p != '!' && *p != '#')) {
             return p;
         }
+        ++comments;
         while (p < end && *p != '\n' && *p != '\r') {
             ++p;
         }
@@ -78,7 +79,7 @@ private:
     /// One frequency with its matrix; false when the data ended for whatever reason.
     bool ScanPoint(const char*& p)
     {
-        p = SkipToToken(p, m_end);
+        p = SkipToToken(p, m_end, m_body.comments);
         if (p >= m_end) {
             return Stop(EBodyEnd::Text, p);
         }
@@ -98,7 +99,7 @@ private:
         double* out = m_pairs == m_matrix ? Slot(m_body.hz.size()) : m_triangle.data();
         p = next;
         for (double* const last = out + 2 * m_pairs; out != last; ++out) {
-            p = SkipToToken(p, m_end);
+            p = SkipToToken(p, m_end, m_body.comments);
             next = ScanNumber(p, m_end, 0, *out);
             if (next == nullptr || !EndsNumber(next, m_end)) {
                 return Stop(EBodyEnd::BrokenPoint, p);
@@ -227,7 +228,8 @@ SLineShape ShapeOf(std::string_view line)
     SLineShape shape;
     const char* p = line.data();
     const char* const end = p + line.size();
-    for (p = SkipToToken(p, end); p < end; p = SkipToToken(p, end)) {
+    std::size_t comments = 0;
+    for (p = SkipToToken(p, end, comments); p < end; p = SkipToToken(p, end, comments)) {
         double value = 0.0;
         p = ScanNumber(p, end, 0, value);
         if (p == nullptr || !EndsNumber(p, end)) {

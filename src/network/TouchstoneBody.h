@@ -34,7 +34,8 @@ struct SBody
     std::vector<double> hz;
     CNetworkData::TValues values; ///< real and imaginary parts, row by row
     EBodyEnd end = EBodyEnd::Text;
-    std::size_t stop = 0;  ///< offset in the text of what ended it
+    std::size_t stop = 0; ///< offset in the text of what ended it
+    std::size_t comments = 0;
     std::size_t point = 0; ///< offset of the last frequency that was begun
 };
 

@@ -90,6 +90,7 @@ CResult<CNetworkData> CReader::Read()
     SBody body = ScanBody(m_text.substr(m_header.bodyBegin), Layout());
     RETURN_IF_ERROR(CheckEnd(body));
     RETURN_IF_ERROR(CheckCount(body.hz.size()));
+    m_header.traits.dataComments = body.comments;
     data.Assign(std::move(body.hz), std::move(body.values));
 
     SFileTraits& traits = m_header.traits;
