@@ -31,6 +31,10 @@ constexpr const char* kLibFooter = R"(Examples:
   zov lib info caps.zov
   zov lib diff before.zov after.zov)";
 
+constexpr const char* kNetFooter = R"(Examples:
+  zov net info capacitor.s2p
+  zov net convert filter.s2p filter.ts --type Z --format RI)";
+
 /// Help as the parser gives it, with descriptions broken into lines that fit a terminal.
 class CHelpFormatter final : public CLI::Formatter
 {
@@ -75,6 +79,13 @@ void AddCommands(CLI::App& app, SChosen& chosen)
     AddImport(app, chosen);
     AddCurve(app, chosen);
     AddCalc(app, chosen);
+
+    CLI::App* net = app.add_subcommand("net", "Network parameters (Touchstone files)");
+    net->footer(kNetFooter);
+    net->require_subcommand(1);
+    AddNetInfo(*net, chosen);
+    AddNetConvert(*net, chosen);
+    AddNetDiff(*net, chosen);
 }
 
 /// "zov lib list" of the deepest command that the arguments reached.

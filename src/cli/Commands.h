@@ -33,5 +33,8 @@ void AddCurve(CLI::App& zov, SChosen& chosen);
 void AddCurveInfo(CLI::App& curve, SChosen& chosen);
 void AddCurveExport(CLI::App& curve, SChosen& chosen);
 void AddCalc(CLI::App& zov, SChosen& chosen);
+void AddNetInfo(CLI::App& net, SChosen& chosen);
+void AddNetConvert(CLI::App& net, SChosen& chosen);
+void AddNetDiff(CLI::App& net, SChosen& chosen);
 
 } // namespace zov::cli

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace zov::network {
 
@@ -140,7 +139,7 @@ void CFormMap::Single(TComplex& value) const
     const SPortMap& port = m_ports.front();
     const TComplex below = port.v * value + port.w;
     const double size = std::fabs(port.v) * std::abs(value) + std::fabs(port.w);
-    if (!(std::abs(below) > size * std::numeric_limits<double>::epsilon())) {
+    if (!(std::abs(below) > size * kLostDigits)) {
         Singular();
     }
     value = (port.t * value + port.u) / below;
@@ -163,8 +162,7 @@ void CFormMap::Pair(std::span<TComplex> matrix) const
     const TComplex crossed = Times(d12, d21);
     const TComplex determinant = straight - crossed;
     const double square = std::norm(determinant);
-    constexpr double kLost = 2 * std::numeric_limits<double>::epsilon();
-    if (!(square > kLost * kLost * std::max(std::norm(straight), std::norm(crossed)))) {
+    if (!(square > kLostDigits * kLostDigits * std::max(std::norm(straight), std::norm(crossed)))) {
         Singular();
     }
     const TComplex inverse(determinant.real() / square, -determinant.imag() / square);

@@ -5,7 +5,6 @@
 #include <cblas.h>
 #include <cmath>
 #include <complex>
-#include <limits>
 #include <mutex>
 #define lapack_complex_float std::complex<float>   // NOLINT: the header asks for macros
 #define lapack_complex_double std::complex<double> // NOLINT
@@ -65,8 +64,7 @@ void CMatrixSolver::Factor(std::span<TComplex> matrix)
         throw CMatrixException(CMatrixException::EReason::Argument);
     }
     const auto n = static_cast<lapack_int>(m_size);
-    const double least =
-        Largest(matrix) * static_cast<double>(m_size) * std::numeric_limits<double>::epsilon();
+    const double least = Largest(matrix) * kLostDigits;
     bool regular = LAPACKE_zgetrf_work(kOrder, n, n, matrix.data(), n, m_pivots.data()) == 0;
     for (std::size_t i = 0; i < m_size; ++i) {
         regular = regular && std::abs(matrix[i * (m_size + 1)]) > least; // false for NaN

@@ -30,6 +30,10 @@ private:
     EReason m_reason;
 };
 
+/// What is left of the largest terms below this part of them holds none of the digits that files
+/// have: a matrix that loses so much counts as singular.
+constexpr double kLostDigits = 1e-13;
+
 /// Square complex matrices of one size, row by row. Keeps the work space of the library between
 /// calls, so use one per thread.
 class CMatrixSolver
@@ -37,7 +41,7 @@ class CMatrixSolver
 public:
     explicit CMatrixSolver(std::size_t size);
 
-    /// In place. Throws when a pivot is lost in the rounding of the largest element.
+    /// In place. Throws when a pivot is below kLostDigits of the largest element.
     void Invert(std::span<TComplex> matrix);
     /// `numerator` * `denominator`^-1 into `numerator`; `denominator` is used up. Throws as Invert.
     void Divide(std::span<TComplex> numerator, std::span<TComplex> denominator);

@@ -2,6 +2,7 @@
 #include "network/NetworkSource.h"
 
 #include "base/File.h"
+#include "base/Text.h"
 #include "network/Convert.h"
 #include "network/MixedMode.h"
 #include "network/TouchstoneMessages.h"
@@ -124,6 +125,11 @@ CResult<void> WriteTouchstone(const CNetworkData& data, const std::filesystem::p
                      userComment.c_str(), CodeOf(fit.Parameter())) == 0) {
         SError error = FailAt(writer.Message() == messages::kOpen ? EErr::Io : EErr::Argument,
                               {PathText(path), 0, 0}, writer.Message());
+        const std::string named = ".s" + std::to_string(fit.PortCount()) + "p";
+        if (options.version == 1 && !EqualsNoCase(ExtensionOf(path), named)) {
+            error.notes.push_back("a version 1 file of " + std::to_string(fit.PortCount()) +
+                                  " ports has the extension " + named);
+        }
         return error;
     }
     return {};

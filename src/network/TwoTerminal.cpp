@@ -169,7 +169,7 @@ CResult<SConnectionFit> ConnectionFitOf(const CNetworkData& data)
 
 std::optional<EConnection> ConnectionOf(const SConnectionFit& fit)
 {
-    constexpr double kLimit = 0.5;
+    constexpr double kLimit = 0.25;
     if (fit.series >= kLimit && fit.shunt >= kLimit) {
         return std::nullopt;
     }
