@@ -5,11 +5,14 @@
 ///     zov_bench zov-load FILE              zov_bench zov-save FILE OUT
 ///     zov_bench xml-import FILE            zov_bench xml-export FILE OUT
 ///     zov_bench ibis FILE...               the whole check with its report to a sink
+///     zov_bench ts-read FILE               zov_bench ts-write FILE OUT
+///     zov_bench convert PORTS POINTS FROM TO   random S as FROM first, then to TO
 ///     zov_bench sheet FILE                 every cell as text
 ///     zov_bench sheet-library FILE OUT     a part list to a library, all of it
 ///
 /// prints `t LABEL SECONDS` for each timed phase and `n NAME VALUE` for counts and checksums.
 #include "BenchSupport.h"
+#include "NetworkJobs.h"
 #include "base/Text.h"
 #include "batch/ImportJob.h"
 #include "core/LibraryFiles.h"
@@ -249,6 +252,9 @@ int Main(int argc, char** argv)
         {"xml-export", {2, [](char** a) { XmlExport(a[0], a[1]); }}},
         {"sheet-library", {2, [](char** a) { SheetLibrary(a[0], a[1]); }}},
         {"sheet", {1, [](char** a) { Sheet(a[0]); }}},
+        {"ts-read", {1, [](char** a) { TsRead(a[0]); }}},
+        {"ts-write", {2, [](char** a) { TsWrite(a[0], a[1]); }}},
+        {"convert", {4, [](char** a) { ConvertJob(a[0], a[1], a[2], a[3]); }}},
     };
     if (argc > 2 && std::string_view(argv[1]) == "ibis") {
         Ibis({argv + 2, argv + argc});
