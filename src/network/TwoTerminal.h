@@ -43,8 +43,8 @@ struct STwoTerminal
 /// Errors: Argument when it has other than two ports; Singular when it has no S-parameters.
 CResult<SConnectionFit> ConnectionFitOf(const CNetworkData& data);
 
-/// Series when that fits better. None when neither does (both above 0.25): the data is a two-port of
-/// its own kind, such as a filter.
+/// Series when that fits better. None when neither does (both above 0.25): the data is a two-port
+/// of its own kind, such as a filter.
 [[nodiscard]] std::optional<EConnection> ConnectionOf(const SConnectionFit& fit);
 
 /// The impedance of a one-port, or of the part that a two-port is made of, by
