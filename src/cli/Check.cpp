@@ -86,6 +86,22 @@ void TellUnused(const std::vector<SWaiver>& waivers, const SStreams& streams)
     }
 }
 
+/// Findings that are too many to be listed.
+void TellUnlisted(const SCheckedFile& file, const SStreams& streams)
+{
+    const ibischk::SCounts& more = file.unlisted;
+    if (more != ibischk::SCounts{}) {
+        Print(streams.err, "zov: {}: {} more findings are counted, but not listed\n", file.path,
+              std::uint64_t{more.bugs} + more.errors + more.warnings + more.cautions);
+    }
+}
+
+bool Fails(const ibischk::SCounts& counts, EFailOn failOn)
+{
+    return failOn != EFailOn::Never &&
+           (!counts.Passed() || (failOn == EFailOn::Warning && counts.warnings > 0));
+}
+
 int Execute(const SOptions& options, const SStreams& streams)
 {
     if (options.listCodes) {
@@ -113,10 +129,12 @@ int Execute(const SOptions& options, const SStreams& streams)
         ApplyWaivers(accepted->waivers, file);
         ApplyBaseline(accepted->baseline, file);
         printer->File(file);
+        TellUnlisted(file, streams);
         opened += file.opened ? 1U : 0U;
-        fails = fails || (file.opened && std::ranges::any_of(file.findings, [&](const auto& f) {
-                              return Fails(f, options.style.failOn);
-                          }));
+        fails = fails || Fails(file.unlisted, options.style.failOn) ||
+                (file.opened && std::ranges::any_of(file.findings, [&](const auto& f) {
+                     return Fails(f, options.style.failOn);
+                 }));
     }
     const bool complete = list.problems.empty() && opened == list.files.size();
     printer->End(complete);

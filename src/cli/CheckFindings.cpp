@@ -47,6 +47,14 @@ std::string CheckedExtensions()
     return names;
 }
 
+void AddTo(ibischk::SCounts& counts, EReport severity)
+{
+    counts.bugs += severity == EReport::Bug ? 1U : 0U;
+    counts.errors += severity == EReport::Error ? 1U : 0U;
+    counts.warnings += severity == EReport::Warning ? 1U : 0U;
+    counts.cautions += severity == EReport::Caution ? 1U : 0U;
+}
+
 /// Keeps findings together with the text that was printed for each: the report writes the text of a
 /// finding, then hands the finding on.
 class CCollector final : public CLogSink, public ibischk::CFindingSink
@@ -65,6 +73,11 @@ public:
 
     void Take(const ibischk::SFinding& from) override
     {
+        if (++m_ofCode[from.code] > kMostOfOneCode) {
+            AddTo(m_file.unlisted, from.severity);
+            m_last.clear();
+            return;
+        }
         SCheckFinding finding;
         finding.severity = from.severity;
         finding.code = from.code;
@@ -125,6 +138,7 @@ private:
     SCheckedFile& m_file;
     std::string m_last;
     std::unordered_map<std::uint64_t, std::size_t> m_seen;
+    std::unordered_map<int, std::size_t> m_ofCode;
 };
 
 /// Files with a checked extension in the folder and all below.
@@ -148,13 +162,10 @@ std::vector<std::string> FilesBelow(const std::filesystem::path& folder, std::er
 
 ibischk::SCounts SCheckedFile::Counts() const
 {
-    ibischk::SCounts counts;
+    ibischk::SCounts counts = unlisted;
     for (const SCheckFinding& finding : findings) {
         if (finding.Counts()) {
-            counts.bugs += finding.severity == EReport::Bug ? 1U : 0U;
-            counts.errors += finding.severity == EReport::Error ? 1U : 0U;
-            counts.warnings += finding.severity == EReport::Warning ? 1U : 0U;
-            counts.cautions += finding.severity == EReport::Caution ? 1U : 0U;
+            AddTo(counts, finding.severity);
         }
     }
     return counts;

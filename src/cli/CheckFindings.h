@@ -44,12 +44,17 @@ struct SCheckFinding
     [[nodiscard]] bool Counts() const { return state == EFindingState::Open; }
 };
 
+constexpr std::size_t kMostOfOneCode = 10000;
+
 struct SCheckedFile
 {
     std::string path;
     bool opened = true;
     std::vector<SCheckFinding> findings;
     std::string after; ///< progress texts behind the last finding
+    /// Findings beyond the kMostOfOneCode of their code: of a file full of garbage nobody reads
+    /// more, and memory has an end. They count, but are not listed.
+    ibischk::SCounts unlisted;
 
     /// Of the findings that count.
     [[nodiscard]] ibischk::SCounts Counts() const;

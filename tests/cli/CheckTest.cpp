@@ -75,6 +75,19 @@ TEST_F(CCheck, ExplainsByCodeAndByRule)
               "header/file-name-once; zov check --list-codes lists all\n= 2");
 }
 
+/// A file of garbage must neither fill the memory nor hide findings of another kind.
+TEST_F(CCheck, ListsSoManyOfOneKindOnly)
+{
+    Write("garbage.ibs", "[IBIS Ver] 5.1\n" + std::string(25000, '\x01') + "\n[Nothing]\n");
+    const auto run = Zov("check @/garbage.ibs --format json");
+    const auto file = cli::TJson::parse(run.out, nullptr, false)["files"][0];
+    EXPECT_GT(file["errors"], 25000);
+    EXPECT_LT(file["findings"].size(), 10100U);
+    EXPECT_EQ(file["findings"].back()["rule"], "common/keyword-required");
+    EXPECT_EQ(run.err, "zov: @/garbage.ibs: 15000 more findings are counted, but not listed\n");
+    EXPECT_EQ(run.status, 1);
+}
+
 TEST_F(CCheck, StatusTellsWhatHappened)
 {
     Write("a-name-so-long-that-no-report-wraps.ibs", kRefused);
