@@ -5,6 +5,7 @@
 #include "ibischk/LineReader.h"
 
 #include <algorithm>
+#include <new>
 
 namespace zov::ibischk {
 
@@ -57,6 +58,18 @@ std::string_view UsefulPart(std::string_view text, std::size_t line, bool& inQuo
     return text;
 }
 
+/// Room for all that the file can give; false when there is not that much memory.
+bool MakeRoom(SAmiText& out, std::string_view bytes)
+{
+    try {
+        out.text.reserve(bytes.size() + 1);
+        out.lineStarts.reserve(static_cast<std::size_t>(std::ranges::count(bytes, '\n')) + 1);
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
 } // namespace
 
 std::size_t SAmiText::LineAt(std::size_t offset) const
@@ -78,7 +91,10 @@ std::optional<SAmiText> ReadAmiText(SCheck& check, std::string_view bytes)
     CIllegalReport illegal(check.report);
     CLineReader reader(bytes, check.arena);
     SAmiText out;
-    out.text.reserve(bytes.size() + 1);
+    if (!MakeRoom(out, bytes)) {
+        check.report.Error(922, "ibischk/parse", __LINE__);
+        return std::nullopt;
+    }
     std::size_t quoteLine = 0;
     bool inComment = false;
     SRawLine raw;

@@ -68,6 +68,9 @@ std::string Header(std::string_view version, std::string_view fileName = "test.i
 /// A file of the version with this body and [End].
 std::string Ibs(std::string_view version, std::string_view body);
 
+/// A small file with everything that a good one has, in which nothing is to be found.
+std::string WholeFile(std::string_view version);
+
 /// One row of a table of rules: a file that breaks the rule, and what must be said.
 struct SRuleCase
 {

@@ -111,6 +111,25 @@ TEST(PackageReference, EveryRuleFires)
     ExpectRules(std::string(kComponentHead).append(kComponentPins), kRules, kSomeModels, how);
 }
 
+TEST(PackageReference, PinsAreComparedWithTheComponent)
+{
+    const auto checked = [](std::string_view pins) {
+        const std::string model =
+            "[Define Package Model] p\n[Manufacturer] m\n[OEM] o\n[Description] d\n"
+            "[Number Of Pins] 2\n[Pin Numbers]\n" +
+            std::string(pins) + "[End Package Model]\n";
+        return CheckText(Ibs("3.2", WithPins("[Package Model] p\n" + model)));
+    };
+    const SChecked more = checked("A1\nZ1\n");
+    EXPECT_EQ(MessageOf(more, 2702),
+              "Pin 'Z1' of [Define Package Model] 'p' is not a pin of component 'c' (1 in all).");
+    EXPECT_NE(MessageOf(more, 2703).find("lacks pin 'A2' of component 'c' ("), std::string::npos)
+        << MessageOf(more, 2703);
+    EXPECT_FALSE(Has(checked("A1\nA2\n"), 2702));
+    const SChecked all = checked("A1\nA2\nA3\nA4\nV1\nG1\nN1\nC1\n");
+    EXPECT_EQ(Codes(all, 2700, 2703), "");
+}
+
 TEST(Emi, EveryRuleFires)
 {
     constexpr SRuleCase kRules[] = {
