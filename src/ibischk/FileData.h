@@ -60,12 +60,12 @@ struct SFileData
     CPartFiles partFiles;       ///< that boards and modules name
     CCircuitFiles circuitFiles; ///< that circuit bodies name
 
-    std::vector<SInterconnectSet> interconnectSets;
+    std::vector<SModelSet> interconnectSets;
     CNameIndex interconnectSetNames;
 
     std::vector<SEmd> emds;
     CNameIndex emdNames;
-    std::vector<SEmdSet> emdSets;
+    std::vector<SModelSet> emdSets;
     CNameIndex emdSetNames;
 };
 

@@ -79,7 +79,7 @@ namespace {
 
 struct SFoundSet
 {
-    const SEmdSet* set = nullptr;
+    const SModelSet* set = nullptr;
     std::string_view file; ///< path of the file that it stands in
 };
 
@@ -192,7 +192,7 @@ struct SSignalUse
     std::size_t aggressors = 0;
 };
 
-void CheckSignals(SCheck& check, const SEmd& module, const SEmdModel& model)
+void CheckSignals(SCheck& check, const SEmd& module, const SSetModel& model)
 {
     std::vector<SSignalUse> uses;
     CNameIndex names;
@@ -221,10 +221,10 @@ void CheckSignals(SCheck& check, const SEmd& module, const SEmdModel& model)
     }
 }
 
-void CheckSetOfModule(SCheck& check, const SEmd& module, const SEmdSet& set)
+void CheckSetOfModule(SCheck& check, const SEmd& module, const SModelSet& set)
 {
     const SModuleRails rails(module);
-    for (const SEmdModel& model : set.models) {
+    for (const SSetModel& model : set.models) {
         const CPathScope scope(check.report,
                                {module.name, model.name, KeywordText(EKeyword::EMDModel), {}});
         for (const STerminal& terminal : model.body.terminals) {
@@ -243,9 +243,9 @@ struct SPinUse
 };
 using CPinUses = std::unordered_map<std::string_view, SPinUse>;
 
-void AddUses(const SEmdSet& set, CPinUses& uses)
+void AddUses(const SModelSet& set, CPinUses& uses)
 {
-    for (const SEmdModel& model : set.models) {
+    for (const SSetModel& model : set.models) {
         std::unordered_set<std::string_view> counted;
         for (const STerminal& terminal : model.body.terminals) {
             if (terminal.type != "Pin_I/O") {
@@ -292,7 +292,7 @@ void FinishEmdGroups(SCheck& check)
     for (const SEmd& module : check.data.emds) {
         const CPathScope scope(check.report,
                                {{}, module.name, KeywordText(EKeyword::EMDGroup), {}});
-        std::set<const SEmdSet*> compared;
+        std::set<const SModelSet*> compared;
         for (const SEmdGroup& group : module.groups) {
             CPinUses uses;
             bool complete = !group.sets.empty();

@@ -2,7 +2,6 @@
 #include "ibischk/emdset.h"
 
 #include "ibischk/cmn.h"
-#include "ibischk/setparts.h"
 
 namespace zov::ibischk {
 
@@ -15,22 +14,14 @@ constexpr STerminalKind kKinds[] = {
 };
 constexpr STerminalRules kRules = {6665, 6666, 6666, 6667, 6668, 6668, EReport::Error};
 
-SEmdSet& Open(SCheck& check)
+SModelSet& Open(SCheck& check)
 {
     return check.data.emdSets.back();
 }
 
 void OpenSet(SCheck& check, const SLine& line)
 {
-    SFileData& data = check.data;
-    SEmdSet set;
-    set.name = TakeName(check, line, kNameLimit, EReserved::Refused);
-    set.place = check.state.keywordPlace;
-    check.report.Path().model = set.name;
-    if (!set.name.empty() && data.emdSetNames.Add(set.name, data.emdSets.size())) {
-        check.report.ErrorAt(set.place, 6656, set.name);
-    }
-    data.emdSets.push_back(std::move(set));
+    OpenModelSet(check, line, check.data.emdSets, check.data.emdSetNames, 6656);
 }
 
 void OpenMaker(SCheck& check, const SLine& line)
@@ -45,14 +36,7 @@ void OpenDescription(SCheck& check, const SLine& line)
 
 void OpenModel(SCheck& check, const SLine& line)
 {
-    SEmdSet& set = Open(check);
-    SEmdModel& model = set.models.emplace_back();
-    model.name = TakeName(check, line, kNameLimit, EReserved::Refused);
-    model.place = check.state.keywordPlace;
-    if (!model.name.empty() && set.modelNames.Add(model.name, set.models.size() - 1)) {
-        check.report.ErrorAt(model.place, 6660, model.name, set.name);
-    }
-    BeginBody(model.body, EKeyword::EMDModel, kEmdBody, model.name, model.place);
+    OpenSetModel(check, line, Open(check), kEmdBody, 6660);
 }
 
 void TakeModelLine(SCheck& check, const SLine& line)
@@ -86,7 +70,7 @@ void CloseModel(SCheck& check)
 
 void CloseSet(SCheck& check)
 {
-    const SEmdSet& set = Open(check);
+    const SModelSet& set = Open(check);
     if (set.models.empty()) {
         check.report.ErrorAt(set.place, 6659, set.name);
     }

@@ -79,7 +79,7 @@ namespace {
 /// A set that a group names, with the check of its file.
 struct SFoundSet
 {
-    const SInterconnectSet* set = nullptr;
+    const SModelSet* set = nullptr;
     std::string_view file; ///< path of the file that it stands in
 };
 
@@ -134,9 +134,9 @@ struct SWays
 using CWays = std::unordered_map<std::string_view, SWays>;
 
 /// Terminals that only stir others make no way.
-void AddWays(const SInterconnectSet& set, CWays& ways)
+void AddWays(const SModelSet& set, CWays& ways)
 {
-    for (const SInterconnectModel& model : set.models) {
+    for (const SSetModel& model : set.models) {
         std::unordered_map<std::string_view, unsigned> places;
         for (const STerminal& terminal : model.body.terminals) {
             const STerminalKind* kind = InterconnectKind(terminal.type);
@@ -196,7 +196,7 @@ void FinishGroups(SCheck& check)
     for (const SComponent& component : check.data.components) {
         const CPathScope scope(
             check.report, {component.name, {}, KeywordText(EKeyword::InterconnectModelGroup), {}});
-        std::set<const SInterconnectSet*> compared;
+        std::set<const SModelSet*> compared;
         for (const SInterconnectGroup& group : component.groups) {
             CWays ways;
             for (const SGroupSet& row : group.sets) {

@@ -2,7 +2,6 @@
 #include "ibischk/imsmdl.h"
 
 #include "ibischk/cmn.h"
-#include "ibischk/setparts.h"
 #include "ibischk/table.h"
 
 namespace zov::ibischk {
@@ -28,7 +27,7 @@ constexpr STerminalKind kKinds[] = {
 
 constexpr STerminalRules kRules = {6055, 6056, 6057, 6058, 6059, 6060, EReport::Warning};
 
-SInterconnectSet& Open(SCheck& check)
+SModelSet& Open(SCheck& check)
 {
     return check.data.interconnectSets.back();
 }
@@ -37,16 +36,7 @@ SInterconnectSet& Open(SCheck& check)
 
 void OpenSet(SCheck& check, const SLine& line)
 {
-    SFileData& data = check.data;
-    SInterconnectSet set;
-    set.name = TakeName(check, line, kNameLimit, EReserved::Refused);
-    set.place = check.state.keywordPlace;
-    check.report.Path().model = set.name;
-    if (!set.name.empty() &&
-        data.interconnectSetNames.Add(set.name, data.interconnectSets.size())) {
-        check.report.ErrorAt(set.place, 6006, set.name);
-    }
-    data.interconnectSets.push_back(std::move(set));
+    OpenModelSet(check, line, check.data.interconnectSets, check.data.interconnectSetNames, 6006);
 }
 
 void OpenMaker(SCheck& check, const SLine& line)
@@ -61,14 +51,7 @@ void OpenDescription(SCheck& check, const SLine& line)
 
 void OpenModel(SCheck& check, const SLine& line)
 {
-    SInterconnectSet& set = Open(check);
-    SInterconnectModel& model = set.models.emplace_back();
-    model.name = TakeName(check, line, kNameLimit, EReserved::Refused);
-    model.place = check.state.keywordPlace;
-    if (!model.name.empty() && set.modelNames.Add(model.name, set.models.size() - 1)) {
-        check.report.ErrorAt(model.place, 6010, model.name, set.name);
-    }
-    BeginBody(model.body, EKeyword::InterconnectModel, kInterconnectBody, model.name, model.place);
+    OpenSetModel(check, line, Open(check), kInterconnectBody, 6010);
 }
 
 void TakeModelLine(SCheck& check, const SLine& line)
@@ -155,7 +138,7 @@ void CloseModel(SCheck& check)
 
 void CloseSet(SCheck& check)
 {
-    const SInterconnectSet& set = Open(check);
+    const SModelSet& set = Open(check);
     if (set.models.empty()) {
         check.report.ErrorAt(set.place, 6009, set.name);
     }
@@ -170,7 +153,7 @@ void FinishSets(SCheck& check)
     if (check.state.fileType != EFileType::Ibs) {
         return;
     }
-    for (const SInterconnectSet& set : data.interconnectSets) {
+    for (const SModelSet& set : data.interconnectSets) {
         if (!set.used) {
             const CPathScope scope(check.report, {{}, set.name, {}, {}});
             check.report.Caution(set.place, 6011, set.name);
@@ -340,13 +323,13 @@ const STerminalKind* InterconnectKind(std::string_view type)
     return FindKind(kKinds, type);
 }
 
-void CheckSetOfComponent(SCheck& check, const SComponent& component, const SInterconnectSet& set)
+void CheckSetOfComponent(SCheck& check, const SComponent& component, const SModelSet& set)
 {
     if (component.pins.empty()) {
         return;
     }
     const CComponentNames names(component);
-    for (const SInterconnectModel& model : set.models) {
+    for (const SSetModel& model : set.models) {
         const CPathScope scope(
             check.report,
             {component.name, model.name, KeywordText(EKeyword::InterconnectModel), {}});

@@ -8,6 +8,30 @@
 
 namespace zov::ibischk {
 
+void OpenModelSet(SCheck& check, const SLine& line, std::vector<SModelSet>& sets, CNameIndex& names,
+                  int onceCode)
+{
+    SModelSet set;
+    set.name = TakeName(check, line, kNameLimit, EReserved::Refused);
+    set.place = check.state.keywordPlace;
+    check.report.Path().model = set.name;
+    if (!set.name.empty() && names.Add(set.name, sets.size())) {
+        check.report.ErrorAt(set.place, onceCode, set.name);
+    }
+    sets.push_back(std::move(set));
+}
+
+void OpenSetModel(SCheck& check, const SLine& line, SModelSet& set, int base, int onceCode)
+{
+    SSetModel& model = set.models.emplace_back();
+    model.name = TakeName(check, line, kNameLimit, EReserved::Refused);
+    model.place = check.state.keywordPlace;
+    if (!model.name.empty() && set.modelNames.Add(model.name, set.models.size() - 1)) {
+        check.report.ErrorAt(model.place, onceCode, model.name, set.name);
+    }
+    BeginBody(model.body, check.state.current, base, model.name, model.place);
+}
+
 void TakeSetText(SCheck& check, const SLine& line, std::size_t limit, int code,
                  std::string_view owner)
 {

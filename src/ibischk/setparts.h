@@ -10,8 +10,34 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zov::ibischk {
+
+/// A model of a set: [Interconnect Model], [EMD Model].
+struct SSetModel
+{
+    std::string_view name;
+    SPlace place;
+    SCircuitBody body;
+};
+
+/// [Interconnect Model Set], [EMD Set].
+struct SModelSet
+{
+    std::string_view name;
+    SPlace place;
+    std::vector<SSetModel> models;
+    CNameIndex modelNames; ///< to places in `models`
+    bool used = false;     ///< by a group
+};
+
+/// Begins a set with the name behind the current keyword; `onceCode` when a set has it already.
+void OpenModelSet(SCheck& check, const SLine& line, std::vector<SModelSet>& sets, CNameIndex& names,
+                  int onceCode);
+/// Begins a model of a set; `onceCode` when one of the set's models has its name.
+/// @param base  first code of the rules of its body
+void OpenSetModel(SCheck& check, const SLine& line, SModelSet& set, int base, int onceCode);
 
 /// [Manufacturer] or [Description]: `code` (a warning) when it is empty, longer than the limit or
 /// not the first of its section.
