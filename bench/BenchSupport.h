@@ -27,7 +27,7 @@ private:
 /// `t LABEL SECONDS`: one timed phase.
 inline void PrintTime(std::string_view label, double seconds)
 {
-    fmt::print("t {} {:.6f}\n", label, seconds);
+    fmt::print("t {} {:.9f}\n", label, seconds);
 }
 
 /// `n NAME VALUE`: a count or checksum, which shows that the work was done.

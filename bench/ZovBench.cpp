@@ -8,10 +8,15 @@
 ///     zov_bench ts-read FILE               zov_bench ts-write FILE OUT
 ///     zov_bench convert PORTS POINTS FROM TO   random S as FROM first, then to TO
 ///     zov_bench sheet FILE                 every cell as text
+///     zov_bench calc arith|funcs|cond N    an expression over columns of N points
+///     zov_bench calc-compile arith|funcs|cond        texts to values; the time is that of one
+///     zov_bench make-curve COUNT OUT       zov_bench curve-load FILE
+///     zov_bench curve-save FILE OUT
 ///     zov_bench sheet-library FILE OUT     a part list to a library, all of it
 ///
 /// prints `t LABEL SECONDS` for each timed phase and `n NAME VALUE` for counts and checksums.
 #include "BenchSupport.h"
+#include "CalcBench.h"
 #include "NetworkJobs.h"
 #include "base/Text.h"
 #include "batch/ImportJob.h"
@@ -255,6 +260,12 @@ int Main(int argc, char** argv)
         {"ts-read", {1, [](char** a) { TsRead(a[0]); }}},
         {"ts-write", {2, [](char** a) { TsWrite(a[0], a[1]); }}},
         {"convert", {4, [](char** a) { ConvertJob(a[0], a[1], a[2], a[3]); }}},
+        {"calc", {2, [](char** a) { Calc(a[0], static_cast<std::size_t>(std::atoll(a[1]))); }}},
+        {"calc-compile", {1, [](char** a) { CalcCompile(a[0]); }}},
+        {"make-curve",
+         {2, [](char** a) { MakeCurve(static_cast<std::size_t>(std::atoll(a[0])), a[1]); }}},
+        {"curve-load", {1, [](char** a) { CurveLoad(a[0]); }}},
+        {"curve-save", {2, [](char** a) { CurveSave(a[0], a[1]); }}},
     };
     if (argc > 2 && std::string_view(argv[1]) == "ibis") {
         Ibis({argv + 2, argv + argc});

@@ -4,9 +4,12 @@
 ///     zov_limits native FILE.zov       every byte of the records copied into fresh large pages
 ///     zov_limits write FILE OUT        the file's bytes written again from memory
 ///     zov_limits csv FILE              every separator and line end found
+///     zov_limits calc arith|funcs|cond N   the expression as the compiler makes it
+///     zov_limits numbers FILE          every number of a text, and nothing else
 ///     zov_limits ibis FILE             lines by memchr; lines classified and their characters
 ///                                      checked; the same and every number by from_chars
 #include "BenchSupport.h"
+#include "CalcLimits.h"
 #include "base/Arena.h"
 #include "base/File.h"
 
@@ -154,6 +157,11 @@ int main(int argc, char** argv)
         Csv(argv[2]);
     } else if (job == "ibis") {
         Ibis(argv[2]);
+    } else if (job == "calc" && argc > 3) {
+        CalcLimit(argv[2], static_cast<std::size_t>(std::atoll(argv[3])));
+    } else if (job == "numbers") {
+        const CFileView view = Open(argv[2]);
+        NumbersLimit(view.Bytes());
     } else {
         return 2;
     }

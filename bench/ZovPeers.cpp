@@ -6,6 +6,7 @@
 ///     FILE.zov DB zov_peers libxml2 FILE              zov_peers pugixml FILE        zov_peers
 ///     pugixml-save FILE OUT zov_peers orcus FILE.xlsx           zov_peers freexl FILE.xls
 #include "BenchSupport.h"
+#include "MuParserPeer.h"
 #include "OrcusPeer.h"
 #include "base/Number.h"
 #include "core/LibraryFiles.h"
@@ -288,6 +289,13 @@ int Main(int argc, char** argv)
 #endif
 #ifdef ZOV_PEER_FREEXL
     commands["freexl"] = {1, [](char** a) { FreeXl(a[0]); }};
+#endif
+#ifdef ZOV_PEER_MUPARSER
+    commands["muparser"] = {
+        2, [](char** a) { MuParser(a[0], static_cast<std::size_t>(std::atoll(a[1]))); }};
+    commands["muparser-bulk"] = {
+        2, [](char** a) { MuParserBulk(a[0], static_cast<std::size_t>(std::atoll(a[1]))); }};
+    commands["muparser-compile"] = {1, [](char** a) { MuParserCompile(a[0]); }};
 #endif
 #ifdef ZOV_PEER_ORCUS
     commands["orcus"] = {1, [](char** a) { Orcus(a[0]); }};

@@ -72,7 +72,9 @@ private:
     void KeepAttributes(std::string_view line)
     {
         m_file.hasAttributes = true;
-        m_attributes.push_back(ReadAttributes(line));
+        if (TAttributeGroup group = ReadAttributes(line); !group.empty()) {
+            m_attributes.push_back(std::move(group));
+        }
     }
 
     /// Behind a curve banner. A second one inside a block begins the next block.
@@ -229,7 +231,7 @@ private:
 
     void TakeTitles(std::string_view line, SCurveHeader& header)
     {
-        header.columnTitles = line;
+        header.columnTitles = Trim(line);
         std::string_view rest = line;
         static_cast<void>(NextToken(rest));
         const std::string_view unit = NextToken(rest);
