@@ -19,6 +19,7 @@ class CExpressionCompiler
     using EPlace = CCompiledExpression::EPlace;
     using SOperand = CCompiledExpression::SOperand;
     using SInstruction = CCompiledExpression::SInstruction;
+    using EPoints = CCompiledExpression::EPoints;
 
 public:
     CExpressionCompiler(const CParameterTable& table, const FColumn& columns,
@@ -33,29 +34,34 @@ public:
                      std::span<const SOperand> arguments)
     {
         const auto items = expression.Items();
-        std::vector<SOperand> stack;
+        std::vector<SValue> stack;
         for (std::size_t i = 0; i < items.size(); ++i) {
+            const std::size_t begin = m_program.m_code.size();
             const bool isDb = i + 1 < items.size() && items[i + 1].item == EItem::Operator &&
                               items[i + 1].op == EOp::Db;
             switch (items[i].item) {
             case EItem::Number:
-                stack.push_back(Constant(items[i].number));
+                stack.push_back({Constant(items[i].number), begin});
                 break;
             case EItem::Name:
-                stack.push_back(Named(items[i].text, isDb, function, arguments));
+                stack.push_back({Named(items[i].text, isDb, function, arguments), begin});
                 break;
             case EItem::Variable:
-                stack.push_back(Variable(items[i]));
+                stack.push_back({Variable(items[i]), begin});
                 break;
             case EItem::Operator: {
                 const SOpInfo& info = InfoOf(items[i].op);
-                const auto operands = TakeOff(stack, info.text, info.operands);
-                stack.push_back(Emit(items[i].op, operands));
+                const SOperands taken = TakeOff(stack, info.text, info.operands);
+                if (items[i].op == EOp::Choose) {
+                    MarkBranches(taken);
+                }
+                stack.push_back({Emit(items[i].op, taken.operands), taken.begins.front()});
                 break;
             }
             case EItem::UserCall: {
-                const auto operands = TakeOff(stack, items[i].text, items[i].operands);
-                stack.push_back(Call(items[i].text, operands));
+                const SOperands taken = TakeOff(stack, items[i].text, items[i].operands);
+                stack.push_back({Call(items[i].text, taken.operands),
+                                 taken.begins.empty() ? begin : taken.begins.front()});
                 break;
             }
             }
@@ -63,7 +69,7 @@ public:
         if (stack.size() != 1) {
             throw CCalcException(message::kNotEvaluated);
         }
-        return stack.back();
+        return stack.back().operand;
     }
 
 private:
@@ -73,17 +79,57 @@ private:
         std::optional<SOperand> value;
     };
 
-    static std::vector<SOperand> TakeOff(std::vector<SOperand>& stack, std::string_view name,
-                                         int count)
+    /// A value on the stack, and the first instruction that was made for it.
+    struct SValue
     {
-        const auto wanted = static_cast<std::size_t>(count);
-        if (stack.size() < wanted) {
+        SOperand operand;
+        std::size_t begin = 0;
+    };
+    struct SOperands
+    {
+        std::vector<SOperand> operands;
+        std::vector<std::size_t> begins;
+    };
+
+    static SOperands TakeOff(std::vector<SValue>& stack, std::string_view name, int count)
+    {
+        if (stack.size() < static_cast<std::size_t>(count)) {
             ThrowTooFewOperands(name, count);
         }
+        SOperands taken;
         const auto first = stack.end() - count;
-        std::vector<SOperand> operands(first, stack.end());
+        for (auto value = first; value != stack.end(); ++value) {
+            taken.operands.push_back(value->operand);
+            taken.begins.push_back(value->begin);
+        }
         stack.erase(first, stack.end());
-        return operands;
+        return taken;
+    }
+
+    /// Costly functions in a branch are evaluated only where the branch is taken.
+    void MarkBranches(const SOperands& choice)
+    {
+        if (choice.operands[0].place != EPlace::Constant) {
+            Mark(choice.begins[1], choice.begins[2], choice.operands[0], EPoints::WhereTrue);
+            Mark(choice.begins[2], m_program.m_code.size(), choice.operands[0],
+                 EPoints::WhereFalse);
+        }
+    }
+    /// An operand outside its domain is an error in either branch. So nothing is left out that may
+    /// reach an operator with a domain further on, nor what belongs to a parameter, which others
+    /// may share.
+    void Mark(std::size_t begin, std::size_t end, SOperand condition, EPoints points)
+    {
+        for (std::size_t i = end; i-- > begin;) {
+            SInstruction& code = m_program.m_code[i];
+            if (IsCostly(code.op) && code.owner == 0 && code.points == EPoints::All) {
+                code.points = points;
+                code.condition = condition;
+            }
+            if (HasDomain(code.op)) {
+                return;
+            }
+        }
     }
 
     SOperand Constant(double value)
@@ -292,47 +338,114 @@ CCompiledExpression::CCompiledExpression(const CPostfix& expression, const CPara
     m_result = compiler.Compile(expression, nullptr, {});
 }
 
+/// The memory that an expression is evaluated in, one block of points after the other.
+class CCompiledExpression::CBlocks
+{
+public:
+    CBlocks(const CCompiledExpression& program, std::span<const double* const> columns,
+            std::size_t count)
+        : m_program(program)
+        , m_columns(columns)
+    {
+        const std::size_t rows = program.m_slots + program.m_constants.size();
+        const std::size_t most = kMostNumbers / std::max<std::size_t>(rows, 1);
+        m_block = std::min(count, std::clamp<std::size_t>(most, 1, kBlock));
+        m_numbers.resize(rows * m_block);
+        for (std::size_t i = 0; i < program.m_constants.size(); ++i) {
+            std::fill_n(m_numbers.data() + (program.m_slots + i) * m_block, m_block,
+                        program.m_constants[i]);
+        }
+        for (const SInstruction& code : program.m_code) {
+            m_kernels.push_back(KernelOf(code.op));
+        }
+    }
+
+    [[nodiscard]] std::size_t Length() const { return m_block; }
+    [[nodiscard]] double* Slot(std::size_t slot) { return m_numbers.data() + slot * m_block; }
+    /// Values of an operand from the point `begin` on.
+    [[nodiscard]] const double* Place(const SOperand& operand, std::size_t begin)
+    {
+        switch (operand.place) {
+        case EPlace::Column:
+            return m_columns[operand.index] + begin;
+        case EPlace::Constant:
+            return Slot(m_program.m_slots + operand.index);
+        case EPlace::Slot:
+            break;
+        }
+        return Slot(operand.index);
+    }
+
+    /// One instruction for `points` points; false when one is outside the operator's domain.
+    [[nodiscard]] bool Run(std::size_t index, std::size_t begin, std::size_t points, double* out)
+    {
+        const SInstruction& code = m_program.m_code[index];
+        const double* const a = Place(code.in[0], begin);
+        const double* const b = Place(code.in[1], begin);
+        if (code.points == EPoints::All) {
+            return m_kernels[index](out, a, b, Place(code.in[2], begin), points);
+        }
+        return IsInDomain(code.op, a, b, points) &&
+               RunChosen(index, FindChosen(code, begin, points), out, a, b);
+    }
+
+private:
+    /// Puts the points that are wanted into m_chosen; their number.
+    std::size_t FindChosen(const SInstruction& code, std::size_t begin, std::size_t points)
+    {
+        const double* const condition = Place(code.condition, begin);
+        const bool wanted = code.points == EPoints::WhereTrue;
+        std::size_t count = 0;
+        for (std::size_t i = 0; i < points; ++i) {
+            m_chosen[count] = static_cast<std::uint32_t>(i);
+            count += (condition[i] != 0.0) == wanted ? 1U : 0U;
+        }
+        return count;
+    }
+    bool RunChosen(std::size_t index, std::size_t count, double* out, const double* a,
+                   const double* b)
+    {
+        const bool two = InfoOf(m_program.m_code[index].op).operands == 2;
+        for (std::size_t i = 0; i < count; ++i) {
+            m_first[i] = a[m_chosen[i]];
+            m_second[i] = two ? b[m_chosen[i]] : 0.0;
+        }
+        const bool good =
+            m_kernels[index](m_first.data(), m_first.data(), m_second.data(), nullptr, count);
+        for (std::size_t i = 0; i < count; ++i) {
+            out[m_chosen[i]] = m_first[i];
+        }
+        return good;
+    }
+
+    const CCompiledExpression& m_program;
+    std::span<const double* const> m_columns;
+    std::size_t m_block = 0;
+    std::vector<double> m_numbers; ///< slots, then constants
+    std::vector<FKernel> m_kernels;
+    std::array<std::uint32_t, kBlock> m_chosen; // NOLINT: these are written before they are read
+    std::array<double, kBlock> m_first;         // NOLINT
+    std::array<double, kBlock> m_second;        // NOLINT
+};
+
 void CCompiledExpression::Evaluate(std::span<const double* const> columns, std::size_t count,
                                    double* out) const
 {
-    const std::size_t rows = m_slots + m_constants.size();
-    const std::size_t block = std::min(
-        count, std::clamp<std::size_t>(kMostNumbers / std::max<std::size_t>(rows, 1), 1, kBlock));
-    std::vector<double> numbers(rows * block);
-    double* const constants = numbers.data() + m_slots * block;
-    for (std::size_t i = 0; i < m_constants.size(); ++i) {
-        std::fill_n(constants + i * block, block, m_constants[i]);
-    }
-    std::vector<FKernel> kernels;
-    for (const SInstruction& instruction : m_code) {
-        kernels.push_back(KernelOf(instruction.op));
-    }
+    CBlocks blocks(*this, columns, count);
+    // The last result goes where it belongs, if it is that of the expression.
     const bool lastIsResult =
         m_result.place == EPlace::Slot && !m_code.empty() && m_code.back().out == m_result.index;
-    for (std::size_t begin = 0; begin < count; begin += block) {
-        const std::size_t points = std::min(block, count - begin);
-        const auto place = [&](const SOperand& operand) -> const double* {
-            switch (operand.place) {
-            case EPlace::Column:
-                return columns[operand.index] + begin;
-            case EPlace::Constant:
-                return constants + operand.index * block;
-            case EPlace::Slot:
-                break;
-            }
-            return numbers.data() + operand.index * block;
-        };
+    for (std::size_t begin = 0; begin < count; begin += blocks.Length()) {
+        const std::size_t points = std::min(blocks.Length(), count - begin);
         for (std::size_t i = 0; i < m_code.size(); ++i) {
-            const SInstruction& code = m_code[i];
-            double* const to = i + 1 == m_code.size() && lastIsResult
-                                   ? out + begin
-                                   : numbers.data() + code.out * block;
-            if (!kernels[i](to, place(code.in[0]), place(code.in[1]), place(code.in[2]), points)) {
+            double* const to =
+                i + 1 == m_code.size() && lastIsResult ? out + begin : blocks.Slot(m_code[i].out);
+            if (!blocks.Run(i, begin, points, to)) {
                 ThrowAt(columns, begin, points);
             }
         }
         if (!lastIsResult) {
-            std::copy_n(place(m_result), points, out + begin);
+            std::copy_n(blocks.Place(m_result, begin), points, out + begin);
         }
     }
 }

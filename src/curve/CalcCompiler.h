@@ -63,13 +63,23 @@ private:
         EPlace place = EPlace::Slot;
         std::uint32_t index = 0;
     };
+    enum class EPoints : std::uint8_t
+    {
+        All,
+        WhereTrue, ///< those at which `condition` is not 0
+        WhereFalse
+    };
     struct SInstruction
     {
         EOp op = EOp::Plus;
+        EPoints points = EPoints::All; ///< for which the value is needed; errors count for all
+        SOperand condition;
         std::uint32_t out = 0;
         std::uint32_t owner = 0; ///< parameter whose expression it belongs to, from 1; 0 for none
         SOperand in[3];
     };
+
+    class CBlocks;
 
     [[nodiscard]] double EvaluatePoint(std::span<const double* const> columns,
                                        std::size_t point) const;

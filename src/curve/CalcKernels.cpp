@@ -64,29 +64,22 @@ bool Binary(double* out, const double* a, const double* b, const double*, std::s
     return true;
 }
 
-enum class EDomain
+/// The same behind the test of the operands' domain.
+template <EOp Op, FKernel Kernel>
+bool Guarded(double* out, const double* a, const double* b, const double*, std::size_t count)
 {
-    NotNegative,
-    UpToOne
-};
-
-template <double (*Function)(double), EDomain Domain>
-bool Guarded(double* out, const double* a, const double*, const double*, std::size_t count)
-{
-    unsigned outside = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        outside |= Domain == EDomain::NotNegative ? a[i] < 0.0 : std::abs(a[i]) > 1.0;
-    }
-    return outside == 0 && Unary<Function>(out, a, nullptr, nullptr, count);
+    return IsInDomain(Op, a, b, count) && Kernel(out, a, b, nullptr, count);
 }
 
-bool PowerKernel(double* out, const double* a, const double* b, const double*, std::size_t count)
+/// Whether any point fails a test, without a branch per point.
+template <class F>
+bool None(std::size_t count, F fails)
 {
-    unsigned infinite = 0;
+    unsigned failed = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        infinite |= static_cast<unsigned>(a[i] == 0.0) & static_cast<unsigned>(b[i] < 0.0);
+        failed |= static_cast<unsigned>(fails(i));
     }
-    return infinite == 0 && Binary<scalar::Power>(out, a, b, nullptr, count);
+    return failed == 0;
 }
 
 double Nint(double x)
@@ -104,15 +97,15 @@ constexpr void Put(TKernels& kernels, EOp op, FKernel kernel)
 TKernels LibraryKernels()
 {
     TKernels kernels{};
-    Put(kernels, EOp::Power, PowerKernel);
-    Put(kernels, EOp::Pow, PowerKernel);
+    Put(kernels, EOp::Power, Guarded<EOp::Power, Binary<scalar::Power>>);
+    Put(kernels, EOp::Pow, Guarded<EOp::Pow, Binary<scalar::Power>>);
     Put(kernels, EOp::Pwr, Binary<scalar::Pwr>);
     Put(kernels, EOp::Pwrs, Binary<scalar::Pwr>);
     Put(kernels, EOp::Atan2, Binary<std::atan2>);
-    Put(kernels, EOp::Log, Guarded<std::log, EDomain::NotNegative>);
-    Put(kernels, EOp::Log10, Guarded<std::log10, EDomain::NotNegative>);
-    Put(kernels, EOp::Asin, Guarded<std::asin, EDomain::UpToOne>);
-    Put(kernels, EOp::Acos, Guarded<std::acos, EDomain::UpToOne>);
+    Put(kernels, EOp::Log, Guarded<EOp::Log, Unary<std::log>>);
+    Put(kernels, EOp::Log10, Guarded<EOp::Log10, Unary<std::log10>>);
+    Put(kernels, EOp::Asin, Guarded<EOp::Asin, Unary<std::asin>>);
+    Put(kernels, EOp::Acos, Guarded<EOp::Acos, Unary<std::acos>>);
     Put(kernels, EOp::Exp, Unary<std::exp>);
     Put(kernels, EOp::Sin, Unary<std::sin>);
     Put(kernels, EOp::Cos, Unary<std::cos>);
@@ -167,6 +160,60 @@ const SSets& Sets()
 }
 
 } // namespace
+
+bool HasDomain(EOp op)
+{
+    switch (op) {
+    case EOp::Divide:
+    case EOp::Power:
+    case EOp::Pow:
+    case EOp::Log:
+    case EOp::Log10:
+    case EOp::Sqrt:
+    case EOp::Asin:
+    case EOp::Acos:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool IsInDomain(EOp op, const double* a, const double* b, std::size_t count)
+{
+    switch (op) {
+    case EOp::Divide:
+        return None(count, [&](std::size_t i) { return b[i] == 0.0; });
+    case EOp::Power:
+    case EOp::Pow:
+        return None(count, [&](std::size_t i) { return (a[i] == 0.0) & (b[i] < 0.0); });
+    case EOp::Log:
+    case EOp::Log10:
+    case EOp::Sqrt:
+        return None(count, [&](std::size_t i) { return a[i] < 0.0; });
+    case EOp::Asin:
+    case EOp::Acos:
+        return None(count, [&](std::size_t i) { return std::abs(a[i]) > 1.0; });
+    default:
+        return true;
+    }
+}
+
+bool IsCostly(EOp op)
+{
+    switch (op) {
+    case EOp::Sqrt:
+    case EOp::Abs:
+    case EOp::Int:
+    case EOp::Nint:
+    case EOp::Sgn:
+    case EOp::Max:
+    case EOp::Min:
+    case EOp::Sign:
+        return false;
+    default:
+        return op == EOp::Power || (op >= kFirstFunction && op <= kLastFunction);
+    }
+}
 
 std::size_t KernelSets()
 {
