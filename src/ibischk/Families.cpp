@@ -11,12 +11,12 @@ namespace {
 // The order of their steps at the end of a section and of the file: tables before the section that
 // holds them, what marks something as used before what tells that it isn't (cmpnt).
 constexpr const SFamily* kFamilies[] = {
-    &kHdrFamily,    &kPinFamily,       &kPkgFamily,      &kDifpinFamily,   &kMselFamily,
-    &kSswchFamily,  &kClockpinsFamily, &kBuslabelFamily, &kDspadFamily,    &kPdndmnFamily,
-    &kCrvFamily,    &kWvfrmFamily,     &kRampFamily,     &kRcvthFamily,    &kAlgmodFamily,
-    &kMdlFamily,    &kSubmdlFamily,    &kTestdataFamily, &kTestloadFamily, &kCircuitFamily,
-    &kNodeFamily,   &kCmpntFamily,     &kPkgmdlFamily,   &kMtxFamily,      &kEbdmdlFamily,
-    &kImsmdlFamily, &kEmdFamily,       &kEmdsetFamily,
+    &kHdrFamily,     &kPinFamily,       &kPkgFamily,      &kDifpinFamily,   &kMselFamily,
+    &kSswchFamily,   &kClockpinsFamily, &kBuslabelFamily, &kDspadFamily,    &kPdndmnFamily,
+    &kCrvFamily,     &kWvfrmFamily,     &kRampFamily,     &kRcvthFamily,    &kAlgmodFamily,
+    &kMdlFamily,     &kSubmdlFamily,    &kTestdataFamily, &kTestloadFamily, &kNodeFamily,
+    &kCircuitFamily, &kCmpntFamily,     &kPkgmdlFamily,   &kMtxFamily,      &kEbdmdlFamily,
+    &kImsmdlFamily,  &kEmdFamily,       &kEmdsetFamily,
 };
 
 std::array<SHandler, kKeywordCount> CollectHandlers()

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The curves of a model against each other: sums, load lines, waveforms, ramp.
-#include "ibischk/loadline.h"
-#include "ibischk/mdlparts.h"
+#include "ibischk/corner.h"
 #include "ibischk/tables.h"
 
 #include <algorithm>
@@ -13,62 +12,26 @@ namespace {
 
 constexpr double kEndWarning = 0.02; ///< of the swing between the load lines
 constexpr double kEndError = 0.1;
-constexpr double kLeastSwingV = 1e-3;
 constexpr double kTinyFall = 1e-3; ///< of the largest current
 
-/// What one corner of the open model does.
-struct SCorner
-{
-    std::size_t column = 0;
-    SRails rails;
-    double span = 0.0;
-    CPadCurrent low;
-    CPadCurrent high;
-    CPadCurrent clamps;
-    bool drivesLow = false;
-    bool drivesHigh = false;
-
-    [[nodiscard]] std::optional<double> Level(bool isHigh, double rOhm, double vFix) const
-    {
-        const CPadCurrent& pad = isHigh ? high : low;
-        return pad.Solve(rOhm, vFix, rails.Low() - 4 * span, rails.High() + 4 * span);
-    }
-};
-
-void AddClamps(const SModel& model, const SCorner& corner, CPadCurrent& to)
-{
-    to.Add(model.FindCurve(EKeyword::GNDClamp), corner.column, corner.rails.gndClamp,
-           EReference::Below);
-    to.Add(model.FindCurve(EKeyword::POWERClamp), corner.column, corner.rails.powerClamp,
-           EReference::Above);
-}
-
-SCorner MakeCorner(const SModel& model, const SModelType& type, std::size_t column)
-{
-    SCorner corner;
-    corner.column = column;
-    corner.rails = RailsOf(model, column);
-    if (!corner.rails.Complete()) {
-        return corner;
-    }
-    corner.span = corner.rails.Span();
-    const SCurve* down = model.FindCurve(EKeyword::Pulldown);
-    const SCurve* up = model.FindCurve(EKeyword::Pullup);
-    AddClamps(model, corner, corner.clamps);
-    if (type.IsEcl()) {
-        corner.low.Add(down, column, corner.rails.pulldown, EReference::Above);
-    } else {
-        corner.low.Add(down, column, corner.rails.pulldown, EReference::Below);
-    }
-    corner.high.Add(up, column, corner.rails.pullup, EReference::Above);
-    corner.drivesLow = !corner.low.Empty();
-    corner.drivesHigh = !corner.high.Empty();
-    AddClamps(model, corner, corner.low);
-    AddClamps(model, corner, corner.high);
-    return corner;
-}
-
 // --- sums --------------------------------------------------------------------------------------
+
+std::string FormatLines(std::uint32_t a, std::uint32_t b)
+{
+    return std::to_string(std::min(a, b)) + " to " + std::to_string(std::max(a, b));
+}
+
+/// Where each table of a sum stands at a voltage of the pad.
+void AddRows(CDetails& details, const CPadCurrent& current, double v)
+{
+    for (const CBranch& branch : current.Branches()) {
+        const SCurve& curve = branch.Curve();
+        const auto [row, next] = branch.RowsAt(v);
+        details.Add("table", KeywordText(curve.keyword))
+            .Add("row", static_cast<double>(std::min(row, next) + 1))
+            .Add("lines", FormatLines(curve.line[row], curve.line[next]));
+    }
+}
 
 void TellFall(SCheck& check, const SModelInfo& info, const SCorner& corner,
               const CPadCurrent& current, std::string_view what)
@@ -85,9 +48,14 @@ void TellFall(SCheck& check, const SModelInfo& info, const SCorner& corner,
     details.Add("corner", CornerName(corner.column))
         .Add("state", what)
         .Add("voltage", fall.voltage)
+        .Add("until", fall.end)
         .Add("falls", static_cast<double>(fall.count))
         .Add("size", fall.size)
         .Add("largest-current", fall.largest);
+    if (fall.largest > 0) {
+        details.Add("part-of-largest", fall.size / fall.largest);
+    }
+    AddRows(details, current, 0.5 * (fall.voltage + fall.end));
     check.report.Path().corner = CornerName(corner.column);
     check.report.Emit(fall.size < kTinyFall * fall.largest ? EReport::Note : EReport::Warning,
                       info.place, 1505, {info.name, what, CornerName(corner.column), fall.voltage},
@@ -149,14 +117,6 @@ void CheckTwice(SCheck& check, const SModelInfo& info, const SCorner& corner, EK
 }
 
 // --- waveforms ---------------------------------------------------------------------------------
-
-double FixtureVoltage(const SWaveform& table, std::size_t column)
-{
-    const double own = column == 1   ? table.vFixtureMin
-                       : column == 2 ? table.vFixtureMax
-                                     : table.vFixture;
-    return STriple::Has(own) ? own : table.vFixture;
-}
 
 struct SEnd
 {
@@ -275,25 +235,49 @@ void CheckVmeas(SCheck& check, const SModelInfo& info, const SCorner& corner)
 
 // --- columns -----------------------------------------------------------------------------------
 
-/// Tables with numbers for a corner that has no supply, and waveforms for one without tables.
+/// What of the model has numbers in a column.
+struct SColumnUse
+{
+    bool tables = false;
+    bool ramp = false;
+    const SWaveform* waveform = nullptr; ///< the first
+
+    [[nodiscard]] std::string_view Text() const
+    {
+        return tables ? "the I-V tables have" : ramp ? "[Ramp] has" : "the waveforms have";
+    }
+    [[nodiscard]] bool Any() const { return tables || ramp || waveform != nullptr; }
+};
+
+SColumnUse UseOf(const SModel& model, std::size_t column)
+{
+    SColumnUse use;
+    for (std::size_t i = 0; i < model.curveCount; ++i) {
+        use.tables = use.tables || HasNumbers(model.curves[i].current[column]);
+    }
+    use.ramp = STriple::Has(model.ramp.riseSwing.Column(column)) ||
+               STriple::Has(model.ramp.fallSwing.Column(column));
+    for (std::size_t i = 0; i < model.waveformCount && use.waveform == nullptr; ++i) {
+        if (HasNumbers(model.waveforms[i].value[column])) {
+            use.waveform = &model.waveforms[i];
+        }
+    }
+    return use;
+}
+
+/// Numbers for a corner that has no supply, and waveforms for one without tables. A corner that
+/// has its supply but no tables takes those of typ, which is legal.
 void CheckColumns(SCheck& check, const SModelInfo& info)
 {
     const SModel& model = check.data.model;
     for (const std::size_t column : {1U, 2U}) {
-        bool tables = false;
-        for (std::size_t i = 0; i < model.curveCount; ++i) {
-            tables = tables || HasNumbers(model.curves[i].current[column]);
+        const SColumnUse use = UseOf(model, column);
+        if (use.Any() && !RailsOf(model, column).Complete() && RailsOf(model, 0).Complete()) {
+            check.report.WarningAt(info.place, 1511, info.name, use.Text(), CornerName(column));
         }
-        const bool supply = RailsOf(model, column).Complete();
-        if (tables && !supply && RailsOf(model, 0).Complete()) {
-            check.report.WarningAt(info.place, 1511, info.name, CornerName(column));
-        }
-        for (std::size_t i = 0; i < model.waveformCount && model.curveCount > 0 && !tables; ++i) {
-            if (HasNumbers(model.waveforms[i].value[column])) {
-                check.report.NoteAt(model.waveforms[i].place, 1512,
-                                    KeywordText(model.waveforms[i].keyword), CornerName(column));
-                break;
-            }
+        if (use.waveform != nullptr && model.curveCount > 0 && !use.tables) {
+            check.report.NoteAt(use.waveform->place, 1512, KeywordText(use.waveform->keyword),
+                                CornerName(column));
         }
     }
 }
@@ -309,8 +293,10 @@ void CheckConsistency(SCheck& check)
         return;
     }
     CheckColumns(check, info);
-    for (std::size_t column = 0; column < 3; ++column) {
-        const SCorner corner = MakeCorner(check.data.model, type, column);
+    const SModel& model = check.data.model;
+    const CCorners corners = {MakeCorner(model, type, 0), MakeCorner(model, type, 1),
+                              MakeCorner(model, type, 2)};
+    for (const SCorner& corner : corners) {
         if (!(corner.span > 0)) {
             continue;
         }
@@ -318,7 +304,7 @@ void CheckConsistency(SCheck& check)
         if (type.Drives() && !type.IsEcl() && (corner.drivesLow || corner.drivesHigh)) {
             CheckWaveformEnds(check, corner);
         }
-        if (column == 0 && type.Drives() && !type.IsEcl()) {
+        if (corner.column == 0 && type.Drives() && !type.IsEcl()) {
             CheckRest(check, info, corner);
             CheckTwice(check, info, corner, EKeyword::Pulldown, EKeyword::GNDClamp);
             CheckTwice(check, info, corner, EKeyword::Pullup, EKeyword::POWERClamp);
@@ -327,6 +313,7 @@ void CheckConsistency(SCheck& check)
             CheckVmeas(check, info, corner);
         }
     }
+    CheckCornersTogether(check, info, corners);
 }
 
 } // namespace zov::ibischk

@@ -97,12 +97,16 @@ int CheckVoltageOrder(SCheck& check, const SCurve& curve)
     for (std::size_t i = 1; i < v.size(); ++i) {
         if (v[i] == v[i - 1]) {
             if (!equalTold) {
-                check.report.WarningAt({curve.line[i], 1}, 1406, check.report.Path().table, v[i]);
+                CDetails details;
+                details.Add("row", static_cast<double>(i + 1)).Add("voltage", v[i]);
+                check.report.Emit(EReport::Warning, {curve.line[i], 1}, 1406,
+                                  {check.report.Path().table, v[i]}, details.All());
                 equalTold = true;
             }
         } else if ((v[i] > v[i - 1]) != rises) {
             CDetails details;
-            details.Add("line", static_cast<double>(curve.line[i]))
+            details.Add("row", static_cast<double>(i + 1))
+                .Add("line", static_cast<double>(curve.line[i]))
                 .Add("voltage", v[i])
                 .Add("before", v[i - 1]);
             check.report.Emit(EReport::Error, {curve.line[i], 1}, 1407,
@@ -144,6 +148,33 @@ constexpr SHandler kHandlers[] = {
 } // namespace
 
 const SFamily kCrvFamily = {"crv", kHandlers, {}, nullptr};
+
+double SCurve::LastDigit(std::size_t row, std::size_t column) const
+{
+    SRow words;
+    ScanRow(text[row], words);
+    return LastDigitOf(words.token[column + 1]);
+}
+
+std::optional<double> SCurve::At(double v, std::size_t column) const
+{
+    const std::vector<double>& i = current[column];
+    std::optional<std::size_t> before;
+    for (std::size_t row = 0; row < voltage.size(); ++row) {
+        if (!STriple::Has(i[row])) {
+            continue;
+        }
+        if (voltage[row] == v) {
+            return i[row];
+        }
+        if (before && (voltage[*before] < v) != (voltage[row] < v)) {
+            const double part = (v - voltage[*before]) / (voltage[row] - voltage[*before]);
+            return i[*before] + part * (i[row] - i[*before]);
+        }
+        before = row;
+    }
+    return std::nullopt;
+}
 
 void SCurve::Clear(EKeyword of, SPlace at)
 {

@@ -8,6 +8,7 @@
 #include "ibischk/Values.h"
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -26,6 +27,10 @@ struct SCurve
     int direction = 0; ///< of the voltage: 1 rises, -1 falls, 0 neither: the table can't be used
 
     void Clear(EKeyword of, SPlace at);
+    /// One unit in the last digit that the file shows of a current, ampere.
+    [[nodiscard]] double LastDigit(std::size_t row, std::size_t column) const;
+    /// The current at a table voltage; none outside the table, or where the column has no numbers.
+    [[nodiscard]] std::optional<double> At(double v, std::size_t column) const;
 };
 
 extern const SFamily kCrvFamily;

@@ -53,14 +53,8 @@ std::size_t CBranch::Segment(double v, std::size_t first, std::size_t last) cons
 
 double CBranch::RoundingAt(double v) const
 {
-    const std::size_t i = Segment(v);
-    double digit = 0.0;
-    for (const std::size_t row : {m_row[i], m_row[i + 1]}) {
-        SRow words;
-        ScanRow(m_curve->text[row], words);
-        digit = std::max(digit, LastDigitOf(words.token[m_column + 1]));
-    }
-    return digit;
+    const auto [row, next] = RowsAt(v);
+    return std::max(m_curve->LastDigit(row, m_column), m_curve->LastDigit(next, m_column));
 }
 
 void CPadCurrent::Add(const SCurve* curve, std::size_t column, double reference, EReference how)
@@ -174,7 +168,10 @@ SFall CPadCurrent::FindFalls(double low, double high) const
         fall.largest = std::max({fall.largest, std::abs(current), std::abs(currentBefore)});
         const double drop = currentBefore - current;
         if (drop > kLeastFall && drop > RoundingAt(0.5 * (before + v))) {
-            fall.voltage = fall.count++ == 0 ? before : fall.voltage;
+            if (fall.count++ == 0) {
+                fall.voltage = before;
+                fall.end = v;
+            }
             fall.size += drop;
         }
         before = v;

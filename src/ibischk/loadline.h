@@ -9,6 +9,8 @@
 #include "ibischk/crv.h"
 
 #include <optional>
+#include <span>
+#include <utility>
 #include <vector>
 
 namespace zov::ibischk {
@@ -49,7 +51,13 @@ public:
     [[nodiscard]] double RoundingAt(double v) const;
     [[nodiscard]] const std::vector<double>& Voltages() const { return m_v; }
     [[nodiscard]] bool Empty() const { return m_v.size() < 2; }
-    [[nodiscard]] EKeyword Keyword() const { return m_curve->keyword; }
+    [[nodiscard]] const SCurve& Curve() const { return *m_curve; }
+    /// The row of the table at the lower end of the piece that a voltage lies in, and the other.
+    [[nodiscard]] std::pair<std::size_t, std::size_t> RowsAt(double v) const
+    {
+        const std::size_t i = Segment(v);
+        return {m_row[i], m_row[i + 1]};
+    }
 
 private:
     const SCurve* m_curve;
@@ -64,6 +72,7 @@ private:
 struct SFall
 {
     double voltage = 0.0; ///< where the first begins
+    double end = 0.0;     ///< and ends
     double size = 0.0;    ///< of all together, ampere
     double largest = 0.0; ///< current in the range, ampere
     std::size_t count = 0;
@@ -75,6 +84,7 @@ public:
     void Add(const SCurve* curve, std::size_t column, double reference, EReference how);
 
     [[nodiscard]] bool Empty() const { return m_branches.empty(); }
+    [[nodiscard]] std::span<const CBranch> Branches() const { return m_branches; }
     [[nodiscard]] double At(double v) const;
     /// Where the current through R to Vfix equals that into the pad.
     /// @return none when there is no crossing between low and high

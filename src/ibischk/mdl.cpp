@@ -246,6 +246,7 @@ void CloseModelSection(SCheck& check)
     CheckModelRules(check);
     CheckSupplies(check);
     CheckModelTables(check);
+    CheckCurveShapes(check);
     CheckRamp(check);
     CheckWaveforms(check);
     CheckInitialDelay(check, EKeyword::RisingWaveform, EKeyword::FallingWaveform);
@@ -261,6 +262,11 @@ void FinishModels(SCheck& check)
 {
     for (const SModelInfo& info : check.data.models) {
         const SModelType& type = info.Type();
+        if (info.bothThresholds.line != 0 && !type.IsDiff() && !InDiffPair(check, info.name)) {
+            const CPathScope path(check.report,
+                                  {{}, info.name, KeywordText(EKeyword::ReceiverThresholds), {}});
+            check.report.NoteAt(info.bothThresholds, 2012, info.name);
+        }
         if (!type.receives || info.hasThresholds || type.IsDiff()) {
             continue;
         }

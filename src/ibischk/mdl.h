@@ -102,6 +102,7 @@ struct SModelInfo
     bool hasExternalReference = false;
     bool hasAlgorithmicModel = false;
     bool hasThresholds = false;
+    SPlace bothThresholds; ///< of [Receiver Thresholds] with single-ended and differential ones
     bool hasGndClamp = false;
     bool hasPowerClamp = false;
     bool hasPulldown = false;
@@ -150,8 +151,6 @@ struct SModel
     double cref = kAbsent;
     double rrefDiff = kAbsent;
     double crefDiff = kAbsent;
-    std::string_view typeText;
-    SPlace typePlace;
     bool enable = false;
     STriple cornerCComp[5]; ///< of [C Comp Corner], as cComp
     std::uint64_t cornerSeen = 0;
@@ -160,11 +159,7 @@ struct SModel
     std::uint64_t specSeen = 0;
     SPlace specPlace;
     std::uint64_t emiSeen = 0;
-    STriple ttGnd;
-    STriple ttPower;
     bool hasTerminator = false;
-    STriple rac;
-    STriple cac;
     std::vector<SSeriesState> series;
     SDiffModels diffModels; ///< kept over Clear
     STriple cComp[5];       ///< total, pullup, pulldown, power clamp, GND clamp; farad

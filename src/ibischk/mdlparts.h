@@ -94,6 +94,8 @@ void CloseEmiModel(SCheck& check);
 // --- when the model ends -----------------------------------------------------------------------
 void CheckModelRules(SCheck& check);
 void CheckModelTables(SCheck& check);
+/// Each I-V table of the model or submodel by itself.
+void CheckCurveShapes(SCheck& check);
 /// The model's curves against each other.
 void CheckConsistency(SCheck& check);
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Temperature, voltages, references and transit times of a model or submodel.
+#include "base/Text.h"
 #include "ibischk/mdlparts.h"
 
 namespace zov::ibischk {
@@ -159,6 +160,17 @@ void CheckSupplyRequired(SCheck& check, const SModelInfo& info)
     }
 }
 
+/// A [C Comp Model] may refer to it too, and what its circuit does is not known.
+void CheckExternalReference(SCheck& check, const SModelInfo& info)
+{
+    const SModel& model = check.data.model;
+    const bool used = EqualsNoCase(model.thresholds.referenceSupply, "Ext_ref") ||
+                      model.external.HasPort("A_extref") || check.state.Has(EKeyword::CCompModel);
+    if (check.state.Has(EKeyword::ExternalReference) && !used) {
+        check.report.NoteAt(info.place, 3014, info.name);
+    }
+}
+
 void CheckSupplies(SCheck& check)
 {
     const SModelInfo& info = OpenModel(check);
@@ -170,6 +182,7 @@ void CheckSupplies(SCheck& check)
         CompareReferences(check, EKeyword::PullupReference, EKeyword::PulldownReference, true);
     }
     CompareReferences(check, EKeyword::POWERClampReference, EKeyword::GNDClampReference, false);
+    CheckExternalReference(check, info);
     CheckTransits(check, info.hasGndClamp, info.hasPowerClamp);
 }
 

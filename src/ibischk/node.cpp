@@ -287,10 +287,15 @@ void CheckPorts(SCheck& check, const SCircuitCall& call, const SExternal& circui
     if (mapped >= ports.Size()) {
         return;
     }
-    const auto missing = std::ranges::find_if(circuit.ports, [&call](const SExternalPort& port) {
-        return !call.portNames.Find(port.name);
-    });
-    check.report.WarningAt(call.place, 2609, missing->name, circuit.name, ports.Size() - mapped);
+    // The simulator's ground needs no node.
+    const auto isMissing = [&call](const SExternalPort& port) {
+        return port.name != "A_gnd" && !call.portNames.Find(port.name);
+    };
+    const auto missing = std::ranges::find_if(circuit.ports, isMissing);
+    if (missing != circuit.ports.end()) {
+        check.report.WarningAt(call.place, 2609, missing->name, circuit.name,
+                               std::ranges::count_if(circuit.ports, isMissing));
+    }
 }
 
 void FinishCalls(SCheck& check)

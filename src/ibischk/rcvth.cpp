@@ -164,7 +164,7 @@ void CheckThresholds(SCheck& check)
     if (!check.state.Has(EKeyword::ReceiverThresholds)) {
         return;
     }
-    const SModelInfo& info = OpenModel(check);
+    SModelInfo& info = OpenModel(check);
     const SReceiverThresholds& t = check.data.model.thresholds;
     const CPathScope path(check.report,
                           {{}, info.name, KeywordText(EKeyword::ReceiverThresholds), {}});
@@ -173,7 +173,9 @@ void CheckThresholds(SCheck& check)
     }
     const bool single = CheckSet(check, kSingleEnded, "single-ended");
     const bool differential = CheckSet(check, kDifferential, "differential");
-    if (!single && !differential) {
+    if (single && differential) {
+        info.bothThresholds = t.place;
+    } else if (!single && !differential) {
         check.report.ErrorAt(t.place, 2011);
     }
     CheckSupply(check, t);

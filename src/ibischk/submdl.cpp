@@ -274,6 +274,7 @@ void CloseSubmodel(SCheck& check)
     } else if (check.data.model.seen == 0) {
         check.report.ErrorAt(submodel.place, 1713, submodel.name);
     }
+    CheckCurveShapes(check);
     CheckTransits(check, check.state.Has(EKeyword::SubmodelGNDClamp),
                   check.state.Has(EKeyword::SubmodelPOWERClamp));
     CheckInitialDelay(check, EKeyword::SubmodelRisingWaveform, EKeyword::SubmodelFallingWaveform);

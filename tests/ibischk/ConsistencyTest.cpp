@@ -29,11 +29,37 @@ std::string Swapped(std::string_view from, std::string_view to)
     return body.replace(body.find(from), from.size(), to);
 }
 
+/// The edge with the supply current at its end.
+std::string Current(std::string_view last)
+{
+    return Wave("0 0 NA NA\n1n 0 NA NA\n2n 2.5 NA NA\n3n 2.5 NA NA\n[Composite Current]\n"
+                "0 0 NA NA\n3n ") +
+           std::string(last) + " NA NA\n";
+}
+
+/// With all corners, and these rows of the pulldown.
+std::string Corners(std::string_view pulldown)
+{
+    return "[Model] m\nModel_type Output\n[Voltage Range] 3 3 3\n[Pulldown]\n" +
+           std::string(pulldown) + "[Pullup]\n-3 0.3 0.2 0.4\n6 -0.6 -0.4 -0.8\n";
+}
+
 TEST(Consistency, GoodDriverIsSilent)
 {
     const SChecked checked = CheckText(Ibs("3.2", Wave("0 0 NA NA\n1n 0 NA NA\n2n 2.5 NA NA\n"
                                                        "3n 2.5 NA NA\n")));
     EXPECT_EQ(Codes(checked, 1500, 1599), "");
+    const std::string silent[] = {
+        Current("0.05"),
+        std::string(kDriver) + "[ISSO PD]\n-3 0.3 NA NA\n3 0.3 NA NA\n",
+        Corners("-3 -0.3 -0.2 -0.4\n6 0.6 0.4 0.8\n"),
+        // A termination of 5 kohm runs through both rails.
+        std::string(kDriver) + "[POWER Clamp]\n-3 0.0006 NA NA\n9 -0.0018 NA NA\n",
+    };
+    for (const std::string& body : silent) {
+        const SChecked good = CheckText(Ibs("5.1", body));
+        EXPECT_EQ(Codes(good, 1500, 1599), "") << good.text;
+    }
 }
 
 TEST(Consistency, EveryRuleFires)
@@ -60,9 +86,23 @@ TEST(Consistency, EveryRuleFires)
         {"ramp-swing", Swapped("dV/dt_r 1.5", "dV/dt_r 0.1"), "W1509@17"},
         {"corner-supply", Swapped("6 0.6 NA", "6 0.6 0.5"), "W1511@4"},
         {"corner-tables", Wave("0 0 0 NA\n2n 2.5 2.5 NA\n"), "N1512@20"},
+        {"corner-supply", Swapped("dV/dt_r 1.5/0.5n NA", "dV/dt_r 1.5/0.5n 1/1n"), "W1511@4"},
+        {"clamp-foreign",
+         std::string(kDriver) + "[POWER Clamp]\n-3 0.1 NA NA\n0 0 NA NA\n3 0 NA NA\n4 -0.1 NA NA\n",
+         "N1508@24"},
+        {"ramp-slew", Wave("0 0 NA NA\n1n 0 NA NA\n11n 2.5 NA NA\n12n 2.5 NA NA\n"), "N1510@17"},
+        {"isso-saturation", std::string(kDriver) + "[ISSO PD]\n-3 0.5 NA NA\n3 0.5 NA NA\n",
+         "N1513@20"},
+        {"corner-strength", Corners("-3 -0.3 -0.4 -0.2\n6 0.6 0.8 0.4\n"), "N1514@4"},
+        {"current-rest", Current("0.2"), "N1515@27"},
+        {"threshold-rails",
+         "[Model] m\nModel_type Input\nVinl = 0.8\nVinh = 3.5\n[Voltage Range] 3 NA NA\n",
+         "C1516@4"},
     };
     for (const auto& c : kCases) {
-        ExpectRule({"consistency/" + std::string(c.rule), "3.2", c.body, c.expected});
+        const bool late = c.rule == "isso-saturation" || c.rule == "current-rest";
+        ExpectRule(
+            {"consistency/" + std::string(c.rule), late ? "5.1" : "3.2", c.body, c.expected});
     }
 }
 

@@ -114,6 +114,7 @@ TEST(Model, EveryRuleOfSuppliesFires)
         {"supply/voltage-size", "3.2", "", "[Model] m\n[Voltage Range] 33 30 36\n", "C3009@5"},
         {"supply/temperature-size", "3.2", "", "[Model] m\n[Temperature Range] 25 0 300\n",
          "C3010@5"},
+        {"supply/external-reference", "4.2", kInput, "[External Reference] 1 NA NA\n", "N3014@4"},
         {"supply/transit-negative", "3.2", kInput, "[TTgnd] -1n NA NA\n", "E3011@15"},
         {"supply/transit-clamp", "3.2", kInput, "[TTpower] 1n NA NA\n", "W3012@4"},
         {"supply/transit-size", "3.2", kInput, "[TTgnd] 1 NA NA\n", "C3013@15"},
