@@ -17,6 +17,8 @@ constexpr std::string_view kTexts[] = {
     ,
 #include "ibischk/explain/Model.inc"
     ,
+#include "ibischk/explain/Curves.inc"
+    ,
 #include "ibischk/explain/Package.inc"
     ,
 #include "ibischk/explain/Module.inc"

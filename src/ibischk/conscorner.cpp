@@ -294,7 +294,8 @@ void CheckForeignClamp(SCheck& check, const SCorner& typ, EKeyword keyword)
     const double atRail = inside(s);
     for (std::size_t row = 0; row < curve->voltage.size(); ++row) {
         const double current = curve->current[typ.column][row];
-        if (!(curve->voltage[row] > s) || !(std::abs(current) - atRail > kLeastA)) {
+        if (!(curve->voltage[row] > s) ||
+            !(std::abs(current) - atRail * curve->voltage[row] / s > kLeastA)) {
             continue;
         }
         CDetails details = PointOf(*curve, typ.column, row);

@@ -13,6 +13,7 @@ namespace zov::ibischk {
 namespace {
 
 constexpr std::size_t kMaxRows = 100;
+constexpr std::size_t kMaxVds = 100; ///< as many tables as a state may have
 
 SCurve& OpenCurve(SCheck& check)
 {
@@ -75,7 +76,9 @@ void TakeVds(SCheck& check, const SLine& line)
         } else if (!known.empty() && (known.front() > 0) != (*value > 0)) {
             check.report.WarningAt(line.Place(), 2854, *value, known.front());
         }
-        known.push_back(*value);
+        if (known.size() < kMaxVds) {
+            known.push_back(*value);
+        }
     }
 }
 
@@ -151,6 +154,10 @@ const SFamily kCrvFamily = {"crv", kHandlers, {}, nullptr};
 
 double SCurve::LastDigit(std::size_t row, std::size_t column) const
 {
+    // "0" is exact, however it is written.
+    if (current[column][row] == 0) {
+        return 0.0;
+    }
     SRow words;
     ScanRow(text[row], words);
     return LastDigitOf(words.token[column + 1]);

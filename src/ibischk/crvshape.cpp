@@ -110,7 +110,8 @@ STurns FindTurns(const SShape& shape, std::size_t column)
             const double step = sense * (current[row] - current[before]);
             turns.along += std::max(step, 0.0);
             if (step < -kLeastTurnA &&
-                -step > std::max(curve.LastDigit(before, column), curve.LastDigit(row, column))) {
+                -step > kDigitSlack * std::max(curve.LastDigit(before, column),
+                                               curve.LastDigit(row, column))) {
                 turns.against -= step;
                 if (turns.count++ == 0) {
                     turns.before = before;
@@ -132,7 +133,8 @@ void TellTurn(SCheck& check, const SShape& shape, std::size_t column, const STur
         .Add("voltage-before", curve.voltage[turns.before])
         .Add("turns", static_cast<double>(turns.count));
     AddFault(details, curve, column, turns.against);
-    if (shape.kind == curve.keyword && shape.kind != EKeyword::SeriesCurrent) {
+    // The sum has the first table of a keyword.
+    if (shape.rails.Complete() && check.data.model.FindCurve(shape.kind) == &curve) {
         AddSum(details, check.data.model, OpenModel(check).Type(), curve.keyword, column);
     }
     check.report.Path().corner = CornerName(column);
@@ -197,7 +199,7 @@ bool AllZero(const SCurve& curve)
 }
 
 /// A switch that carries current without voltage. Current-mode drivers do.
-void CheckAtZero(SCheck& check, const SShape& shape)
+void CheckAtZero(SCheck& check, const SShape& shape, std::string_view model)
 {
     constexpr double kLeastA = 1e-3;
     constexpr double kPart = 0.02;
@@ -206,6 +208,9 @@ void CheckAtZero(SCheck& check, const SShape& shape)
         const double largest = LargestOf(shape.curve.current[column]);
         if (!current || std::abs(*current) <= kLeastA || std::abs(*current) <= kPart * largest) {
             continue;
+        }
+        if (InDiffPair(check, model)) {
+            return;
         }
         CDetails details;
         details.Add("table", KeywordText(shape.curve.keyword)).Add("corner", CornerName(column));
@@ -387,9 +392,7 @@ void CheckDriver(SCheck& check, const SShape& shape, const SModelInfo& info, con
     if (type.IsEcl() || type.IsDiff()) {
         return;
     }
-    if (!InDiffPair(check, info.name)) {
-        CheckAtZero(check, shape);
-    }
+    CheckAtZero(check, shape, info.name);
     if (shape.supply > 0) {
         CheckStrength(check, shape);
     }

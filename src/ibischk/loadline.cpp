@@ -167,7 +167,7 @@ SFall CPadCurrent::FindFalls(double low, double high) const
         const double current = sumAt(v);
         fall.largest = std::max({fall.largest, std::abs(current), std::abs(currentBefore)});
         const double drop = currentBefore - current;
-        if (drop > kLeastFall && drop > RoundingAt(0.5 * (before + v))) {
+        if (drop > kLeastFall && drop > kDigitSlack * RoundingAt(0.5 * (before + v))) {
             if (fall.count++ == 0) {
                 fall.voltage = before;
                 fall.end = v;

@@ -78,6 +78,9 @@ struct SFall
     std::size_t count = 0;
 };
 
+/// A step of just one digit is not more than it, though binary fractions may say so.
+constexpr double kDigitSlack = 1 + 1e-6;
+
 class CPadCurrent
 {
 public:

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 namespace zov::ibischk {
 
@@ -82,7 +83,7 @@ constexpr SSubParameter kRows[] = {
     {"Rref_diff", V42, Without},
     {"Cref_diff", V42, Without},
 };
-static_assert(std::size(kRows) <= std::size(SModel{}.spec));
+static_assert(std::size(kRows) <= std::extent_v<decltype(SModel::spec)>);
 
 bool Seen(const SModel& model, std::size_t row)
 {

@@ -25,6 +25,8 @@ constexpr SSubParameter kRows[] = {
 
 constexpr double kShortestS = 1e-12;
 constexpr double kLongestS = 1e-6;
+constexpr double kSlowestVPerS = 1e6;
+constexpr double kFastestVPerS = 1e12;
 
 struct SFraction
 {
@@ -66,9 +68,15 @@ void CheckSlew(SCheck& check, SPlace place, std::string_view name, const STriple
     if (slow > fast) {
         check.report.NoteAt(place, 1108, name, slow, fast);
     }
-    for (const double t : {time.typ, time.min, time.max}) {
+    for (std::size_t c = 0; c < 3; ++c) {
+        const double t = time.Column(c);
+        const double slew = swing.Column(c) / t;
         if (t < kShortestS || t > kLongestS) {
             check.report.Caution(place, 1109, check.report.Path().model, t, name);
+            return;
+        }
+        if (slew < kSlowestVPerS || slew > kFastestVPerS) {
+            check.report.Caution(place, 1111, check.report.Path().model, slew, name);
             return;
         }
     }

@@ -54,6 +54,14 @@ void CheckFixtures(SCheck& check, const SModelType& type, const SWaveform& table
     if (!typ.Complete()) {
         return;
     }
+    constexpr double kAside = 0.2;
+    const double slack = kAside * typ.Span();
+    const bool inOrder = !(table.vFixtureMin > table.vFixtureMax); // told otherwise
+    if (inOrder && (table.vFixtureMin - table.vFixture > slack ||
+                    table.vFixture - table.vFixtureMax > slack)) {
+        check.report.NoteAt(table.place, 1317, keyword, table.vFixtureMin, table.vFixture,
+                            table.vFixtureMax);
+    }
     const bool tooLow = type.drives == EDrives::DownOnly && table.vFixture <= typ.pulldown;
     const bool tooHigh = type.drives == EDrives::UpOnly && table.vFixture >= typ.pullup;
     if (tooLow || tooHigh) {
@@ -155,7 +163,8 @@ void CheckWaveforms(SCheck& check)
             continue;
         }
         check.report.Path().table = KeywordText(table.keyword);
-        for (std::size_t j = 0; j < i; ++j) {
+        // More tables than are allowed were told already.
+        for (std::size_t j = 0; j < std::min(i, 2 * kMaxTables); ++j) {
             if (SameFixture(tables[j], table)) {
                 check.report.WarningAt(table.place, 1315, KeywordText(table.keyword),
                                        tables[j].place.line);

@@ -15,7 +15,7 @@ std::string Model(std::string_view type, std::string_view tables)
 }
 
 constexpr std::string_view kTurn =
-    "[Pulldown]\n-3 -0.3 NA NA\n0 0 NA NA\n3 0.3 NA NA\n6 0.2 NA NA\n";
+    "[Pulldown]\n-3 -0.3 NA NA\n0 0 NA NA\n3 0.300 NA NA\n6 0.200 NA NA\n";
 
 TEST(CurveShape, EveryRuleFires)
 {
@@ -27,11 +27,11 @@ TEST(CurveShape, EveryRuleFires)
     } kCases[] = {
         {"monotonic", Model("Output", kTurn), "N1408@11"},
         {"monotonic",
-         "[Model] m\nModel_type Series\n[Series Current]\n-3 -1 NA NA\n0 0 NA NA\n3 -1 NA NA\n",
+         "[Model] m\nModel_type Series\n[Series Current]\n-3 -1.0 NA NA\n0 0 NA NA\n3 -1.0 NA NA\n",
          "N1408@9"},
         {"monotonic",
          "[Submodel] s\nSubmodel_type Dynamic_clamp\n[GND Clamp]\n-3 -1 NA NA\n0 0 NA NA\n"
-         "1 -0.5 NA NA\n",
+         "1 -0.50 NA NA\n",
          "N1408@9"},
         {"direction", Model("Output", "[Pulldown]\n-3 0.3 NA NA\n6 -0.6 NA NA\n"), "W1409@7"},
         {"direction", Model("Output", "[Pullup]\n-3 -0.3 NA NA\n6 0.6 NA NA\n"), "W1409@7"},

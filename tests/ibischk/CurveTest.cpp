@@ -63,6 +63,7 @@ TEST(Ramp, EveryRuleFires)
         {"ramp/load-positive", "3.2", "[Model] m\n[Ramp]\nR_load = 0\n", "E1107@6"},
         {"ramp/corner-order", "3.2", "[Model] m\n[Ramp]\ndV/dt_r 1/1n 1/0.5n 1/1n\n", "N1108@6"},
         {"ramp/time-size", "3.2", "[Model] m\n[Ramp]\ndV/dt_r 1/1 NA NA\n", "C1109@6"},
+        {"ramp/slew-size", "3.2", "[Model] m\n[Ramp]\ndV/dt_r 1n/1n NA NA\n", "C1111@6"},
         {"ramp/swing", "3.2",
          "[Model] m\nModel_type Output\n[Voltage Range] 3 3 3\n[Ramp]\ndV/dt_r 4/1n NA NA\n",
          "W1110@7"},
@@ -81,6 +82,10 @@ TEST(Waveform, EveryRuleOfFormFires)
     const auto with = [kHead](std::string_view more) { return std::string(kHead).append(more); };
     const std::string table =
         "[Rising Waveform]\nR_fixture = 50\nV_fixture = 0\n0 0 0 0\n1n 1 1 1\n";
+    std::string many = "[Model] m\nModel_type Output\n";
+    for (int i = 0; i <= 100; ++i) {
+        many += table;
+    }
     const struct
     {
         std::string_view rule;
@@ -106,6 +111,8 @@ TEST(Waveform, EveryRuleOfFormFires)
          "R_fixture = 50\nV_fixture = 3\n0 0 0 0\n1n 1 1 1\n",
          "N1316@7"},
         {"waveform/fixture-order", with("V_fixture_min = 1\nV_fixture_max = 0\n"), "N1317@9"},
+        {"waveform/fixture-order", with("V_fixture_min = 1\n0 0 0 0\n1n 1 1 1\n"), "N1317@9"},
+        {"waveform/tables-most", many, "E1314@4"},
         {"waveform/fixture-side",
          "[Model] m\nModel_type Open_sink\n[Voltage Range] 3 2 4\n" + table, "W1319@7"},
         {"waveform/pair", with("0 0 0 0\n1n 1 1 1\n"), "W1320@4"},

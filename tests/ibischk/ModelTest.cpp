@@ -10,7 +10,7 @@ namespace {
 // Lines 4 to 14, then what a test adds.
 constexpr std::string_view kInput = "[Model] m\nModel_type Input\nVinl = 0.8\nVinh = 2.0\n"
                                     "C_comp 5p 4p 6p\n[Voltage Range] 3.3 3.0 3.6\n"
-                                    "[GND Clamp]\n-3.3 -0.1 -0.1 -0.1\n-0.6 0 0 0\n"
+                                    "[GND Clamp]\n-3.3 -0.1 -0.09 -0.11\n-0.6 0 0 0\n"
                                     "0 0 0 0\n3.3 0 0 0\n";
 constexpr std::string_view kOutput =
     "[Model] m\nModel_type Output\nVmeas = 1.5\nVref = 0\nRref = 50\nC_comp 5p 4p 6p\n"
