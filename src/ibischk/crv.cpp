@@ -154,13 +154,12 @@ const SFamily kCrvFamily = {"crv", kHandlers, {}, nullptr};
 
 double SCurve::LastDigit(std::size_t row, std::size_t column) const
 {
-    // "0" is exact, however it is written.
-    if (current[column][row] == 0) {
-        return 0.0;
-    }
     SRow words;
     ScanRow(text[row], words);
-    return LastDigitOf(words.token[column + 1]);
+    const std::string_view word = words.token[column + 1];
+    // A bare "0" means no current at all; "0.000" is rounded like its neighbours.
+    const bool exact = current[column][row] == 0 && word.find('.') == std::string_view::npos;
+    return exact ? 0.0 : LastDigitOf(word);
 }
 
 std::optional<double> SCurve::At(double v, std::size_t column) const
