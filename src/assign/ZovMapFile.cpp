@@ -207,8 +207,14 @@ std::size_t ImportAssignments(const CZovMapFile& map, CAssignTable& table, const
     std::size_t assigned = 0;
     for (const SPending& one :
          pending) { // in the design's order: a component before its designators
-        if (one.record != nullptr) {
-            table.SetModel(*one.row, {owners.at(one.record), one.record, one.record->Type()});
+        if (one.record == nullptr) {
+            continue;
+        }
+        const SModelRef model{owners.at(one.record), one.record, one.record->Type()};
+        const bool follows =
+            !one.row->refdes.empty() && table.ModelsOf(*one.row) == std::vector{model};
+        if (!follows) {
+            table.SetModel(*one.row, model);
             ++assigned;
         }
     }

@@ -49,7 +49,8 @@ private:
 [[nodiscard]] CZovMapFile ExportAssignments(CAssignTable& table, const CLibrarySet& set);
 
 /// Gives the rows of the design the models that the map names; rows of which it says nothing, and
-/// models that are not there, change nothing. Returns the number of rows that got a model.
+/// models that are not there, change nothing. A designator whose component has that model already
+/// goes on to follow it. Returns the number of rows that got a model.
 std::size_t ImportAssignments(const CZovMapFile& map, CAssignTable& table, const CLibrarySet& set);
 
 /// What differs between two maps, without regard to case and to the order of the rows.

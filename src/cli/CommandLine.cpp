@@ -35,6 +35,10 @@ constexpr const char* kNetFooter = R"(Examples:
   zov net info capacitor.s2p
   zov net convert filter.s2p filter.ts --type Z --format RI)";
 
+constexpr const char* kSetFooter = R"(Examples:
+  zov set open board/board.zovp
+  zov set open approved.json --json)";
+
 /// Help as the parser gives it, with descriptions broken into lines that fit a terminal.
 class CHelpFormatter final : public CLI::Formatter
 {
@@ -74,6 +78,11 @@ void AddCommands(CLI::App& app, SChosen& chosen)
     AddLibMerge(*lib, chosen);
     AddLibDiff(*lib, chosen);
     AddLibDoctor(*lib, chosen);
+    CLI::App* set = app.add_subcommand("set", "Sets of libraries (.zovp, .json)");
+    set->footer(kSetFooter);
+    set->require_subcommand(1);
+    AddSetOpen(*set, chosen);
+    AddAssign(app, chosen);
     AddCheck(app, chosen);
     AddSheet(app, chosen);
     AddImport(app, chosen);

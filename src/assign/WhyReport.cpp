@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "assign/WhyReport.h"
+
+#include <algorithm>
+#include <optional>
+#include <tuple>
+
+namespace zov {
+
+namespace {
+
+std::string Quoted(std::string_view text)
+{
+    return "'" + std::string(text) + "'";
+}
+
+/// How far from the first place a record stands, by the order in which the search goes.
+struct SRank
+{
+    std::size_t library = 0;
+    std::size_t key = 0;
+    bool legalised = false;
+    bool partial = false;
+
+    auto operator<=>(const SRank&) const = default;
+};
+
+class CExplainer
+{
+public:
+    CExplainer(CModelSearch& search, TLibraryNode node, const CSearchOptions& options,
+               const SWanted& wanted, const SFound& found)
+        : m_search(search)
+        , m_node(node)
+        , m_keys(options.EnabledKeys())
+        , m_wanted(wanted)
+        , m_names(wanted)
+        , m_found(found)
+    {
+        m_exactOnly = search.ExactOnly();
+    }
+
+    SExplanation Run(std::size_t limit)
+    {
+        SExplanation told;
+        if (m_found.model) {
+            told.how = How();
+        }
+        std::vector<std::pair<SRank, SRunnerUp>> others;
+        for (const SModelRef& model : Candidates()) {
+            if (model.record != m_found.model.record) {
+                others.push_back(Judge(model));
+            }
+        }
+        std::ranges::stable_sort(others, {}, [](const auto& one) { return one.first; });
+        told.others = others.size();
+        for (std::size_t i = 0; i < std::min(limit, others.size()); ++i) {
+            told.runnersUp.push_back(std::move(others[i].second));
+        }
+        return told;
+    }
+
+private:
+    std::string How() const
+    {
+        std::string how = m_found.exact ? "exact by " : "partial by ";
+        how += Quoted(LabelOf(m_found.key));
+        if (m_found.legalised) {
+            how += ", after legalising to " + Quoted(m_names.legal->Name());
+        }
+        return how;
+    }
+
+    /// Whatever matches the name or its legalised form, of any type.
+    std::vector<SModelRef> Candidates()
+    {
+        std::vector<SModelRef> all;
+        std::vector<SModelRef> more;
+        m_search.CollectCandidates(m_node, ERecordType::Any, m_names.name.Name(), all);
+        if (m_names.legal) {
+            m_search.CollectCandidates(m_node, ERecordType::Any, m_names.legal->Name(), more);
+        }
+        const auto isThere = [&](const SModelRef& model) {
+            return std::ranges::find(all, model) != all.end();
+        };
+        std::ranges::copy_if(more, std::back_inserter(all),
+                             [&](const SModelRef& model) { return !isThere(model); });
+        return all;
+    }
+
+    /// Where the search meets the record; none when no enabled key leads to it.
+    std::optional<SRank> RankOf(const SModelRef& model, std::size_t library) const
+    {
+        for (std::size_t key = 0; key < m_keys.size(); ++key) {
+            for (const bool legalised : {false, true}) {
+                if (legalised && !m_names.legal) {
+                    continue;
+                }
+                const auto match =
+                    (legalised ? *m_names.legal : m_names.name).MatchIn(*model.record, m_keys[key]);
+                if (match && (match.exact || !m_exactOnly)) {
+                    return SRank{library, key, legalised, !match.exact};
+                }
+            }
+        }
+        return std::nullopt;
+    }
+
+    std::pair<SRank, SRunnerUp> Judge(const SModelRef& model) const
+    {
+        const auto place =
+            static_cast<std::size_t>(std::ranges::find(m_node, model.library) - m_node.begin());
+        const SRank last{place, SIZE_MAX, true, true};
+        if (!HasType(*model.record, m_wanted.type)) {
+            return {last,
+                    {model, place,
+                     "it is of type " + Quoted(InfoOf(model.type).name) + ", required is " +
+                         Quoted(InfoOf(m_wanted.type).name)}};
+        }
+        const auto rank = RankOf(model, place);
+        if (!rank) {
+            return {last, {model, place, "no key that is switched on leads to it"}};
+        }
+        return {*rank, {model, place, ReasonOf(*rank)}};
+    }
+
+    std::string ReasonOf(const SRank& rank) const
+    {
+        const auto key =
+            static_cast<std::size_t>(std::ranges::find(m_keys, m_found.key) - m_keys.begin());
+        if (rank.library != m_found.library) {
+            return "its library comes later";
+        }
+        if (rank.key != key) {
+            return "it is found by " + Quoted(LabelOf(m_keys[rank.key])) + ", which comes after " +
+                   Quoted(LabelOf(m_found.key));
+        }
+        if (rank.legalised != m_found.legalised) {
+            return "it is found only after legalising";
+        }
+        return rank.partial && m_found.exact ? "only a part of it matches"
+                                             : "it stands behind in the library";
+    }
+
+    CModelSearch& m_search;
+    TLibraryNode m_node;
+    std::vector<EPropId> m_keys;
+    const SWanted& m_wanted;
+    SNameState m_names;
+    const SFound& m_found;
+    bool m_exactOnly = false;
+};
+
+} // namespace
+
+std::string_view LabelOf(EPropId key)
+{
+    const CSearchOptions table;
+    for (const SearchOption& row : table.Rows()) {
+        if (static_cast<EPropId>(row.propertyId) == key) {
+            return row.label;
+        }
+    }
+    return {};
+}
+
+SExplanation Explain(CModelSearch& search, TLibraryNode node, const CSearchOptions& options,
+                     const SWanted& wanted, const SFound& found, std::size_t limit)
+{
+    return CExplainer(search, node, options, wanted, found).Run(limit);
+}
+
+} // namespace zov

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+/// Why automatic mapping chose a model, and why the others lost.
+#pragma once
+
+#include "assign/ModelSearch.h"
+#include "core/SearchOptions.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zov {
+
+struct SRunnerUp
+{
+    SModelRef model;
+    std::size_t library = 0; ///< its place in the node
+    std::string reason;      ///< such as "its library comes later"
+};
+
+struct SExplanation
+{
+    std::string how; ///< "exact by 'Model Name'", "partial by 'Lookup Keyword', after legalising to
+                     ///< 'A_B'"; empty when nothing was found
+    std::vector<SRunnerUp> runnersUp; ///< the nearest first
+    std::size_t others = 0;           ///< how many there are in all
+};
+
+/// @param found  what FindAll gave for `wanted` with these options
+/// @param limit  most runners-up that are listed
+[[nodiscard]] SExplanation Explain(CModelSearch& search, TLibraryNode node,
+                                   const CSearchOptions& options, const SWanted& wanted,
+                                   const SFound& found, std::size_t limit);
+
+/// "Lookup Keyword", "Model Name", "Mfg.Part No."
+[[nodiscard]] std::string_view LabelOf(EPropId key);
+
+} // namespace zov
