@@ -7,6 +7,7 @@
 ///     zov_bench ibis FILE...               the whole check with its report to a sink
 ///     zov_bench ts-read FILE               zov_bench ts-write FILE OUT
 ///     zov_bench convert PORTS POINTS FROM TO   random S as FROM first, then to TO
+///     zov_bench make-names LIB COUNT OUT   zov_bench assign LIB NAMES
 ///     zov_bench sheet FILE                 every cell as text
 ///     zov_bench calc arith|funcs|cond N    an expression over columns of N points
 ///     zov_bench calc-compile arith|funcs|cond        texts to values; the time is that of one
@@ -15,6 +16,7 @@
 ///     zov_bench sheet-library FILE OUT     a part list to a library, all of it
 ///
 /// prints `t LABEL SECONDS` for each timed phase and `n NAME VALUE` for counts and checksums.
+#include "AssignJobs.h"
 #include "BenchSupport.h"
 #include "CalcBench.h"
 #include "NetworkJobs.h"
@@ -255,6 +257,8 @@ int Main(int argc, char** argv)
         {"zov-save", {2, [](char** a) { ZovSave(a[0], a[1]); }}},
         {"xml-import", {1, [](char** a) { XmlImport(a[0]); }}},
         {"xml-export", {2, [](char** a) { XmlExport(a[0], a[1]); }}},
+        {"assign", {2, [](char** a) { AssignNames(a[0], a[1]); }}},
+        {"make-names", {3, [](char** a) { MakeNames(a[0], a[1], a[2]); }}},
         {"sheet-library", {2, [](char** a) { SheetLibrary(a[0], a[1]); }}},
         {"sheet", {1, [](char** a) { Sheet(a[0]); }}},
         {"ts-read", {1, [](char** a) { TsRead(a[0]); }}},

@@ -8,9 +8,13 @@
 #include "BenchSupport.h"
 #include "MuParserPeer.h"
 #include "OrcusPeer.h"
+#include "base/File.h"
 #include "base/Number.h"
+#include "base/Text.h"
 #include "core/LibraryFiles.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -267,6 +271,78 @@ void FreeXl(const char* path)
 }
 #endif
 
+#ifdef ZOV_PEER_SQLITE
+/// Keywords, names and part numbers of a library in one table each way: plain, with an index on the
+/// upper-cased text, and as trigrams.
+void SqliteKeys(const char* library, const char* out)
+{
+    CNullLog log;
+    CResult<CZovLibrary> loaded = LoadLibrary(library, {}, log);
+    if (!loaded) {
+        Stop(loaded.Error().Full());
+    }
+    std::remove(out);
+    CDatabase database(out);
+    database.Run("PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; BEGIN;"
+                 "CREATE TABLE k(key INTEGER, record INTEGER, text TEXT);");
+    sqlite3_stmt* insert = database.Prepare("INSERT INTO k VALUES(?,?,?)");
+    constexpr std::array keys = {EPropId::Lookup, EPropId::ModelName, EPropId::MfgPartNumber};
+    for (int key = 0; key < 3; ++key) {
+        for (std::size_t i = 0; i < loaded->Count(); ++i) {
+            const std::string_view text =
+                loaded->At(i).GetString(keys[static_cast<std::size_t>(key)]);
+            for (const std::string_view one :
+                 key == 0 ? Split(text, ';') : std::vector<std::string_view>{text}) {
+                sqlite3_bind_int(insert, 1, key);
+                sqlite3_bind_int64(insert, 2, static_cast<sqlite3_int64>(i));
+                sqlite3_bind_text(insert, 3, one.data(), static_cast<int>(one.size()),
+                                  SQLITE_STATIC);
+                sqlite3_step(insert);
+                sqlite3_reset(insert);
+            }
+        }
+    }
+    sqlite3_finalize(insert);
+    const CStopwatch index;
+    database.Run("CREATE INDEX byText ON k(text COLLATE NOCASE); COMMIT;");
+    PrintTime("build-index", index.Seconds());
+    const CStopwatch trigrams;
+    database.Run("BEGIN; CREATE VIRTUAL TABLE f USING fts5(text, content='k', tokenize='trigram');"
+                 "INSERT INTO f(f) VALUES('rebuild'); COMMIT;");
+    PrintTime("build-fts5", trigrams.Seconds());
+}
+
+/// @param limit  names that are looked up; the time is that of one
+void SqliteFind(const char* path, const char* names, std::string_view label, const std::string& sql,
+                std::size_t limit)
+{
+    CDatabase database(path);
+    sqlite3_stmt* select = database.Prepare(sql);
+    const CResult<std::string> text = ReadWholeFile(names);
+    if (!text) {
+        Stop(text.Error().Full());
+    }
+    const std::vector<std::string_view> lines = Split(*text, '\n');
+    const std::size_t step = std::max<std::size_t>(1, lines.size() / limit);
+    std::size_t hits = 0;
+    std::size_t queries = 0;
+    const CStopwatch watch;
+    for (std::size_t i = 0; i < lines.size() && queries < limit; i += step) {
+        sqlite3_bind_text(select, 1, lines[i].data(), static_cast<int>(lines[i].size()),
+                          SQLITE_STATIC);
+        while (sqlite3_step(select) == SQLITE_ROW) {
+            ++hits;
+        }
+        sqlite3_reset(select);
+        ++queries;
+    }
+    PrintTime(label, watch.Seconds() / static_cast<double>(queries));
+    PrintNumber("hits", hits);
+    PrintNumber("queries", queries);
+    sqlite3_finalize(select);
+}
+#endif
+
 struct SCommand
 {
     int arguments;
@@ -285,6 +361,22 @@ int Main(int argc, char** argv)
 #endif
 #ifdef ZOV_PEER_SQLITE
     commands["sqlite-save"] = {2, [](char** a) { SqliteSave(a[0], a[1]); }};
+    commands["sqlite-keys"] = {2, [](char** a) { SqliteKeys(a[0], a[1]); }};
+    commands["sqlite-like"] = {
+        2, [](char** a) {
+            SqliteFind(a[0], a[1], "one", "SELECT record FROM k WHERE text LIKE '%'||?||'%'", 10);
+        }};
+    commands["sqlite-fts5"] = {
+        2, [](char** a) {
+            SqliteFind(a[0], a[1], "one",
+                       "SELECT rowid FROM f WHERE text MATCH '\"' || replace(?,'\"','') || '\"'",
+                       200);
+        }};
+    commands["sqlite-exact"] = {2, [](char** a) {
+                                    SqliteFind(a[0], a[1], "one",
+                                               "SELECT record FROM k WHERE text = ? COLLATE NOCASE",
+                                               10000);
+                                }};
     commands["sqlite-load"] = {1, [](char** a) { SqliteLoad(a[0]); }};
 #endif
 #ifdef ZOV_PEER_FREEXL
