@@ -44,8 +44,8 @@ TEST_F(CCommandLine, EveryHelpNamesItselfAndEndsWithTwoExamples)
 {
     for (const std::string command :
          {"lib info", "lib list", "lib convert", "lib merge", "lib diff", "lib doctor", "check",
-          "sheet", "import", "assign", "set open", "curve info", "curve export", "calc", "net info", "net convert",
-          "net diff"}) {
+          "sheet", "import", "assign", "set open", "curve info", "curve export", "calc", "net info",
+          "net convert", "net diff"}) {
         const SRun run = Zov(command + " --help");
         EXPECT_EQ(run.status, 0) << command;
         EXPECT_EQ(run.err, "") << command;
