@@ -158,14 +158,21 @@ void CFormMap::Pair(std::span<TComplex> matrix) const
     const TComplex d12 = one.v * p12;
     const TComplex d21 = two.v * p21;
     const TComplex d22 = two.v * p22 + two.w;
-    const TComplex straight = Times(d11, d22);
-    const TComplex crossed = Times(d12, d21);
-    const TComplex determinant = straight - crossed;
+    const TComplex determinant = Times(d11, d22) - Times(d12, d21);
     const double square = std::norm(determinant);
-    if (!(square > kLostDigits * kLostDigits * std::max(std::norm(straight), std::norm(crossed)))) {
+    const auto size = [](double v, TComplex p, double w) {
+        return std::fabs(v) * (std::fabs(p.real()) + std::fabs(p.imag())) + std::fabs(w);
+    };
+    const auto length = [](TComplex d) { return std::fabs(d.real()) + std::fabs(d.imag()); };
+    const double lost =
+        kLostDigits *
+        (length(d11) * size(two.v, p22, two.w) + length(d22) * size(one.v, p11, one.w) +
+         length(d12) * size(two.v, p21, 0.0) + length(d21) * size(one.v, p12, 0.0));
+    if (!(square > lost * lost)) {
         Singular();
     }
-    const TComplex inverse(determinant.real() / square, -determinant.imag() / square);
+    const double scale = 1.0 / square;
+    const TComplex inverse(determinant.real() * scale, -determinant.imag() * scale);
     const TComplex n11 = one.t * p11 + one.u;
     const TComplex n12 = one.t * p12;
     const TComplex n21 = two.t * p21;
@@ -179,17 +186,21 @@ void CFormMap::Pair(std::span<TComplex> matrix) const
 void CFormMap::ByInverse(std::span<TComplex> matrix)
 {
     const std::size_t count = m_ports.size();
+    double size = 0.0;
     for (std::size_t row = 0; row < count; ++row) {
         TComplex* const values = matrix.data() + row * count;
         for (std::size_t column = 0; column < count; ++column) {
             values[column] *= m_ports[row].v;
+            size = std::max(
+                {size, std::fabs(values[column].real()), std::fabs(values[column].imag())});
         }
         values[row] += m_ports[row].w;
+        size = std::max(size, std::fabs(m_ports[row].w));
     }
-    m_solver.Invert(matrix);
+    m_solver.Invert(matrix, size);
     for (std::size_t row = 0; row < count; ++row) {
         const SPortMap& port = m_ports[row];
-        const double factor = port.u - port.t * port.w / port.v;
+        const double factor = port.Factor();
         TComplex* const values = matrix.data() + row * count;
         for (std::size_t column = 0; column < count; ++column) {
             values[column] *= factor;
@@ -201,17 +212,21 @@ void CFormMap::ByInverse(std::span<TComplex> matrix)
 void CFormMap::ByQuotient(std::span<TComplex> matrix)
 {
     const std::size_t count = m_ports.size();
+    double size = 0.0;
     for (std::size_t row = 0; row < count; ++row) {
         const SPortMap& port = m_ports[row];
         for (std::size_t column = 0; column < count; ++column) {
             const std::size_t at = row * count + column;
             m_denominator[at] = port.v * matrix[at];
             matrix[at] *= port.t;
+            size = std::max(
+                {size, std::fabs(m_denominator[at].real()), std::fabs(m_denominator[at].imag())});
         }
+        size = std::max(size, std::fabs(port.w));
         m_denominator[row * (count + 1)] += port.w;
         matrix[row * (count + 1)] += port.u;
     }
-    m_solver.Divide(matrix, m_denominator);
+    m_solver.Divide(matrix, m_denominator, size);
 }
 
 } // namespace zov::network

@@ -53,6 +53,8 @@ private:
         double u;
         double v;
         double w;
+
+        [[nodiscard]] double Factor() const { return u - t * w / v; }
     };
     void Scale(std::span<TComplex> matrix) const;
     void Single(TComplex& value) const;

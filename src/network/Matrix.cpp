@@ -26,15 +26,6 @@ void UseOneThread()
     std::call_once(once, [] { openblas_set_num_threads(1); });
 }
 
-double Largest(std::span<const TComplex> values)
-{
-    double largest = 0.0;
-    for (const TComplex& value : values) {
-        largest = std::max({largest, std::fabs(value.real()), std::fabs(value.imag())});
-    }
-    return largest;
-}
-
 } // namespace
 
 const char* CMatrixException::what() const noexcept
@@ -58,13 +49,13 @@ CMatrixSolver::CMatrixSolver(std::size_t size)
     UseOneThread();
 }
 
-void CMatrixSolver::Factor(std::span<TComplex> matrix)
+void CMatrixSolver::Factor(std::span<TComplex> matrix, double size)
 {
     if (matrix.size() != m_size * m_size) {
         throw CMatrixException(CMatrixException::EReason::Argument);
     }
     const auto n = static_cast<lapack_int>(m_size);
-    const double least = Largest(matrix) * kLostDigits;
+    const double least = size * kLostDigits;
     bool regular = LAPACKE_zgetrf_work(kOrder, n, n, matrix.data(), n, m_pivots.data()) == 0;
     for (std::size_t i = 0; i < m_size; ++i) {
         regular = regular && std::abs(matrix[i * (m_size + 1)]) > least; // false for NaN
@@ -74,9 +65,9 @@ void CMatrixSolver::Factor(std::span<TComplex> matrix)
     }
 }
 
-void CMatrixSolver::Invert(std::span<TComplex> matrix)
+void CMatrixSolver::Invert(std::span<TComplex> matrix, double size)
 {
-    Factor(matrix);
+    Factor(matrix, size);
     const auto n = static_cast<lapack_int>(m_size);
     if (LAPACKE_zgetri_work(kOrder, n, matrix.data(), n, m_pivots.data(), m_work.data(),
                             static_cast<lapack_int>(m_work.size())) != 0) {
@@ -84,12 +75,13 @@ void CMatrixSolver::Invert(std::span<TComplex> matrix)
     }
 }
 
-void CMatrixSolver::Divide(std::span<TComplex> numerator, std::span<TComplex> denominator)
+void CMatrixSolver::Divide(std::span<TComplex> numerator, std::span<TComplex> denominator,
+                           double size)
 {
     if (numerator.size() != m_size * m_size) {
         throw CMatrixException(CMatrixException::EReason::Argument);
     }
-    Factor(denominator);
+    Factor(denominator, size);
     const auto n = static_cast<lapack_int>(m_size);
     LAPACKE_zgetrs_work(kOrder, 'N', n, n, denominator.data(), n, m_pivots.data(), numerator.data(),
                         n);

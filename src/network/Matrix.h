@@ -30,9 +30,9 @@ private:
     EReason m_reason;
 };
 
-/// What is left of the largest terms below this part of them holds none of the digits that files
-/// have: a matrix that loses so much counts as singular.
-constexpr double kLostDigits = 1e-13;
+/// Files hold 15 digits: what is left of terms after they cancel holds none of them when it is
+/// below this part of the terms. A matrix that loses so much counts as singular.
+constexpr double kLostDigits = 1e-14;
 
 /// Square complex matrices of one size, row by row. Keeps the work space of the library between
 /// calls, so use one per thread.
@@ -41,15 +41,16 @@ class CMatrixSolver
 public:
     explicit CMatrixSolver(std::size_t size);
 
-    /// In place. Throws when a pivot is below kLostDigits of the largest element.
-    void Invert(std::span<TComplex> matrix);
+    /// In place. Throws when a pivot is below kLostDigits of `size`.
+    /// @param size  of the terms that the elements were made of
+    void Invert(std::span<TComplex> matrix, double size);
     /// `numerator` * `denominator`^-1 into `numerator`; `denominator` is used up. Throws as Invert.
-    void Divide(std::span<TComplex> numerator, std::span<TComplex> denominator);
+    void Divide(std::span<TComplex> numerator, std::span<TComplex> denominator, double size);
     /// Largest singular value.
     [[nodiscard]] double Norm(std::span<const TComplex> matrix);
 
 private:
-    void Factor(std::span<TComplex> matrix);
+    void Factor(std::span<TComplex> matrix, double size);
 
     std::size_t m_size;
     std::vector<int> m_pivots;
