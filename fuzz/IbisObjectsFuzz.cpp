@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+// Both parsers of objects. The first byte picks one. Whatever was read must print to a text that reads
+// back to equal objects.
+#include "ibis/Parser.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+using namespace zov::ibis;
+
+std::unique_ptr<CIPDataFile> Parse(bool board, std::string text)
+{
+    CParserIBS ibs;
+    CParserEBD ebd;
+    return board ? ebd.Parse(std::move(text)) : ibs.Parse(std::move(text));
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    if (size == 0) {
+        return 0;
+    }
+    const bool board = data[0] % 2 == 1;
+    const auto first = Parse(board, {reinterpret_cast<const char*>(data) + 1, size - 1});
+    std::string printed;
+    first->Print(printed);
+    const auto second = Parse(board, printed);
+    if (!first->Equals(*second)) {
+        std::abort();
+    }
+    return 0;
+}
