@@ -1,17 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "base/Number.h"
 #include "ibis/Composite.h"
+#include "ibis/JsonMembers.h"
 
-#include <algorithm>
 #include <fmt/format.h>
-#include <initializer_list>
-#include <nlohmann/json.hpp>
 
 namespace zov::ibis {
 
 namespace {
-
-using TJson = nlohmann::ordered_json;
 
 constexpr int kVersion = 1;
 
@@ -19,75 +14,6 @@ SError Wrong(std::string text)
 {
     return Fail(EErr::Format, std::move(text));
 }
-
-/// One object of the description; the first fault sticks.
-class CMembers
-{
-public:
-    CMembers(const TJson& object, std::string where, std::initializer_list<const char*> known)
-        : m_object(object)
-        , m_where(std::move(where))
-    {
-        if (!object.is_object()) {
-            Refuse("is no object");
-            return;
-        }
-        for (const auto& [name, value] : object.items()) {
-            if (std::ranges::find(known, name) == known.end()) {
-                Refuse("has no member '" + name + "'");
-            }
-        }
-    }
-    /// A text, or a number as its shortest text.
-    void Text(const char* name, std::string& out)
-    {
-        const TJson* value = Find(name);
-        if (value == nullptr) {
-            return;
-        }
-        if (value->is_string()) {
-            out = value->get<std::string>();
-        } else if (value->is_number()) {
-            out = FormatShortest(value->get<double>());
-        } else {
-            Refuse(fmt::format("member '{}' is no text", name));
-        }
-    }
-    /// Calls for each element of an array.
-    template <class F>
-    void Each(const char* name, F&& take)
-    {
-        const TJson* value = Find(name);
-        if (value != nullptr && !value->is_array()) {
-            Refuse(fmt::format("member '{}' is no list", name));
-        } else if (value != nullptr) {
-            for (std::size_t i = 0; i < value->size(); ++i) {
-                take((*value)[i], fmt::format("{} {}", name, i + 1));
-            }
-        }
-    }
-    [[nodiscard]] const TJson* Find(const char* name) const
-    {
-        if (!m_object.is_object()) {
-            return nullptr;
-        }
-        const auto found = m_object.find(name);
-        return found == m_object.end() ? nullptr : &*found;
-    }
-    void Refuse(const std::string& why)
-    {
-        if (m_problem.empty()) {
-            m_problem = (m_where.empty() ? "the description" : m_where) + " " + why;
-        }
-    }
-    void Refuse(CMembers& inner) { m_problem = m_problem.empty() ? inner.m_problem : m_problem; }
-    [[nodiscard]] const std::string& Problem() const { return m_problem; }
-
-private:
-    const TJson& m_object;
-    std::string m_where;
-    std::string m_problem;
-};
 
 struct STieName
 {
@@ -225,13 +151,10 @@ CResult<SComposite> ReadCompositeJson(std::string_view text)
     if (json.is_discarded()) {
         return Wrong("the description is no JSON document");
     }
-    CMembers members(json, "",
+    CMembers members(json, "the description",
                      {"version", "component", "file_name", "wrapper_file", "buffers", "pins",
                       "package", "network"});
-    const TJson* version = members.Find("version");
-    if (version == nullptr || *version != kVersion) {
-        members.Refuse(fmt::format("needs \"version\": {}", kVersion));
-    }
+    members.RequireVersion(kVersion);
     SComposite composite;
     members.Text("component", composite.component);
     members.Text("file_name", composite.fileName);

@@ -9,6 +9,14 @@ namespace zov::ibis {
 
 namespace {
 
+/// A word that would be taken for a keyword goes behind the one before it, where it came from.
+void KeepOffLineStart(std::string_view word, std::string& out)
+{
+    if (word.starts_with('[') && out.ends_with('\n')) {
+        out.back() = ' ';
+    }
+}
+
 /// Characters of a section: five values need a hundred.
 constexpr std::size_t kSectionLimit = 400;
 
@@ -60,6 +68,7 @@ bool CIPDataPathItem::SameContent(const CIPDataObject& other) const
 
 void CIPDataPathItem::Print(std::string& out) const
 {
+    KeepOffLineStart(Name().empty() || m_kind == EIPPath::Section ? Value() : Name(), out);
     if (m_kind != EIPPath::Section) {
         out += Name();
         out += Name().empty() || Value().empty() ? "" : "  ";
@@ -207,6 +216,8 @@ void CIPDataRow::PrintContent(std::string& out) const
         if (m_sparse) {
             out += m_pins[i];
             out += "  ";
+        } else {
+            KeepOffLineStart(m_texts[i], out);
         }
         out += m_texts[i];
         out += '\n';

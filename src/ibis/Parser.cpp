@@ -10,12 +10,19 @@ namespace zov::ibis {
 
 namespace {
 
+bool IsSparse(const CIPDataObject& container)
+{
+    const auto* matrix = dynamic_cast<const CIPDataRLCMatrix*>(&container);
+    return matrix != nullptr && matrix->Kind() == EIPMatrix::Sparse;
+}
+
+} // namespace
+
 bool HasFreeText(EIPKeyword keyword)
 {
     return keyword >= EIPKeyword::Source && keyword <= EIPKeyword::Copyright;
 }
 
-/// The character of "#_char"; 0 when it is none that can be used.
 char DefinedComment(std::string_view word)
 {
     constexpr std::string_view kTaken =
@@ -25,7 +32,6 @@ char DefinedComment(std::string_view word)
     return good ? word.front() : '\0';
 }
 
-/// The name between brackets; the text is moved behind them. Empty without a closing one.
 std::string_view TakeBracketed(std::string_view& text)
 {
     const std::size_t close = text.find(']');
@@ -36,14 +42,6 @@ std::string_view TakeBracketed(std::string_view& text)
     text = TrimLine(text.substr(close + 1));
     return name;
 }
-
-bool IsSparse(const CIPDataObject& container)
-{
-    const auto* matrix = dynamic_cast<const CIPDataRLCMatrix*>(&container);
-    return matrix != nullptr && matrix->Kind() == EIPMatrix::Sparse;
-}
-
-} // namespace
 
 std::unique_ptr<CIPDataFile> CParserIBS::Parse(std::string text)
 {

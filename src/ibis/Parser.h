@@ -16,6 +16,14 @@
 
 namespace zov::ibis {
 
+/// Keywords whose lines are text, in which indented brackets are no keyword.
+[[nodiscard]] bool HasFreeText(EIPKeyword keyword);
+/// The character of "#_char"; 0 when it is none that can be used.
+[[nodiscard]] char DefinedComment(std::string_view word);
+/// The name between brackets at the front of a text, which is moved behind them. Empty, and the
+/// text as it was, without a closing one.
+[[nodiscard]] std::string_view TakeBracketed(std::string_view& text);
+
 /// Reads lines, keeps track of open sections, and hands data lines to the object of the current
 /// keyword.
 class CParserBase
