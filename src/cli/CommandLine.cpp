@@ -84,6 +84,7 @@ void AddCommands(CLI::App& app, SChosen& chosen)
     AddSetOpen(*set, chosen);
     AddAssign(app, chosen);
     AddCheck(app, chosen);
+    AddIbis(app, chosen);
     AddSheet(app, chosen);
     AddImport(app, chosen);
     AddCurve(app, chosen);

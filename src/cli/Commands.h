@@ -28,6 +28,7 @@ void AddLibDoctor(CLI::App& lib, SChosen& chosen);
 void AddSetOpen(CLI::App& set, SChosen& chosen);
 void AddAssign(CLI::App& zov, SChosen& chosen);
 void AddCheck(CLI::App& zov, SChosen& chosen);
+void AddIbis(CLI::App& zov, SChosen& chosen);
 void AddSheet(CLI::App& zov, SChosen& chosen);
 void AddImport(CLI::App& zov, SChosen& chosen);
 /// "curve" with its own sub-commands.

@@ -125,13 +125,10 @@ bool TakeKey(std::string_view& text, std::string_view word)
     if (text.starts_with('[') && (at == text.size() || text[at++] != ']')) {
         return false;
     }
-    if (at < text.size() && !IsSpace(text[at]) && text[at] != ':' && text[at] != '=') {
+    if (at < text.size() && !IsSpace(text[at])) {
         return false;
     }
     text = TrimLine(text.substr(at));
-    if (text.starts_with(':') || text.starts_with('=')) {
-        text = TrimLine(text.substr(1));
-    }
     return true;
 }
 

@@ -143,7 +143,7 @@ void CParserBase::TakeKeyword(const SIPLine& line)
     } else if (const SIPForm* form = IPFormOf(keyword)) {
         Open(*form, line, rest);
     } else {
-        TakeCloser(keyword, line, rest);
+        TakeCloser(keyword, line, line.text.substr(0, name.size() + 2), rest);
     }
 }
 
@@ -154,7 +154,8 @@ void CParserBase::TakeUnknown(const SIPLine& line, std::string_view shown, std::
     m_taker->Mark(EIPMark::UnknownKeyword, line.number);
 }
 
-void CParserBase::TakeCloser(EIPKeyword closer, const SIPLine& line, std::string_view rest)
+void CParserBase::TakeCloser(EIPKeyword closer, const SIPLine& line, std::string_view shown,
+                             std::string_view rest)
 {
     const EIPKeyword opener = IPClosedBy(closer);
     for (std::size_t depth = m_open.size(); depth-- > 1;) {
@@ -166,7 +167,7 @@ void CParserBase::TakeCloser(EIPKeyword closer, const SIPLine& line, std::string
             return;
         }
     }
-    TakeUnknown(line, line.text.substr(0, line.text.size() - rest.size()), rest);
+    TakeUnknown(line, shown, rest);
     m_taker->Mark(EIPMark::Unopened, line.number);
 }
 

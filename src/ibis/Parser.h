@@ -53,7 +53,8 @@ private:
     void TakeCommentChar(const SIPLine& line, std::string_view rest);
     void TakeKeyword(const SIPLine& line);
     void TakeUnknown(const SIPLine& line, std::string_view shown, std::string_view rest);
-    void TakeCloser(EIPKeyword closer, const SIPLine& line, std::string_view rest);
+    void TakeCloser(EIPKeyword closer, const SIPLine& line, std::string_view shown,
+                    std::string_view rest);
     void Open(const SIPForm& form, const SIPLine& line, std::string_view rest);
     [[nodiscard]] std::size_t PlaceOf(const SIPForm& form) const;
     void CloseDownTo(std::size_t depth, std::size_t line);
