@@ -3,6 +3,7 @@
 
 #include "base/Text.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 
 namespace zov::ibis {
@@ -44,9 +45,6 @@ constexpr SBufferKind kKinds[] = {
 
 constexpr std::string_view kPortNames[kTerminals] = {
     "A_puref", "A_pdref", "A_signal", "A_drive", "A_enable", "A_receive", "A_pcref", "A_gcref"};
-
-/// What a terminal that the buffer lacks is tied to.
-constexpr const char* kFloating = "fnod";
 
 } // namespace
 
@@ -95,10 +93,14 @@ std::string_view PortName(ETerminal terminal)
 CCompositeNodes::CCompositeNodes(const SComposite& composite)
     : m_composite(composite)
 {
+    for (const SCompositePin& pin : composite.pins) {
+        m_pins.insert(pin.pin);
+    }
     std::size_t index = 0;
     for (const SCompositePin& pin : composite.pins) {
         if (!pin.buffer.empty() && pin.inverts.empty()) {
-            m_places[pin.pin] = {++index, false, false};
+            index = FreeIndex(index + 1);
+            m_places[pin.pin] = {index, false, false};
         }
     }
     for (const SCompositePin& pin : composite.pins) {
@@ -110,9 +112,36 @@ CCompositeNodes::CCompositeNodes(const SComposite& composite)
     }
 }
 
+/// The next number that makes no node a pin's name: pins are often called A1, B1, ...
+std::size_t CCompositeNodes::FreeIndex(std::size_t from) const
+{
+    constexpr std::string_view kPrefixes[] = {"A",     "B",   "io",  "in",    "en",
+                                              "outin", "Bin", "Ben", "Boutin"};
+    const auto isPin = [&](std::size_t index) {
+        return std::ranges::any_of(kPrefixes, [&](std::string_view prefix) {
+            return m_pins.contains(fmt::format("{}{}", prefix, index));
+        });
+    };
+    while (isPin(from)) {
+        ++from;
+    }
+    return from;
+}
+
+/// A number for a prefix of its own, past those that name pins.
+std::string CCompositeNodes::NextName(std::string_view prefix)
+{
+    std::size_t& last = m_last[std::string(prefix)];
+    std::string name;
+    do {
+        name = fmt::format("{}{}", prefix, ++last);
+    } while (m_pins.contains(name));
+    return Declare(std::move(name));
+}
+
 std::string CCompositeNodes::Declare(std::string name)
 {
-    if (m_known.emplace(name, true).second) {
+    if (m_known.insert(name).second) {
         m_declared.push_back(name);
     }
     return name;
@@ -120,9 +149,11 @@ std::string CCompositeNodes::Declare(std::string name)
 
 std::string CCompositeNodes::Numbered(std::string_view prefix, const std::string& key)
 {
-    auto& numbers = m_numbers[std::string(prefix)];
-    const auto [entry, isNew] = numbers.emplace(key, numbers.size() + 1);
-    return Declare(fmt::format("{}{}", prefix, entry->second));
+    std::string& name = m_named[std::string(prefix) + ' ' + key];
+    if (name.empty()) {
+        name = NextName(prefix);
+    }
+    return name;
 }
 
 /// Without a package the buffer stands at the pin itself.
@@ -153,7 +184,7 @@ std::string CCompositeNodes::RailPin(std::string_view rail) const
 std::string CCompositeNodes::Rail(const std::string& rail)
 {
     if (rail.empty()) {
-        return Declare(kFloating);
+        return Declare(std::string(kFloatingNode));
     }
     if (m_composite.network.Given()) {
         return Numbered("pdn", rail);
@@ -183,7 +214,7 @@ std::string CCompositeNodes::NodeOf(const SCompositePort& port)
     case ECompositeTie::Open:
         break;
     }
-    return Declare(fmt::format("C{}", ++m_open));
+    return NextName("C");
 }
 
 std::array<std::string, kTerminals> CCompositeNodes::NodesOf(const SCompositePin& pin,
@@ -198,7 +229,7 @@ std::array<std::string, kTerminals> CCompositeNodes::NodesOf(const SCompositePin
         const auto terminal = static_cast<ETerminal>(i);
         const bool railTerminal = terminal == Puref || terminal == Pdref || i >= 6;
         if (!kind.Has(terminal)) {
-            nodes[i] = Declare(kFloating);
+            nodes[i] = Declare(std::string(kFloatingNode));
         } else if (terminal == kind.pad) {
             nodes[i] = Pad(pin);
         } else if (railTerminal) {

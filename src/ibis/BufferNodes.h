@@ -6,7 +6,7 @@
 
 #include <array>
 #include <map>
-#include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -27,6 +27,8 @@ enum class ETerminal : std::uint8_t
     Gcref
 };
 constexpr std::size_t kTerminals = 8;
+/// What a terminal that the buffer lacks is tied to.
+constexpr std::string_view kFloatingNode = "fnod";
 
 struct SBufferKind
 {
@@ -69,6 +71,8 @@ private:
         bool inverting = false;
     };
     std::string Declare(std::string name);
+    [[nodiscard]] std::size_t FreeIndex(std::size_t from) const;
+    std::string NextName(std::string_view prefix);
     std::string Numbered(std::string_view prefix, const std::string& key);
     std::string Pad(const SCompositePin& pin);
     std::string Rail(const std::string& rail);
@@ -76,10 +80,11 @@ private:
 
     const SComposite& m_composite;
     std::map<std::string, SPlace, std::less<>> m_places;
-    std::map<std::string, std::map<std::string, std::size_t>, std::less<>> m_numbers;
-    std::map<std::string, bool, std::less<>> m_known;
+    std::set<std::string, std::less<>> m_pins;
+    std::map<std::string, std::string, std::less<>> m_named;
+    std::map<std::string, std::size_t, std::less<>> m_last;
+    std::set<std::string, std::less<>> m_known;
     std::vector<std::string> m_declared;
-    std::size_t m_open = 0;
 };
 
 } // namespace zov::ibis

@@ -84,6 +84,9 @@ CResult<void> CheckPin(const SComposite& composite, const SCompositePin& pin)
           &pin.rails.gndClamp, &pin.rails.powerClamp}) {
         RETURN_IF_ERROR(CheckOptional("a value of pin " + pin.pin, *text));
     }
+    if (pin.pin == kFloatingNode) {
+        return Wrong(fmt::format("a pin can't be named '{}': open terminals are", kFloatingNode));
+    }
     if (pin.buffer.empty() == pin.model.empty()) {
         return Wrong("pin '" + pin.pin + "' needs either a buffer or a model");
     }

@@ -192,17 +192,18 @@ void AppendCircuit(std::string& out, const SCompositeCircuit& circuit)
     out += "[External Circuit] " + circuit.name + "\r\n";
     out += "Language SPICE\r\n";
     out += fmt::format("Corner Typ {} {}\r\n", circuit.file, circuit.subcircuit);
-    std::size_t length = kWrapAt;
+    std::size_t length = 0;
     for (const SCompositePort& port : circuit.ports) {
-        if (length + port.name.size() > kWrapAt) {
-            out += length == kWrapAt ? "Ports      " : "\r\nPorts      ";
+        if (length == 0 || length + port.name.size() > kWrapAt) {
+            out += length == 0 ? "Ports      " : "\r\nPorts      ";
             length = 11;
+        } else {
+            out += ' ';
         }
-        out += port.name + ' ';
+        out += port.name;
         length += port.name.size() + 1;
     }
-    out.back() = '\r';
-    out += "\n[End External Circuit]\r\n|\r\n";
+    out += "\r\n[End External Circuit]\r\n|\r\n";
 }
 
 void AppendBuffers(std::string& out, const SComposite& composite,
