@@ -96,29 +96,35 @@ CCompositeNodes::CCompositeNodes(const SComposite& composite)
     for (const SCompositePin& pin : composite.pins) {
         m_pins.insert(pin.pin);
     }
+    std::set<std::string_view> inverted;
+    for (const SCompositePin& pin : composite.pins) {
+        inverted.insert(pin.inverts);
+    }
     std::size_t index = 0;
     for (const SCompositePin& pin : composite.pins) {
         if (!pin.buffer.empty() && pin.inverts.empty()) {
-            index = FreeIndex(index + 1);
-            m_places[pin.pin] = {index, false, false};
+            const bool paired = inverted.contains(pin.pin);
+            index = FreeIndex(index + 1, paired);
+            m_places[pin.pin] = {index, paired, false};
         }
     }
     for (const SCompositePin& pin : composite.pins) {
         const auto partner = m_places.find(pin.inverts);
         if (!pin.buffer.empty() && partner != m_places.end()) {
-            partner->second.paired = true;
             m_places[pin.pin] = {partner->second.index, true, true};
         }
     }
 }
 
 /// The next number that makes no node a pin's name: pins are often called A1, B1, ...
-std::size_t CCompositeNodes::FreeIndex(std::size_t from) const
+std::size_t CCompositeNodes::FreeIndex(std::size_t from, bool paired) const
 {
-    constexpr std::string_view kPrefixes[] = {"A",     "B",   "io",  "in",    "en",
-                                              "outin", "Bin", "Ben", "Boutin"};
+    constexpr std::string_view kSingle[] = {"io", "in", "en", "outin"};
+    constexpr std::string_view kPair[] = {"A", "B", "in", "en", "outin", "Bin", "Ben", "Boutin"};
+    const auto prefixes = paired ? std::span<const std::string_view>(kPair)
+                                 : std::span<const std::string_view>(kSingle);
     const auto isPin = [&](std::size_t index) {
-        return std::ranges::any_of(kPrefixes, [&](std::string_view prefix) {
+        return std::ranges::any_of(prefixes, [&](std::string_view prefix) {
             return m_pins.contains(fmt::format("{}{}", prefix, index));
         });
     };

@@ -71,7 +71,7 @@ private:
         bool inverting = false;
     };
     std::string Declare(std::string name);
-    [[nodiscard]] std::size_t FreeIndex(std::size_t from) const;
+    [[nodiscard]] std::size_t FreeIndex(std::size_t from, bool paired) const;
     std::string NextName(std::string_view prefix);
     std::string Numbered(std::string_view prefix, const std::string& key);
     std::string Pad(const SCompositePin& pin);
