@@ -155,7 +155,8 @@ TEST(BusBlock, IsReadTolerantly)
     EXPECT_EQ(read.buses[1].references.at(0).signals.size(), 3U);
     EXPECT_EQ(read.buses[1].references.at(0).Limit(ETimingLimit::MaxReceiveSkewMinus), "2n");
     EXPECT_EQ(block->notRead, "|remark\n");
-    EXPECT_EQ(Messages(diag), "9: Clock stands before any timing reference of its bus\n"
+    EXPECT_EQ(Messages(diag), "3: 'x' is no component type, expected Controller or Memory\n9: "
+                              "Clock stands before any timing reference of its bus\n"
                               "11: 'Dat' is no bus type, expected Data, Ctrl or AddCmd\n"
                               "13: tQH should be positive number.\n17: EdgeType has no value\n");
 }
