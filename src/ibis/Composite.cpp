@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <fmt/format.h>
+#include <map>
 #include <set>
 
 namespace zov::ibis {
@@ -185,12 +186,15 @@ CResult<void> CheckComposite(const SComposite& composite)
 
 CResult<void> FindModelTypes(SComposite& composite, const std::filesystem::path& folder)
 {
+    std::map<std::string, CIBISDataParser> files;
     for (SCompositeBuffer& buffer : composite.buffers) {
         if (!buffer.modelType.empty()) {
             continue;
         }
-        CIBISDataParser parser;
-        RETURN_IF_ERROR(parser.Read(folder / TextPath(buffer.file), {EIPCheckFirst::No, {}}));
+        CIBISDataParser& parser = files[buffer.file];
+        if (parser.Data() == nullptr) {
+            RETURN_IF_ERROR(parser.Read(folder / TextPath(buffer.file), {EIPCheckFirst::No, {}}));
+        }
         const CIPDataModel* model = parser.Data()->FindModel(buffer.model);
         if (model == nullptr || model->ModelType().empty()) {
             return Wrong(fmt::format("buffer '{}': '{}' holds no model '{}' with a type",
