@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Bus definitions in a file: whatever was read, written into the file again, must read back to the same,
-// and the rest of the file must stay.
+// Bus definitions in a file: whatever was read, written into the file again, must read back to the
+// same, and the rest of the file must stay.
 #include "ibis/BusBlock.h"
 #include "ibis/FileLines.h"
 
