@@ -18,7 +18,7 @@ namespace zov::cli {
 namespace {
 
 constexpr const char* kFooter =
-    R"(Folders are searched for .ibs, .pkg, .ebd, .ims, .emd and .ems files with all below. The status is 1
+    R"(Folders are searched for .ibs, .pkg, .ebd, .ami, .ims, .emd and .ems files with all below. The status is 1
 when a file fails by --fail-on. A waiver file has lines "FILE CODE OBJECT REASON...", for example
   *.ibs W0921 * tabs come from the generator, harmless
 

@@ -21,7 +21,8 @@ using ibischk::EReport;
 namespace {
 
 constexpr std::array kCheckedTypes = {EFileType::Ibs, EFileType::Pkg, EFileType::Ebd,
-                                      EFileType::Ims, EFileType::Emd, EFileType::Ems};
+                                      EFileType::Ami, EFileType::Ims, EFileType::Emd,
+                                      EFileType::Ems};
 
 std::optional<EFileType> TypeOf(const std::filesystem::path& path)
 {

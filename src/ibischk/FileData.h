@@ -38,6 +38,7 @@ struct SFileData
     CNameIndex modelNames;
     SModel model;                         ///< the open one
     std::vector<SCCompBlock> cCompBlocks; ///< of the open one
+    SAlgorithmicFiles algorithmicFiles;
 
     std::vector<SSubmodelInfo> submodels;
     CNameIndex submodelNames;

@@ -81,7 +81,7 @@ void TakeExecutable(SCheck& check, const SLine& line)
     const auto* kind = std::ranges::find_if(
         kKinds, [&words](std::string_view known) { return EqualsNoCase(known, words[0]); });
     if (kind == std::end(kKinds)) {
-        check.report.ErrorAt(line.Place(), 1943, words[0], KeywordText(check.state.current));
+        check.report.ErrorAt(line.Place(), 4611, words[0]);
         return;
     }
     if (count != kWords) {
@@ -99,11 +99,37 @@ void TakeExecutable(SCheck& check, const SLine& line)
     all.push_back({*kind, words[1], words[2], words[3], line.Place()});
 }
 
+/// A model that drives and receives has one executable for both ways, or one for each.
+void CheckPairs(SCheck& check)
+{
+    const SModelInfo& info = OpenModel(check);
+    const SExecutable* plain = nullptr;
+    const SExecutable* half = nullptr;
+    std::unordered_set<std::string_view> rxFiles;
+    for (const SExecutable& e : check.data.model.executables) {
+        (e.kind == kKinds[0] ? plain : half) = &e;
+        if (e.kind == kKinds[1]) {
+            rxFiles.insert(e.parameters);
+        }
+    }
+    if (plain != nullptr && half != nullptr) {
+        check.report.WarningAt(half->place, 4721, info.Type().name, half->kind);
+    }
+    for (const SExecutable& e : check.data.model.executables) {
+        if (e.kind == kKinds[2] && rxFiles.erase(e.parameters) != 0) {
+            check.report.Caution(e.place, 4722, e.parameters);
+        }
+    }
+}
+
 void CloseAlgorithmic(SCheck& check)
 {
     if (check.data.model.executables.empty()) {
         check.report.ErrorAt(check.state.sectionPlace, 4607);
+        return;
     }
+    CheckPairs(check);
+    CheckExecutableFiles(check);
 }
 
 constexpr SHandler kHandlers[] = {
@@ -113,6 +139,6 @@ constexpr SHandler kHandlers[] = {
 
 } // namespace
 
-const SFamily kAlgmodFamily = {"algmod", kHandlers, {}, nullptr};
+const SFamily kAlgmodFamily = {"algmod", kHandlers, {}, &CheckRepeaterTypes};
 
 } // namespace zov::ibischk

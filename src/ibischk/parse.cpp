@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ibischk/parse.h"
 
+#include "ibischk/Ami.h"
 #include "ibischk/Dispatch.h"
 #include "ibischk/cmn.h"
 
@@ -100,6 +101,9 @@ bool CChecker::CheckFile(std::string_view name, EFileType type, CFileSource& fil
     }
     if (IsParameterTree(type)) {
         m_ami = ReadAmiText(check, *bytes);
+        if (m_ami) {
+            static_cast<void>(CheckAmi(check, *m_ami, EAmiSide::Open));
+        }
         return m_ami.has_value();
     }
     return CheckLines(check, *bytes);

@@ -107,10 +107,10 @@ TEST_F(CCheck, StatusTellsWhatHappened)
                    ""},
              SCase{"check @/notes.txt", 3,
                    "zov: '@/notes.txt' is no file to check, expected one of .ibs, .pkg, .ebd, "
-                   ".ims, .emd, .ems\n"},
+                   ".ami, .ims, .emd, .ems\n"},
              SCase{"check @/empty", 3,
                    "zov: '@/empty' holds no file to check, expected one of .ibs, .pkg, .ebd, "
-                   ".ims, .emd, .ems\n"},
+                   ".ami, .ims, .emd, .ems\n"},
              SCase{"check @/a-name-so-long-that-no-report-wraps.ibs --baseline @/notes.txt", 3,
                    "zov: @/notes.txt: a baseline is a report of 'zov check --format json'\n"},
              SCase{"check @/a-name-so-long-that-no-report-wraps.ibs --waivers @/notes.txt", 3,

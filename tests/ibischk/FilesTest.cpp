@@ -93,7 +93,7 @@ TEST(ParameterFile, JoinsLinesAndKeepsStrings)
         const SChecked checked = CheckTree(row.file);
         ASSERT_TRUE(checked.read && checked.ami);
         EXPECT_EQ(checked.ami->text, row.text);
-        EXPECT_EQ(checked.text, "\n... Reading test.ami\n");
+        EXPECT_TRUE(checked.text.starts_with("\n... Reading test.ami\n"));
     }
 }
 
@@ -131,7 +131,7 @@ TEST(ParameterFile, OpenStringDiscardsTheText)
 TEST(ParameterFile, IllegalCharactersBecomeBlanks)
 {
     const SChecked checked = CheckTree("(a\x02)\n");
-    EXPECT_EQ(Codes(checked), "E1917@1");
+    EXPECT_EQ(Codes(checked, 900, 1999), "E1917@1");
     EXPECT_EQ(checked.ami->text, "(a ) ");
 }
 
