@@ -22,6 +22,8 @@ constexpr std::string_view kTexts[] = {
 #include "ibischk/explain/Package.inc"
     ,
 #include "ibischk/explain/Module.inc"
+    ,
+#include "ibischk/explain/Ami.inc"
 };
 
 constexpr std::string_view kAnyFamily = "*";

@@ -71,6 +71,10 @@ void OpenAlgorithmic(SCheck& check, const SLine& /*line*/)
         check.report.ErrorAt(check.state.keywordPlace, 4605, "[Algorithmic Model]",
                              info.Type().name);
     }
+    if (!check.data.model.executables.empty()) {
+        check.report.ErrorAt(check.state.keywordPlace, 1911, KeywordText(check.state.current));
+        check.data.model.executables.clear();
+    }
 }
 
 void TakeExecutable(SCheck& check, const SLine& line)

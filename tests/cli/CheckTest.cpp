@@ -128,6 +128,7 @@ TEST_F(CCheck, FoldersAreSearchedInOrderAndEachFileOnce)
     Write("m/b.IBS", kRefused);
     Write("m/sub/c.ebd", kRefused);
     Write("m/a.pkg", kRefused);
+    Write("m/d.ami", kRefused);
     Write("m/read.me", kRefused);
     const cli::TJson report = Json("check @/m @/m/a.pkg --format json");
     ASSERT_TRUE(report.is_object());
@@ -135,9 +136,34 @@ TEST_F(CCheck, FoldersAreSearchedInOrderAndEachFileOnce)
     for (const cli::TJson& file : report["files"]) {
         names += PathText(TextPath(file["file"].get<std::string>()).filename()) + ' ';
     }
-    EXPECT_EQ(names, "a.pkg b.IBS c.ebd ");
+    EXPECT_EQ(names, "a.pkg b.IBS d.ami c.ebd ");
     EXPECT_EQ(report["version"], 1);
     EXPECT_EQ(report["complete"], true);
+}
+
+TEST_F(CCheck, ParameterFilesAreCheckedAloneAndWithTheFileThatNamesThem)
+{
+    Write("p.ami", "(r (Model_Specific\n (gain (Usage In) (Type Float) (Value 10p))))\n");
+    Write("m.ibs", "[IBIS Ver] 6.1\n[File Name] m.ibs\n[File Rev] 1\n[Model] m\nModel_type "
+                   "Output\n[Algorithmic Model]\nExecutable Linux_gcc_64 m.so p.ami\n[End "
+                   "Algorithmic Model]\n[End]\n");
+    for (const char* named : {"p.ami", "m.ibs"}) {
+        const cli::TJson report = Json(std::string("check @/") + named + " --format json");
+        bool found = false;
+        for (const cli::TJson& finding : report["files"][0]["findings"]) {
+            if (finding["code"] == 4648) {
+                found = true;
+                EXPECT_TRUE(finding["file"].get<std::string>().ends_with("p.ami"));
+                EXPECT_EQ(finding["line"], 2);
+                EXPECT_EQ(finding["model"], "r");
+                EXPECT_EQ(finding["table"], "gain");
+            }
+        }
+        EXPECT_TRUE(found) << named;
+    }
+    const std::string sarif = Zov("check @/m.ibs --format sarif").out;
+    EXPECT_NE(sarif.find("p.ami"), std::string::npos);
+    EXPECT_NE(sarif.find("ami/value-type"), std::string::npos);
 }
 
 TEST_F(CCheck, WaivedFindingsAreListedAndDontCount)

@@ -119,6 +119,14 @@ TEST(Executable, EveryRuleFires)
     EXPECT_EQ(Codes(checked, 4600, 4799), "");
 }
 
+TEST(Executable, AModelHasOneBlock)
+{
+    const std::string block = Model("Output", "Executable Linux_gcc_64 m.so m.ami\n");
+    const std::string second = block.substr(block.find("[Algorithmic"));
+    EXPECT_EQ(Codes(CheckText(Ibs("6.1", block + second)), 1911, 1911), "E1911@9");
+    EXPECT_EQ(Codes(CheckText(Ibs("6.1", block)), 1911, 1911), "");
+}
+
 TEST(Executable, PathsLeadBelowTheFileFrom70)
 {
     const std::string lines = "Executable Linux_gcc_64 lib/m.so /m.ami\n";
