@@ -210,7 +210,8 @@ private:
 
     void Unused()
     {
-        if (!Offers(P("Modulation"), "PAM4")) {
+        const SAmiParameter& modulation = P("Modulation");
+        if (!Offers(modulation, "PAM4") && !modulation.IsPlaceHolder()) {
             for (std::size_t row = 0; row < kReservedRows; ++row) {
                 const SAmiParameter& p = m_all.found[row];
                 if (p.Present() && p.name.starts_with("PAM4_")) {
