@@ -10,6 +10,8 @@
 
 // An operand may be the result's own place, which no compiler can know to be harmless.
 #if defined(__clang__)
+// Without optimisation the loops stay as they are, which is no fault.
+#pragma clang diagnostic ignored "-Wpass-failed"
 #define ZOV_INDEPENDENT _Pragma("clang loop vectorize(assume_safety)")
 #elif defined(__GNUC__)
 #define ZOV_INDEPENDENT _Pragma("GCC ivdep")
@@ -39,7 +41,11 @@ namespace avx2 {
 } // namespace avx2
 
 namespace avx512 {
+#if defined(__clang__)
+#define ZOV_TARGET __attribute__((target("avx512f,avx512dq,avx512vl")))
+#else
 #define ZOV_TARGET __attribute__((target("avx512f,avx512dq,avx512vl,prefer-vector-width=512")))
+#endif
 #include "curve/CalcKernelSet.inc"
 #undef ZOV_TARGET
 } // namespace avx512
