@@ -3,6 +3,7 @@
 
 #include "base/DecimalScan.h"
 
+#include <charconv>
 #include <limits>
 
 namespace zov::curve {
@@ -24,6 +25,24 @@ std::optional<double> SpecialNumber(std::string_view token)
         return std::numeric_limits<double>::quiet_NaN();
     }
     return std::nullopt;
+}
+
+/// As ScanDouble, but numbers of 16 and 17 digits, which fill curve files, are converted without
+/// being looked at once more.
+const char* TakeNumber(const char* at, const char* end, double& out)
+{
+    SDecimalScan scan;
+    if (!ScanDecimal(at, end, scan)) {
+        return nullptr;
+    }
+    if (scan.end != end && !IsSpace(*scan.end)) {
+        return ScanDouble(at, end, out);
+    }
+    if (ExactDecimal(scan, 0, out)) {
+        return scan.end;
+    }
+    const auto [after, error] = std::from_chars(at + (*at == '+' ? 1 : 0), scan.end, out);
+    return error == std::errc{} && after == scan.end ? after : ScanDouble(at, end, out);
 }
 
 } // namespace
@@ -63,7 +82,7 @@ std::optional<double> NextNumber(std::string_view& rest)
     }
     const char* const end = rest.data() + rest.size();
     double number = 0.0;
-    const char* const after = ScanDouble(rest.data(), end, number);
+    const char* const after = TakeNumber(rest.data(), end, number);
     if (after != nullptr && (after == end || IsSpace(*after))) {
         rest.remove_prefix(static_cast<std::size_t>(after - rest.data()));
         return number;

@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "curve/CurveFile.h"
 #include "curve/CurveMessages.h"
+#include "curve/JournalSupport.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -221,24 +222,6 @@ TEST(CurveFileReader, ImpedanceAndPropagationDontMix)
     EXPECT_EQ(Told(f + g + s + z), noImpedance);
     EXPECT_EQ(Told(f + z + s + z, EValueClass::Impedance).substr(0, 6), "kind 0");
 }
-
-class CRecordingJournal final : public CCurveJournal
-{
-public:
-    void Command(std::string_view text) override { told += std::string(text) + '\n'; }
-    void Hook(const SHookCall& call) override
-    {
-        told += std::string(call.hook) + ':';
-        for (const auto& [key, value] : call.values) {
-            told += ' ' + key + '=' + value;
-        }
-        for (const TCurvePtr& curve : call.curves) {
-            told += ' ' + curve->Header().legend;
-        }
-        told += '\n';
-    }
-    std::string told;
-};
 
 TEST(LoadCurveFile, FillsTheSetOrSaysWhyNot)
 {

@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "curve/CurveFile.h"
 #include "curve/CurveNumber.h"
+#include "curve/JournalSupport.h"
 #include "support/TempFolder.h"
 
 #include <array>
@@ -197,25 +198,11 @@ TEST(CurveFileWriter, NumbersThatAreNoneReadBack)
     EXPECT_EQ(points.Column(2)[1], 5e-324);
 }
 
-class CTextJournal final : public CCurveJournal
-{
-public:
-    void Command(std::string_view text) override { told += std::string(text) + '\n'; }
-    void Hook(const SHookCall& call) override
-    {
-        told += call.hook;
-        for (const auto& [key, value] : call.values) {
-            told += ' ' + key + '=' + value;
-        }
-    }
-    std::string told;
-};
-
 TEST(SaveCurveFile, JournalsWhatItWrote)
 {
     const test::CTempFolder folder;
     const TCurvePtr curve = MakeCurve({"a", "b", "c", {}, {}, {}, {}, {}}, {{1.0, {}}});
-    CTextJournal journal;
+    CRecordingJournal journal;
     SCurveWriteOptions options;
     options.curveGroup = "g";
     options.matrixType = "Z";
@@ -224,9 +211,9 @@ TEST(SaveCurveFile, JournalsWhatItWrote)
     EXPECT_EQ(ReplaceAll(journal.told, PathText(folder.Path()), "@"),
               "tavrely::save Curve -Name {a} -FileName {@/o.cur} -CurveGroup {g} -CurveFileType "
               "{CUR} -MatrixTypeToSave {Z}\n"
-              "save_curve CurveName=a FileName=@/o.cur CurveGroup=g CurveFileType=CUR "
-              "MatrixType=Z");
-    CTextJournal nothing;
+              "save_curve: CurveName=a FileName=@/o.cur CurveGroup=g CurveFileType=CUR "
+              "MatrixType=Z\n");
+    CRecordingJournal nothing;
     EXPECT_FALSE(
         SaveCurveFile(folder.Path() / "no/o.cur", curve, EKind::Vswr, options, nothing).Ok());
     EXPECT_EQ(nothing.told, "");
