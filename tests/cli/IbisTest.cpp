@@ -32,7 +32,8 @@ TEST_F(CIbis, TreeCountsAndShowsWhatIsThere)
               "  [Pulldown]  (1 row)  #4\n    0 1 2 3\n    0 x  #6\n      ! 6: not understood\n"
               "0 components, 0 pins, 1 model, 1 table with 1 row\n= 0");
     EXPECT_EQ(Zov("ibis tree @/bad.ibs").status, 1);
-    EXPECT_EQ(Told("ibis tree @/none.ibs"), "--\nzov: @/none.ibs: no such file or directory\n= 3");
+    EXPECT_EQ(Told("ibis tree @/none.ibs"),
+              "--\nzov: cannot open '@/none.ibs': no such file or directory\n= 3");
 }
 
 TEST_F(CIbis, PinsAskForTheComponentWhenThereAreSeveral)
