@@ -13,17 +13,13 @@ namespace zov::network {
 
 namespace {
 
-/// Frequencies [begin, end) in place; `keep` gets false where the parameters do not exist.
+/// Frequencies [begin, end) in place; `keep` gets 0 where the parameters do not exist.
 void ConvertRange(CNetworkData& data, CFormMap& map, std::size_t begin, std::size_t end,
                   std::vector<char>& keep)
 {
-    for (std::size_t f = begin; f < end; ++f) {
-        try {
-            map.Apply(data.Matrix(f));
-        } catch (const CMatrixException&) {
-            keep[f] = 0;
-        }
-    }
+    const std::size_t size = data.MatrixSize();
+    map.ApplyAll({data.Values().data() + begin * size, (end - begin) * size},
+                 {keep.data() + begin, end - begin});
 }
 
 /// Marks of the frequencies that could be converted.

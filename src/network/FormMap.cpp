@@ -56,11 +56,6 @@ double ScaleOf(const SForm& form, std::size_t port)
     return ohm == first ? 1.0 : std::sqrt(ohm / first);
 }
 
-TComplex Times(TComplex a, TComplex b)
-{
-    return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
-}
-
 [[noreturn]] void Singular()
 {
     throw CMatrixException(CMatrixException::EReason::Singular);
@@ -115,7 +110,9 @@ void CFormMap::Apply(std::span<TComplex> matrix)
     } else if (m_ports.size() == 1) {
         Single(matrix.front());
     } else if (m_ports.size() == 2) {
-        Pair(matrix);
+        if (!MapTwoPorts(m_ports[0], m_ports[1], reinterpret_cast<double*>(matrix.data()), 1)[0]) {
+            Singular();
+        }
     } else if (m_kind == EKind::Inverse) {
         ByInverse(matrix);
     } else {
@@ -145,42 +142,27 @@ void CFormMap::Single(TComplex& value) const
     value = (port.t * value + port.u) / below;
 }
 
-/// (t P + u) adj(D) / det(D) with D = v P + w.
-void CFormMap::Pair(std::span<TComplex> matrix) const
+void CFormMap::ApplyAll(std::span<TComplex> matrices, std::span<char> keep)
 {
-    const SPortMap& one = m_ports[0];
-    const SPortMap& two = m_ports[1];
-    const TComplex p11 = matrix[0];
-    const TComplex p12 = matrix[1];
-    const TComplex p21 = matrix[2];
-    const TComplex p22 = matrix[3];
-    const TComplex d11 = one.v * p11 + one.w;
-    const TComplex d12 = one.v * p12;
-    const TComplex d21 = two.v * p21;
-    const TComplex d22 = two.v * p22 + two.w;
-    const TComplex determinant = Times(d11, d22) - Times(d12, d21);
-    const double square = std::norm(determinant);
-    const auto size = [](double v, TComplex p, double w) {
-        return std::fabs(v) * (std::fabs(p.real()) + std::fabs(p.imag())) + std::fabs(w);
-    };
-    const auto length = [](TComplex d) { return std::fabs(d.real()) + std::fabs(d.imag()); };
-    const double lost =
-        kLostDigits *
-        (length(d11) * size(two.v, p22, two.w) + length(d22) * size(one.v, p11, one.w) +
-         length(d12) * size(two.v, p21, 0.0) + length(d21) * size(one.v, p12, 0.0));
-    if (!(square > lost * lost)) {
-        Singular();
+    const std::size_t size = m_ports.size() * m_ports.size();
+    const bool blocks =
+        m_ports.size() == 2 && m_kind != EKind::Scaling && m_kind != EKind::Identity;
+    for (std::size_t i = 0; i < keep.size(); i += blocks ? kTwoPortBlock : 1) {
+        if (blocks) {
+            const std::size_t count = std::min(kTwoPortBlock, keep.size() - i);
+            const auto regular =
+                MapTwoPorts(m_ports[0], m_ports[1],
+                            reinterpret_cast<double*>(matrices.data() + i * size), count);
+            std::copy_n(regular.begin(), count, keep.begin() + static_cast<std::ptrdiff_t>(i));
+            continue;
+        }
+        try {
+            Apply(matrices.subspan(i * size, size));
+            keep[i] = 1;
+        } catch (const CMatrixException&) {
+            keep[i] = 0;
+        }
     }
-    const double scale = 1.0 / square;
-    const TComplex inverse(determinant.real() * scale, -determinant.imag() * scale);
-    const TComplex n11 = one.t * p11 + one.u;
-    const TComplex n12 = one.t * p12;
-    const TComplex n21 = two.t * p21;
-    const TComplex n22 = two.t * p22 + two.u;
-    matrix[0] = Times(Times(n11, d22) - Times(n12, d21), inverse);
-    matrix[1] = Times(Times(n12, d11) - Times(n11, d12), inverse);
-    matrix[2] = Times(Times(n21, d22) - Times(n22, d21), inverse);
-    matrix[3] = Times(Times(n22, d11) - Times(n21, d12), inverse);
 }
 
 void CFormMap::ByInverse(std::span<TComplex> matrix)

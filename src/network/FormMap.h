@@ -16,6 +16,7 @@
 #pragma once
 
 #include "network/Matrix.h"
+#include "network/TwoPortBlock.h"
 
 namespace zov::network {
 
@@ -36,6 +37,8 @@ public:
     /// In place. Throws CMatrixException when the wanted parameters do not exist; the values are
     /// then of no meaning.
     void Apply(std::span<TComplex> matrix);
+    /// Matrices one behind the other, in place; keep[i] becomes 0 where Apply would throw.
+    void ApplyAll(std::span<TComplex> matrices, std::span<char> keep);
     /// True when values stay what they are.
     [[nodiscard]] bool IsIdentity() const { return m_kind == EKind::Identity; }
 
@@ -47,18 +50,8 @@ private:
         Inverse,  ///< v nowhere 0: t/v + (u - t w / v) (v P + w)^-1
         Quotient
     };
-    struct SPortMap
-    {
-        double t;
-        double u;
-        double v;
-        double w;
-
-        [[nodiscard]] double Factor() const { return u - t * w / v; }
-    };
     void Scale(std::span<TComplex> matrix) const;
     void Single(TComplex& value) const;
-    void Pair(std::span<TComplex> matrix) const;
     void ByInverse(std::span<TComplex> matrix);
     void ByQuotient(std::span<TComplex> matrix);
 
