@@ -23,8 +23,8 @@ struct SLengths
     std::size_t width;
     std::size_t step;
 };
-constexpr std::array<SLengths, 5> kClasses = {
-    {{15, 8, 8}, {11, 8, 4}, {8, 8, 1}, {4, 4, 1}, {2, 2, 1}}};
+constexpr std::array<SLengths, 6> kClasses = {
+    {{15, 8, 8}, {11, 8, 4}, {8, 6, 3}, {6, 4, 3}, {4, 4, 1}, {2, 2, 1}}};
 
 const SLengths* ClassOf(std::size_t length)
 {
@@ -40,7 +40,15 @@ template <std::size_t W>
 std::uint64_t LoadWindow(const char* at)
 {
     std::uint64_t word = 0;
-    std::memcpy(&word, at, W);
+    if constexpr (W == 6) { // two loads
+        std::uint32_t low = 0;
+        std::uint16_t high = 0;
+        std::memcpy(&low, at, sizeof low);
+        std::memcpy(&high, at + sizeof low, sizeof high);
+        word = low | std::uint64_t{high} << 32U;
+    } else {
+        std::memcpy(&word, at, W);
+    }
     return word;
 }
 
@@ -229,6 +237,9 @@ void FindParts(const CFoldedTexts& texts, std::span<const std::string_view> need
         switch (kClasses[i].width) {
         case 8:
             CClassPass<8>(texts, kClasses[i].step, needles, hit).Run(members[i]);
+            break;
+        case 6:
+            CClassPass<6>(texts, kClasses[i].step, needles, hit).Run(members[i]);
             break;
         case 4:
             CClassPass<4>(texts, kClasses[i].step, needles, hit).Run(members[i]);
