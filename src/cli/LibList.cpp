@@ -17,8 +17,7 @@ constexpr const char* kFooter =
 holds every property; its numbers are in SI units whatever --units says.
 
 Examples:
-  zov lib list caps.zov --match '*X7R*' --units C=uF,R=Ohm
-  zov lib list caps.zov --find 'x7r Cnom 90nF..110nF volt>=16'
+  zov lib list caps.zov --units C=uF,R=Ohm --find 'x7r Cnom 90nF..110nF volt>=16'
   zov lib list board.zov --type IC --json)";
 
 struct SOptions

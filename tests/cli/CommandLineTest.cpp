@@ -28,7 +28,8 @@ TEST_F(CCommandLine, WrongUsageSaysWhatAndWhereHelpIs)
                    "zov: 'X=pF' is not understood, expected QUANTITY=UNIT with a quantity out of "
                    "R, L, C, V, I, t, f, P\n"},
              SCase{"lib list a.zov --find volt>=x",
-                   "zov: 'x' is no value of Volt: expected a number with one of the units V, mV\n"},
+                   "zov: 'x' is no value of Volt: expected a number with one of the units V, mV, "
+                   "uV, nV, kV\n"},
              SCase{"lib list a.zov --type diode",
                    "zov: 'diode' is no record type, expected one of IC, Capacitor, Inductor, "
                    "Resistor, VRM, Connector, Package, SPICE\n"},
