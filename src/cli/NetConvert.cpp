@@ -90,13 +90,14 @@ CResult<std::vector<double>> ReadPoints(const std::string& text)
 {
     const std::vector<std::string_view> parts = Split(text, ':');
     const bool log = parts.size() == 4 && EqualsNoCase(parts[3], "log");
-    const std::optional<double> from = parts.size() > 2 ? ParseDouble(parts[0]) : std::nullopt;
-    const std::optional<double> to = parts.size() > 2 ? ParseDouble(parts[1]) : std::nullopt;
-    const std::optional<std::int64_t> count = parts.size() > 2 ? ParseInt(parts[2]) : std::nullopt;
-    if (!from || !to || !count || *count < 0 || (parts.size() != 3 && !log)) {
+    const bool formed = parts.size() == 3 || log;
+    const std::optional<double> from = formed ? ParseDouble(parts[0]) : std::nullopt;
+    const std::optional<double> to = formed ? ParseDouble(parts[1]) : std::nullopt;
+    const std::int64_t count = formed ? ParseInt(parts[2]).value_or(-1) : -1;
+    if (!from || !to || count < 0) {
         return Fail(EErr::Argument, "--points: expected FROM:TO:COUNT or FROM:TO:COUNT:log, in Hz");
     }
-    return FrequencyList(*from, *to, static_cast<std::size_t>(*count),
+    return FrequencyList(*from, *to, static_cast<std::size_t>(count),
                          log ? ESpacing::Logarithmic : ESpacing::Linear);
 }
 

@@ -82,8 +82,8 @@ CResult<void> CFileSettings::Save(const std::filesystem::path& path) const
     TJson document = TJson::object();
     for (const auto& [section, values] : m_sections) {
         TJson& into = document[section] = TJson::object();
-        for (const auto& [name, value] : values) {
-            std::visit([&](const auto& held) { into[name] = held; }, value);
+        for (const auto& value : values) {
+            std::visit([&](const auto& held) { into[value.first] = held; }, value.second);
         }
     }
     return WriteFileAtomic(path,
