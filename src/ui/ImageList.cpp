@@ -72,10 +72,9 @@ public:
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
     {
         const QPalette palette = QApplication::palette();
-        const QColor color =
-            palette.color(mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active,
-                          mode == QIcon::Selected ? QPalette::HighlightedText
-                                                  : QPalette::ButtonText);
+        const QColor color = palette.color(
+            mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active,
+            mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText);
         const SDrawing drawing = Draw(m_strokes);
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);

@@ -14,8 +14,8 @@ namespace zov::ui {
 struct SImageOutline
 {
     const char* name;
-    /// Strokes: "M x y" move, "L x y" line, "C x1 y1 x2 y2 x y" curve, "O x y r" circle, "R x y w h"
-    /// rectangle, "Z" close, "F" fill what was drawn so far. Numbers are absolute.
+    /// Strokes: "M x y" move, "L x y" line, "C x1 y1 x2 y2 x y" curve, "O x y r" circle, "R x y w
+    /// h" rectangle, "Z" close, "F" fill what was drawn so far. Numbers are absolute.
     const char* strokes;
 };
 
