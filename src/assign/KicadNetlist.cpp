@@ -114,7 +114,8 @@ ERecordType TypeOfSymbol(std::string_view symbol)
         return ERecordType::Any;
     }
     symbol.remove_prefix(7);
-    switch (symbol.size() == 1 || symbol.substr(1, 1) == "_" ? symbol[0] : ' ') {
+    symbol = symbol.substr(0, symbol.find('_'));
+    switch (symbol.size() == 1 ? symbol[0] : ' ') {
     case 'C':
         return ERecordType::Capacitor;
     case 'L':
