@@ -53,6 +53,19 @@ TEST_F(CIbis, PinsAskForTheComponentWhenThereAreSeveral)
     EXPECT_EQ(pins["pins"][3]["pair"]["inverting"], true);
 }
 
+TEST_F(CIbis, ComposedFilesPassTheCheck)
+{
+    EXPECT_EQ(Told("ibis compose @/memory-composite.json -o @/nvm2_sys.ibs --date 2026-03-01"),
+              "@/nvm2_sys.ibs: 7 pins, 2 buffers\n@/nvm2_sys.sp: 3 sub-circuits\n"
+              "check: 0 errors, 0 warnings\n= 0");
+    EXPECT_EQ(Zov("ibis tree @/nvm2_sys.ibs").status, 0);
+    EXPECT_EQ(Told("ibis compose @/memory-composite.json -o @/x.ibs --date 2026-13-01"),
+              "--\nzov: '2026-13-01' is no date, expected YEAR-MONTH-DAY\n= 2");
+    m_folder.Write("d.json", "{\"version\": 1, \"component\": \"c\"}");
+    EXPECT_EQ(Told("ibis compose @/d.json -o @/x.ibs"), "--\nzov: there are no pins\n= 3");
+    EXPECT_FALSE(std::filesystem::exists(m_folder.Path() / "x.ibs"));
+}
+
 TEST_F(CIbis, BusesAreWrittenIntoACopy)
 {
     EXPECT_EQ(Told("ibis buses @/memory.ibs"),
