@@ -86,7 +86,7 @@ CResult<std::vector<SToken>> Tokens(std::string_view text)
             }
         }
         if (inQuotes) {
-            return SError{EErr::Argument, "a quote is not closed", {{}, 1, token.column}, {}};
+            return SError{EErr::Argument, "a quote is not closed", {{}, 0, token.column}, {}};
         }
         if (!token.text.empty()) {
             tokens.push_back(std::move(token));
@@ -108,7 +108,7 @@ SError NotAValue(std::string_view text, const SPropInfo& info, std::size_t colum
     return SError{
         EErr::Argument,
         fmt::format("'{}' is no value of {}: expected a number{}", text, info.name, units),
-        {{}, 1, column},
+        {{}, 0, column},
         {}};
 }
 
@@ -185,7 +185,7 @@ CResult<bool> ReadNamed(const SOperator& parts, std::size_t column, SQueryTerm& 
         if (!EqualsNoCase(parts.right, "incomplete")) {
             return SError{EErr::Argument,
                           fmt::format("'is:{}' is not known: expected is:incomplete", parts.right),
-                          {{}, 1, column},
+                          {{}, 0, column},
                           {}};
         }
         term.kind = SQueryTerm::EKind::Incomplete;
@@ -210,7 +210,7 @@ CResult<bool> ReadNamed(const SOperator& parts, std::size_t column, SQueryTerm& 
         return SError{EErr::Argument,
                       fmt::format("{} is a text and can't be compared with {}: write {}:{}",
                                   info->name, parts.op, parts.left, parts.right),
-                      {{}, 1, column},
+                      {{}, 0, column},
                       {}};
     }
     term.kind = parts.op == ":" ? SQueryTerm::EKind::Property : SQueryTerm::EKind::PropertyIs;
