@@ -232,6 +232,10 @@ private:
     void TakeTitles(std::string_view line, SCurveHeader& header)
     {
         header.columnTitles = Trim(line);
+        if (header.columnTitles.starts_with('*')) {
+            // Without what stands before it, it would read back as an attribute or a banner.
+            header.columnTitles.insert(0, line.substr(0, line.find('*')));
+        }
         std::string_view rest = line;
         static_cast<void>(NextToken(rest));
         const std::string_view unit = NextToken(rest);

@@ -52,6 +52,17 @@ SParentheses CountParentheses(std::string_view text)
     return found;
 }
 
+/// Where the root opens; the text's size when nothing does. A parenthesis in a string opens
+/// nothing.
+std::size_t FirstOpen(std::string_view text)
+{
+    std::size_t at = 0;
+    while (at < text.size() && text[at] != '(') {
+        at = text[at] == '"' ? StringEnd(text, at) : at + 1;
+    }
+    return at;
+}
+
 /// Where the innermost "(" stands that nothing closes; there is one.
 std::size_t LastOpen(std::string_view text)
 {
@@ -150,7 +161,7 @@ public:
 
     void Run()
     {
-        const std::size_t root = std::min(m_text.find('('), m_text.size());
+        const std::size_t root = FirstOpen(m_text);
         Outside(m_text.substr(0, root));
         m_at = root;
         while (m_at < m_text.size()) {
