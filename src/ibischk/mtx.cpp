@@ -24,6 +24,14 @@ std::string_view PinName(SCheck& check, std::size_t pin)
     return Package(check).pins[pin];
 }
 
+/// Pins that are listed behind the matrix's head are not part of it.
+std::optional<std::size_t> FindPin(SCheck& check, std::string_view name)
+{
+    const auto pin = Package(check).pinNames.Find(name);
+    return pin && *pin < check.data.matrix.rowSeen.size() ? std::optional<std::size_t>(*pin)
+                                                          : std::nullopt;
+}
+
 // --- the whole matrix ---------------------------------------------------------------------------
 
 void CheckComplete(SCheck& check, const SMatrix& matrix)
@@ -231,7 +239,7 @@ void OpenRow(SCheck& check, const SLine& line)
         matrix.spoiled = true;
         return;
     }
-    const auto pin = Package(check).pinNames.Find(name);
+    const std::optional<std::size_t> pin = FindPin(check, name);
     if (!pin) {
         matrix.spoiled = true;
         ReportUnresolved(check, Package(check).pinNames, name, line.Place(name), 3706);
@@ -315,7 +323,7 @@ void TakeSparseLine(SCheck& check, const SLine& line)
         check.report.ErrorAt(line.Place(), 3712, line.text);
         return;
     }
-    const auto column = Package(check).pinNames.Find(pin);
+    const std::optional<std::size_t> column = FindPin(check, pin);
     if (!column) {
         ReportUnresolved(check, Package(check).pinNames, pin, line.Place(pin), 3713);
         return;
