@@ -40,8 +40,7 @@ std::vector<std::uint32_t> MayMatch(const CKeyIndex& index, std::size_t count,
         }
     }
     std::ranges::sort(records);
-    const auto repeated = std::ranges::unique(records);
-    records.erase(repeated.begin(), repeated.end());
+    records.erase(std::unique(records.begin(), records.end()), records.end());
     return records;
 }
 
