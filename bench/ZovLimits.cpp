@@ -160,7 +160,7 @@ int main(int argc, char** argv)
     } else if (job == "calc" && argc > 3) {
         CalcLimit(argv[2], static_cast<std::size_t>(std::atoll(argv[3])));
     } else if (job == "numbers") {
-        const CFileView view = Open(argv[2]);
+        const zov::CFileView view = Open(argv[2]);
         NumbersLimit(view.Bytes());
     } else {
         return 2;
