@@ -29,6 +29,11 @@ CResult<std::shared_ptr<CZovLibrary>> CLibraryCache::Open(const fs::path& path, 
     return library;
 }
 
+void CLibraryCache::Put(const fs::path& path, std::shared_ptr<CZovLibrary> library)
+{
+    m_open.try_emplace(KeyOf(path), std::move(library));
+}
+
 void CLibraryCache::Close(const fs::path& path)
 {
     m_open.erase(KeyOf(path));

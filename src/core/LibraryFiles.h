@@ -142,6 +142,9 @@ public:
     }
     /// As LoadLibrary, which also describes the errors. The path is compared in its canonical form.
     CResult<std::shared_ptr<CZovLibrary>> Open(const std::filesystem::path& path, CLogSink& log);
+    /// Takes a library that was loaded elsewhere, on another thread for instance. One that is open
+    /// under the path stays.
+    void Put(const std::filesystem::path& path, std::shared_ptr<CZovLibrary> library);
     /// Forgets a path; whoever holds the library keeps it.
     void Close(const std::filesystem::path& path);
     [[nodiscard]] std::size_t Count() const { return m_open.size(); }

@@ -301,6 +301,14 @@ bool CLibrarySet::MoveExternal(std::size_t from, std::size_t to)
     return true;
 }
 
+void CLibrarySet::OrderExternals(const std::vector<std::shared_ptr<CZovLibrary>>& libraries)
+{
+    const auto placeOf = [&](const SLibraryEntry& entry) {
+        return std::ranges::find(libraries, entry.library) - libraries.begin();
+    };
+    std::ranges::stable_sort(m_externals, {}, placeOf);
+}
+
 std::vector<SListedLibrary> CLibrarySet::Remembered() const
 {
     std::vector<SListedLibrary> listed;

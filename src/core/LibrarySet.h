@@ -70,6 +70,15 @@ public:
     /// that name when there is one. NotFound when the folder has no such library.
     CResult<EOpened> OpenFolder(const std::filesystem::path& folder, CLogSink& log,
                                 CQuestions* questions = nullptr);
+    /// A library that was loaded beforehand: opening its path takes this one instead of reading the
+    /// file.
+    void TakeLoaded(const std::filesystem::path& path, std::shared_ptr<CZovLibrary> library)
+    {
+        m_cache.Put(path, std::move(library));
+    }
+    /// The external libraries in the order of `libraries`; those that it lacks keep their order
+    /// behind them.
+    void OrderExternals(const std::vector<std::shared_ptr<CZovLibrary>>& libraries);
     /// A project library without a path; asks as Open does.
     EOpened NewProject(CLogSink& log, CQuestions* questions = nullptr);
     /// A file dropped on the project library: refused in the log while one is open, else opened.

@@ -194,34 +194,46 @@ bool CLibraryTree::MoveTo(TNode node, TNode parent)
     return true;
 }
 
-void CLibraryTree::AddSets(TNode collection, const std::string& nestedName,
-                           const std::function<bool(const CZovLibrary&)>& isOn,
-                           std::vector<SExternalLibSet>& sets) const
+std::vector<std::pair<CLibraryTree::TNode, std::string>> CLibraryTree::Collections() const
 {
-    SExternalLibSet set;
-    set.name = nestedName;
-    for (const TNode child : ChildrenOf(collection)) {
-        const auto& library = LibraryOf(child);
-        if (library && !library->Path().empty()) {
-            set.libraries.push_back({library->Path(), isOn(*library)});
+    std::vector<std::pair<TNode, std::string>> collections;
+    std::vector<std::pair<TNode, std::string>> open = {{kRoot, {}}};
+    while (!open.empty()) {
+        const auto [at, name] = open.back();
+        open.pop_back();
+        if (at != kRoot) {
+            collections.emplace_back(at, name);
+        }
+        const std::vector<TNode>& children = ChildrenOf(at);
+        for (auto child = children.rbegin(); child != children.rend(); ++child) {
+            if (IsCollection(*child)) {
+                open.emplace_back(*child,
+                                  name.empty() ? NameOf(*child) : name + '/' + NameOf(*child));
+            }
         }
     }
-    if (collection != kRoot || !set.libraries.empty()) {
-        sets.push_back(std::move(set));
-    }
-    for (const TNode child : ChildrenOf(collection)) {
-        if (IsCollection(child)) {
-            const std::string& name = m_nodes.at(child).name;
-            AddSets(child, nestedName.empty() ? name : nestedName + '/' + name, isOn, sets);
-        }
-    }
+    return collections;
 }
 
 std::vector<SExternalLibSet>
 CLibraryTree::ToSets(const std::function<bool(const CZovLibrary&)>& isOn) const
 {
+    std::vector<std::pair<TNode, std::string>> collections = Collections();
+    collections.insert(collections.begin(), {kRoot, {}});
     std::vector<SExternalLibSet> sets;
-    AddSets(kRoot, {}, isOn, sets);
+    for (const auto& [collection, name] : collections) {
+        SExternalLibSet set;
+        set.name = name;
+        for (const TNode child : ChildrenOf(collection)) {
+            const auto& library = LibraryOf(child);
+            if (library && !library->Path().empty()) {
+                set.libraries.push_back({library->Path(), isOn(*library)});
+            }
+        }
+        if (collection != kRoot || !set.libraries.empty()) {
+            sets.push_back(std::move(set));
+        }
+    }
     return sets;
 }
 

@@ -14,6 +14,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zov {
@@ -43,6 +44,10 @@ public:
     [[nodiscard]] TNode Find(const CZovLibrary& library) const;
     /// Libraries of a node and below, as the tree shows them from top to bottom.
     [[nodiscard]] std::vector<std::shared_ptr<CZovLibrary>> LibrariesOf(TNode node) const;
+
+    /// Every collection with its nested name ("outer/inner"), as the tree shows them from top to
+    /// bottom.
+    [[nodiscard]] std::vector<std::pair<TNode, std::string>> Collections() const;
 
     /// A new collection at the end; a name that a sibling collection has gets "_2", "_3", ...
     TNode AddCollection(TNode parent, const std::string& name = kNewCollection);
@@ -82,10 +87,6 @@ private:
     [[nodiscard]] TNode ChildNamed(TNode parent, std::string_view name) const;
     [[nodiscard]] std::string FreeName(TNode parent, const std::string& wanted) const;
     void Detach(TNode node);
-    void AddSets(TNode collection, const std::string& nestedName,
-                 const std::function<bool(const CZovLibrary&)>& isOn,
-                 std::vector<SExternalLibSet>& sets) const;
-
     std::map<TNode, SNode> m_nodes;
     TNode m_next = kRoot + 1;
 };

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+/// Numbers of the desktop's commands; the windows' tables give them their texts.
+#pragma once
+
+namespace zov::app {
+
+enum ECommandId : unsigned
+{
+    ID_FILE_NEW = 1,
+    ID_FILE_OPEN,
+    ID_FILE_OPEN_FOLDER,
+    ID_FILE_SAVE,
+    ID_FILE_SAVE_AS,
+    ID_ZOV_FRM_EXIT,
+    ID_VELDA_LIBRARY,
+    ID_VIEW_TOOLBAR_MAIN,
+    ID_VIEW_PANE_LIBRARIES,
+    ID_VIEW_PANE_MODELS,
+    ID_VIEW_PANE_EDITOR,
+    ID_VIEW_PANE_EXTERNAL,
+    ID_VIEW_PANE_WORKFLOW,
+    ID_VIEW_PANE_OUTPUT,
+    ID_THEME_DARK,
+    ID_THEME_LIGHT,
+    ID_NAV_PAGE_PROJECT,
+    ID_NAV_PAGE_SEARCH,
+    ID_NAV_PAGE_EXT_LIBS,
+    ID_NAV_PAGE_VELDA,
+    ID_NAV_PAGE_OPTIONS,
+    ID_TOOLS_OPTIONS,
+    ID_APP_HELP,
+    ID_APP_ABOUT,
+
+    ID_IMPORT_LIB_FILE,
+    ID_NEW_ZOV_LIB_FILE,
+    ID_CREATE_NEW_LIB_SET,
+    ID_RENAME_LIB_SET,
+    ID_ARCHIVE_LIB,
+    ID_EXPLORE_LIB,
+    ID_LIB_MOVE_UP,
+    ID_LIB_MOVE_DOWN,
+    ID_LIB_MOVE_TO,
+    ID_REMOVE_LIB,
+    ID_IMPORT_PREF_FILE,
+    ID_IMPORT_FROM_FOLDER,
+    ID_REFRESH_ZOV_LIB,
+    ID_EXPAND_ALL,
+    ID_COLLAPSE_ALL,
+
+    ID_ADD_MODEL,
+    ID_COPY_TO_LIBRARY,
+    ID_DELETE_MODELS
+};
+
+} // namespace zov::app

@@ -1,0 +1,354 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/MainFrame.h"
+
+#include "app/Images.h"
+#include "app/MainCommands.h"
+#include "base/File.h"
+#include "ui/Prompt.h"
+
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QTreeView>
+
+namespace zov::app {
+namespace {
+
+constexpr std::uint32_t kProjectList = 1;
+constexpr std::uint32_t kSearchList = 2;
+constexpr std::uint32_t kExternalList = 3;
+
+QTreeView* NewLibraryTree(CLibraryTreeModel& model, const char* objectName, QWidget* parent)
+{
+    auto* tree = new QTreeView(parent);
+    tree->setObjectName(QLatin1String(objectName));
+    tree->setModel(&model);
+    tree->header()->hide();
+    tree->setUniformRowHeights(true);
+    tree->setSelectionMode(QAbstractItemView::SingleSelection);
+    tree->setDragDropMode(QAbstractItemView::DragDrop);
+    tree->setDefaultDropAction(Qt::MoveAction);
+    tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    return tree;
+}
+
+} // namespace
+
+bool CBoxQuestions::YesNo(std::string_view text)
+{
+    return ui::CPrompt::Ask(&m_parent,
+                            QString::fromUtf8(text.data(), static_cast<int>(text.size())),
+                            ui::EButtons::YesNo) == ui::EAnswer::Yes;
+}
+
+ZOV_BEGIN_MESSAGE_MAP(CZovMainFrm, ui::CCmdTargetBase)
+ZOV_ON_COMMAND(ID_FILE_NEW, FileNew)
+ZOV_ON_COMMAND(ID_FILE_OPEN, FileOpen)
+ZOV_ON_COMMAND(ID_FILE_OPEN_FOLDER, FileOpenFolder)
+ZOV_ON_COMMAND_UPDATE(ID_FILE_SAVE, FileSave)
+ZOV_ON_COMMAND_UPDATE(ID_FILE_SAVE_AS, FileSaveAs)
+ZOV_ON_COMMAND(ID_ZOV_FRM_EXIT, ZovFrmExit)
+ZOV_ON_COMMAND_UPDATE(ID_VIEW_TOOLBAR_MAIN, ViewToolbarMain)
+ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_LIBRARIES, ViewPaneLibraries, OnUpdateViewPane)
+ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_OUTPUT, ViewPaneOutput, OnUpdateViewPane)
+ZOV_ON_COMMAND_UPDATE_BY(ID_THEME_DARK, ThemeDark, OnUpdateTheme)
+ZOV_ON_COMMAND_UPDATE_BY(ID_THEME_LIGHT, ThemeLight, OnUpdateTheme)
+ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_PROJECT, NavPageProject, OnUpdateNavPage)
+ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_SEARCH, NavPageSearch, OnUpdateNavPage)
+ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_EXT_LIBS, NavPageExtLibs, OnUpdateNavPage)
+ZOV_ON_COMMAND(ID_APP_HELP, AppHelp)
+ZOV_ON_COMMAND(ID_APP_ABOUT, AppAbout)
+ZOV_ON_COMMAND(ID_NEW_ZOV_LIB_FILE, NewZovLibFile)
+ZOV_ON_COMMAND(ID_CREATE_NEW_LIB_SET, CreateNewLibSet)
+ZOV_ON_COMMAND_UPDATE(ID_RENAME_LIB_SET, RenameLibSet)
+ZOV_ON_COMMAND_UPDATE_BY(ID_EXPLORE_LIB, ExploreLib, OnUpdateOfLibrary)
+ZOV_ON_COMMAND_UPDATE_BY(ID_REMOVE_LIB, RemoveLib, OnUpdateOfLibrary)
+ZOV_ON_COMMAND_UPDATE_BY(ID_LIB_MOVE_UP, LibMoveUp, OnUpdateMoveLibBtn)
+ZOV_ON_COMMAND_UPDATE_BY(ID_LIB_MOVE_DOWN, LibMoveDown, OnUpdateMoveLibBtn)
+ZOV_ON_COMMAND(ID_IMPORT_LIB_FILE, ImportLibFile)
+ZOV_ON_COMMAND(ID_IMPORT_FROM_FOLDER, ImportFromFolder)
+ZOV_ON_COMMAND(ID_IMPORT_PREF_FILE, ImportPrefFile)
+ZOV_ON_COMMAND_UPDATE_BY(ID_REFRESH_ZOV_LIB, ReloadLib, OnUpdateOfLibrary)
+ZOV_ON_COMMAND(ID_EXPAND_ALL, ExpandAll)
+ZOV_ON_COMMAND(ID_COLLAPSE_ALL, CollapseAll)
+ZOV_ON_COMMAND_UPDATE_BY(ID_DELETE_MODELS, DeleteModels, OnUpdateOfModels)
+ZOV_END_MESSAGE_MAP()
+
+CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnvironment& environment)
+    : m_layout(layout)
+    , m_output(new COutputPane(this))
+    , m_session(store, *m_output, environment)
+    , m_questions(*this)
+    , m_actions(new ui::CCommandActions(MainCommands(), *this, *this))
+    , m_treeModel(m_session)
+    , m_progress(new QProgressBar(this))
+    , m_cancel(new QPushButton(tr("Cancel"), this))
+{
+    setObjectName(QStringLiteral("ZovMainFrm"));
+    setAcceptDrops(true);
+    setDockNestingEnabled(true);
+    resize(1280, 800);
+    m_actions->SetIcons([](const QString& name) { return Images().Icon(name); });
+    MakePanes();
+    MakeMenus();
+    MakeToolBars();
+    m_progress->setMaximumWidth(220);
+    m_cancel->setObjectName(QStringLiteral("CancelJob"));
+    statusBar()->addPermanentWidget(m_progress);
+    statusBar()->addPermanentWidget(m_cancel);
+    m_progress->hide();
+    m_cancel->hide();
+    ConnectSession();
+    RestoreLayout();
+    ShowLibraries();
+    ShowTitle();
+    m_idle = new ui::CIdleUpdate(this, [this] { OnIdleUpdateCmdUI(); });
+    m_actions->UpdateAll();
+}
+
+CZovMainFrm::~CZovMainFrm() = default;
+
+void CZovMainFrm::OnIdleUpdateCmdUI()
+{
+    m_actions->UpdateAll();
+}
+
+QDockWidget* CZovMainFrm::MakePane(const QString& title, const char* objectName, QWidget* content,
+                                   Qt::DockWidgetArea area)
+{
+    auto* pane = new QDockWidget(title, this);
+    pane->setObjectName(QLatin1String(objectName));
+    pane->setWidget(content);
+    addDockWidget(area, pane);
+    return pane;
+}
+
+void CZovMainFrm::MakePanes()
+{
+    m_tree = NewLibraryTree(m_treeModel, "LibraryTree", this);
+    m_librariesPane =
+        MakePane(tr("Opened Libraries"), "OpenedLibraries", m_tree, Qt::LeftDockWidgetArea);
+    m_outputPane = MakePane(tr("Output"), "OutputPane", m_output, Qt::BottomDockWidgetArea);
+
+    m_models = new CModelListView(kProjectList, this);
+    m_models->setObjectName(QStringLiteral("Models"));
+    m_models->SetEmptyHint(tr("No library is open. Open one with Ctrl+O, make a new one with "
+                              "Ctrl+N, or drop a library file here."));
+    m_search = new CModelListView(kSearchList, this);
+    m_search->setObjectName(QStringLiteral("SearchModels"));
+    m_search->SetEmptyHint(tr("All libraries that are switched on are searched here. Open a "
+                              "library, or import external ones into the tree at the left."));
+    m_external = new CModelListView(kExternalList, this);
+    m_external->setObjectName(QStringLiteral("ExternalModels"));
+    m_external->SetEmptyHint(tr("No external library is open. Import one into the tree at the "
+                                "left."));
+    m_pages = new QStackedWidget(this);
+    m_pages->setObjectName(QStringLiteral("Pages"));
+    for (CModelListView* list : {m_models, m_search, m_external}) {
+        m_pages->addWidget(list);
+    }
+    setCentralWidget(m_pages);
+
+    connect(m_tree, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& pos) { ShowTreeMenu(m_tree->viewport()->mapToGlobal(pos)); });
+    connect(m_tree->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &CZovMainFrm::ShowSelectedLibrary);
+    for (CModelListView* list : Lists()) {
+        list->Take(m_session.Settings());
+        connect(list, &CModelListView::ContextMenuAsked, this, &CZovMainFrm::ShowModelMenu);
+        connect(list, &CModelListView::ColumnsChanged, this, [this, list] {
+            SZovSettings settings = m_session.Settings();
+            list->Store(settings);
+            m_session.SetSettings(std::move(settings));
+        });
+    }
+}
+
+void CZovMainFrm::MakeMenus()
+{
+    QMenu* library = menuBar()->addMenu(tr("&Library"));
+    library->setObjectName(QStringLiteral("LibraryMenu"));
+    m_actions->FillMenu(*library, {ID_FILE_NEW, ID_FILE_OPEN, ID_FILE_OPEN_FOLDER});
+    m_recentMenu = library->addMenu(tr("Open &Recent"));
+    m_recentMenu->setObjectName(QStringLiteral("RecentMenu"));
+    m_actions->FillMenu(*library, {ID_VELDA_LIBRARY, ui::kSeparator, ID_FILE_SAVE, ID_FILE_SAVE_AS,
+                                   ui::kSeparator, ID_ZOV_FRM_EXIT});
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    view->setObjectName(QStringLiteral("ViewMenu"));
+    QMenu* bars = view->addMenu(tr("&Toolbar"));
+    m_actions->FillMenu(*bars, {ID_VIEW_TOOLBAR_MAIN});
+    QMenu* theme = view->addMenu(tr("&Theme"));
+    m_actions->FillMenu(*theme, {ID_THEME_DARK, ID_THEME_LIGHT});
+    QMenu* panes = view->addMenu(tr("Pane"));
+    m_actions->FillMenu(*panes, {ID_VIEW_PANE_LIBRARIES, ID_VIEW_PANE_OUTPUT});
+    QMenu* tools = menuBar()->addMenu(tr("&Tools"));
+    m_actions->FillMenu(*tools, {ID_TOOLS_OPTIONS});
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    m_actions->FillMenu(*help, {ID_APP_HELP, ID_APP_ABOUT});
+    ShowRecent();
+}
+
+void CZovMainFrm::MakeToolBars()
+{
+    const auto newBar = [this](const QString& title, const char* name, Qt::ToolBarArea area) {
+        auto* bar = new QToolBar(title, this);
+        bar->setObjectName(QLatin1String(name));
+        bar->setIconSize({20, 20});
+        addToolBar(area, bar);
+        return bar;
+    };
+    m_mainBar = newBar(tr("ZOV - Main"), "ZovMain", Qt::TopToolBarArea);
+    m_actions->FillToolBar(*m_mainBar, {ID_FILE_NEW, ID_FILE_OPEN, ID_FILE_SAVE, ui::kSeparator,
+                                        ID_DELETE_MODELS, ui::kSeparator, ID_APP_HELP});
+    QToolBar* pages = newBar(tr("ZOV Navigation"), "ZovNavigation", Qt::LeftToolBarArea);
+    pages->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    m_actions->FillToolBar(*pages, {ID_NAV_PAGE_PROJECT, ID_NAV_PAGE_SEARCH, ID_NAV_PAGE_EXT_LIBS,
+                                    ID_NAV_PAGE_VELDA, ID_NAV_PAGE_OPTIONS});
+    QToolBar* external = newBar(tr("ZOV External Lib"), "ZovExternalLib", Qt::TopToolBarArea);
+    m_actions->FillToolBar(*external, {ID_IMPORT_LIB_FILE, ID_CREATE_NEW_LIB_SET, ID_LIB_MOVE_UP,
+                                       ID_LIB_MOVE_DOWN, ID_REMOVE_LIB});
+}
+
+void CZovMainFrm::ConnectSession()
+{
+    connect(&m_session, &CZovSession::LibrariesChanged, this, &CZovMainFrm::ShowLibraries);
+    connect(&m_session, &CZovSession::ModifiedChanged, this, &CZovMainFrm::ShowTitle);
+    connect(&m_session, &CZovSession::LibraryAboutToChange, this, [this] {
+        for (CModelListView* list : Lists()) {
+            list->Model().BeginChange();
+        }
+    });
+    connect(&m_session, &CZovSession::LibraryChanged, this, [this] {
+        for (CModelListView* list : Lists()) {
+            list->Model().EndChange();
+        }
+    });
+    connect(&m_session, &CZovSession::SettingsChanged, this, [this] {
+        for (CModelListView* list : Lists()) {
+            list->Take(m_session.Settings());
+        }
+    });
+    connect(&m_session, &CZovSession::Failed, this,
+            [this](const QString& text) { ui::CPrompt::Tell(this, text, ui::EIcon::Error); });
+    connect(&m_treeModel, &CLibraryTreeModel::FilesDropped, this,
+            [this](const QStringList& paths, CLibraryTree::TNode collection) {
+                std::vector<std::filesystem::path> files;
+                for (const QString& path : paths) {
+                    files.push_back(TextPath(path.toStdString()));
+                }
+                m_session.AddExternals(files, collection);
+            });
+    CBackgroundJob& job = m_session.Job();
+    connect(&job, &CBackgroundJob::Progress, this, [this](const QString& what, int permille) {
+        statusBar()->showMessage(what);
+        m_progress->setRange(0, permille == 0 ? 0 : 1000);
+        m_progress->setValue(permille);
+        m_progress->show();
+        m_cancel->show();
+    });
+    connect(&job, &CBackgroundJob::Finished, this, [this] {
+        statusBar()->clearMessage();
+        m_progress->hide();
+        m_cancel->hide();
+    });
+    connect(m_cancel, &QPushButton::clicked, &job, &CBackgroundJob::Cancel);
+}
+
+void CZovMainFrm::Open(const QString& path)
+{
+    const std::filesystem::path file = TextPath(path.toStdString());
+    if (QFileInfo(path).isDir()) {
+        m_session.OpenFolder(file, m_questions);
+    } else {
+        m_session.OpenProject(file, m_questions);
+    }
+    Remember(path);
+}
+
+void CZovMainFrm::ShowLibraries()
+{
+    m_tree->expandAll();
+    m_search->Model().SetLibraries(m_session.Set().ActiveLibraries());
+    CModelListModel::TLibraries externals;
+    for (const SLibraryEntry& entry : m_session.Set().Externals()) {
+        externals.push_back(entry.library);
+    }
+    m_external->Model().SetLibraries(std::move(externals));
+    ShowSelectedLibrary();
+    ShowTitle();
+}
+
+void CZovMainFrm::ShowSelectedLibrary()
+{
+    const CLibraryTree::TNode node = SelectedNode();
+    std::vector<CZovSession::TLibrary> libraries;
+    if (node != CLibraryTree::kRoot) {
+        libraries = m_session.Tree().LibrariesOf(node);
+    } else if (const CZovSession::TLibrary project = m_session.ProjectLibrary()) {
+        libraries = {project};
+    }
+    if (libraries != m_models->Model().Libraries()) {
+        m_models->Model().SetLibraries(libraries);
+    }
+}
+
+void CZovMainFrm::ShowTitle()
+{
+    const SLibraryEntry* project = m_session.Set().Project();
+    QString title = ui::CPrompt::ProgramName();
+    if (project != nullptr) {
+        title = QString::fromStdString(project->Listed()) + QStringLiteral("[*] - ") + title;
+    }
+    setWindowTitle(title);
+    setWindowModified(!m_session.ModifiedLibraries().empty() && project != nullptr);
+}
+
+CLibraryTree::TNode CZovMainFrm::SelectedNode() const
+{
+    return m_treeModel.NodeAt(m_tree->currentIndex());
+}
+
+CLibraryTree::TNode CZovMainFrm::SelectedCollection() const
+{
+    const CLibraryTree::TNode node = SelectedNode();
+    return m_session.Tree().IsCollection(node) ? node : m_session.Tree().ParentOf(node);
+}
+
+CZovSession::TLibrary CZovMainFrm::SelectedLibrary() const
+{
+    const CZovSession::TLibrary selected = m_session.Tree().LibraryOf(SelectedNode());
+    return selected ? selected : m_session.ProjectLibrary();
+}
+
+void CZovMainFrm::ShowPage(int page)
+{
+    m_pages->setCurrentIndex(page);
+    if (page == kSearchPage) {
+        m_search->SearchField().setFocus();
+        m_search->SearchField().selectAll();
+    }
+}
+
+QDockWidget* CZovMainFrm::PaneOf(unsigned command) const
+{
+    return command == ID_VIEW_PANE_OUTPUT ? m_outputPane : m_librariesPane;
+}
+
+std::array<CModelListView*, 3> CZovMainFrm::Lists() const
+{
+    return {m_models, m_search, m_external};
+}
+
+CModelListView& CZovMainFrm::CurrentList() const
+{
+    return *Lists()[static_cast<std::size_t>(m_pages->currentIndex())];
+}
+
+} // namespace zov::app

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: Apache-2.0
+/// The library manager's main frame: libraries are opened, arranged, browsed, searched and edited
+/// here.
+#pragma once
+
+#include "app/LibraryTreeModel.h"
+#include "app/ModelListView.h"
+#include "app/OutputPane.h"
+#include "app/Session.h"
+#include "base/Questions.h"
+#include "ui/CommandActions.h"
+#include "ui/IdleUpdate.h"
+
+#include <QMainWindow>
+
+#include <array>
+
+class QDockWidget;
+class QProgressBar;
+class QPushButton;
+class QSettings;
+class QStackedWidget;
+class QToolBar;
+class QTreeView;
+
+namespace zov::app {
+
+/// Questions of the engine as message boxes.
+class CBoxQuestions final : public CQuestions
+{
+public:
+    explicit CBoxQuestions(QWidget& parent)
+        : m_parent(parent)
+    {
+    }
+    bool YesNo(std::string_view text) override;
+
+private:
+    QWidget& m_parent;
+};
+
+class CZovMainFrm : public QMainWindow, public ui::CCmdTargetBase
+{
+    Q_OBJECT
+    ZOV_DECLARE_MESSAGE_MAP()
+
+public:
+    /// @param layout where the window's places, theme and recent files are kept; outlives the frame
+    /// @param store  the user's settings; outlives the frame
+    CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnvironment& environment);
+    ~CZovMainFrm() override;
+
+    [[nodiscard]] CZovSession& Session() { return m_session; }
+    [[nodiscard]] ui::CCommandActions& Actions() { return *m_actions; }
+    /// What the command line names: libraries, a preference file, a folder.
+    void Open(const QString& path);
+    void OnIdleUpdateCmdUI();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    // Commands, in the order of their table.
+    void OnFileNew();
+    void OnFileOpen();
+    void OnFileOpenFolder();
+    void OnFileSave();
+    void OnUpdateFileSave(ui::CCmdUI& ui);
+    void OnFileSaveAs();
+    void OnUpdateFileSaveAs(ui::CCmdUI& ui);
+    void OnZovFrmExit();
+    void OnViewToolbarMain();
+    void OnUpdateViewToolbarMain(ui::CCmdUI& ui);
+    void OnViewPaneLibraries();
+    void OnViewPaneOutput();
+    void OnUpdateViewPane(ui::CCmdUI& ui);
+    void OnThemeDark();
+    void OnThemeLight();
+    void OnUpdateTheme(ui::CCmdUI& ui);
+    void OnNavPageProject();
+    void OnNavPageSearch();
+    void OnNavPageExtLibs();
+    void OnUpdateNavPage(ui::CCmdUI& ui);
+    void OnAppHelp();
+    void OnAppAbout();
+    void OnNewZovLibFile();
+    void OnCreateNewLibSet();
+    void OnRenameLibSet();
+    void OnUpdateRenameLibSet(ui::CCmdUI& ui);
+    void OnExploreLib();
+    void OnRemoveLib();
+    void OnUpdateOfLibrary(ui::CCmdUI& ui);
+    void OnLibMoveUp();
+    void OnLibMoveDown();
+    void OnUpdateMoveLibBtn(ui::CCmdUI& ui);
+    void OnImportLibFile();
+    void OnImportFromFolder();
+    void OnImportPrefFile();
+    void OnReloadLib();
+    void OnExpandAll();
+    void OnCollapseAll();
+    void OnDeleteModels();
+    void OnUpdateOfModels(ui::CCmdUI& ui);
+
+    void MakeMenus();
+    void MakeToolBars();
+    void MakePanes();
+    QDockWidget* MakePane(const QString& title, const char* objectName, QWidget* content,
+                          Qt::DockWidgetArea area);
+    void ConnectSession();
+    void ShowPage(int page);
+    void ShowLibraries();
+    void ShowSelectedLibrary();
+    void ShowTreeMenu(const QPoint& globalPos);
+    void FillMoveTo(QMenu& menu);
+    void ShowModelMenu(const QPoint& globalPos);
+    void ShowTitle();
+    void ShowTheme(bool dark);
+    void RestoreLayout();
+    void StoreLayout();
+    void Remember(const QString& path);
+    void ShowRecent();
+    void Report(const CResult<void>& result);
+    bool MayClose();
+    /// Saves, asking for a path where there is none; false when the user cancelled or it failed.
+    bool SaveLibrary(const CZovSession::TLibrary& library, bool askPath);
+
+    [[nodiscard]] CLibraryTree::TNode SelectedNode() const;
+    /// The collection that new libraries go to: the selected one, that of the selected library, or
+    /// the root.
+    [[nodiscard]] CLibraryTree::TNode SelectedCollection() const;
+    [[nodiscard]] CZovSession::TLibrary SelectedLibrary() const;
+    [[nodiscard]] QDockWidget* PaneOf(unsigned command) const;
+    [[nodiscard]] std::array<CModelListView*, 3> Lists() const;
+    [[nodiscard]] CModelListView& CurrentList() const;
+
+    enum EPage
+    {
+        kProjectPage,
+        kSearchPage,
+        kExternalPage
+    };
+
+    QSettings& m_layout;
+    COutputPane* m_output;
+    CZovSession m_session;
+    CBoxQuestions m_questions;
+    ui::CCommandActions* m_actions;
+    ui::CIdleUpdate* m_idle;
+    CLibraryTreeModel m_treeModel;
+    QTreeView* m_tree = nullptr;
+    CModelListView* m_models = nullptr;
+    CModelListView* m_search = nullptr;
+    CModelListView* m_external = nullptr;
+    QStackedWidget* m_pages = nullptr;
+    QToolBar* m_mainBar = nullptr;
+    QDockWidget* m_librariesPane = nullptr;
+    QDockWidget* m_outputPane = nullptr;
+    QMenu* m_recentMenu = nullptr;
+    QProgressBar* m_progress;
+    QPushButton* m_cancel;
+    bool m_dark = false;
+};
+
+} // namespace zov::app

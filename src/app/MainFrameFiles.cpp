@@ -1,0 +1,283 @@
+// SPDX-License-Identifier: Apache-2.0
+// The main frame's commands on files, its layout between two runs, and its views.
+#include "app/CommandIds.h"
+#include "app/MainFrame.h"
+#include "app/Theme.h"
+#include "base/File.h"
+#include "ui/Prompt.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMimeData>
+#include <QSettings>
+#include <QStackedWidget>
+#include <QToolBar>
+#include <QUrl>
+
+namespace zov::app {
+namespace {
+
+constexpr int kRecentFiles = 8;
+const char* const kGeometryKey = "MainFrame/Geometry";
+const char* const kStateKey = "MainFrame/State";
+const char* const kThemeKey = "MainFrame/DarkTheme";
+const char* const kRecentKey = "MainFrame/RecentFiles";
+
+const char* const kLibraryFilter = "ZOV Library (*.zov)";
+const char* const kOpenFilter = "Libraries and projects (*.zov *.zovx *.xml *.sp *.zovp);;"
+                                "ZOV Library (*.zov);;All files (*)";
+
+std::filesystem::path PathOf(const QString& text)
+{
+    return TextPath(text.toStdString());
+}
+
+} // namespace
+
+void CZovMainFrm::Report(const CResult<void>& result)
+{
+    if (!result) {
+        m_session.Log().Write("[Error] " + result.Error().Full());
+        ui::CPrompt::Tell(this, QString::fromStdString(result.Error().text), ui::EIcon::Error);
+    }
+}
+
+void CZovMainFrm::OnFileNew()
+{
+    const QString path = ui::CPrompt::SaveFile(this, tr("New ZOV Library"), tr(kLibraryFilter),
+                                               QStringLiteral("new_lib_file"));
+    if (!path.isEmpty()) {
+        Report(m_session.NewProject(PathOf(path), m_questions));
+        Remember(path);
+    }
+}
+
+void CZovMainFrm::OnFileOpen()
+{
+    const QString path = ui::CPrompt::OpenFile(this, tr("Open Library"), tr(kOpenFilter));
+    if (!path.isEmpty()) {
+        Open(path);
+    }
+}
+
+void CZovMainFrm::OnFileOpenFolder()
+{
+    const QString folder = ui::CPrompt::Folder(this, tr("Open Folder"));
+    if (!folder.isEmpty()) {
+        Open(folder);
+    }
+}
+
+bool CZovMainFrm::SaveLibrary(const CZovSession::TLibrary& library, bool askPath)
+{
+    QString path;
+    if (askPath || library->Path().empty()) {
+        path = ui::CPrompt::SaveFile(this, tr("Save Library"), tr(kLibraryFilter),
+                                     QString::fromStdString(PathText(library->Path())));
+        if (path.isEmpty()) {
+            return false;
+        }
+    }
+    const CResult<void> saved = m_session.Save(library, PathOf(path));
+    Report(saved);
+    if (saved && !path.isEmpty()) {
+        Remember(path);
+    }
+    return saved.Ok();
+}
+
+void CZovMainFrm::OnFileSave()
+{
+    for (const CZovSession::TLibrary& library : m_session.ModifiedLibraries()) {
+        if (!SaveLibrary(library, false)) {
+            return;
+        }
+    }
+}
+
+void CZovMainFrm::OnUpdateFileSave(ui::CCmdUI& ui)
+{
+    ui.Enable(!m_session.ModifiedLibraries().empty());
+}
+
+void CZovMainFrm::OnFileSaveAs()
+{
+    SaveLibrary(SelectedLibrary(), true);
+}
+
+void CZovMainFrm::OnUpdateFileSaveAs(ui::CCmdUI& ui)
+{
+    ui.Enable(SelectedLibrary() != nullptr);
+}
+
+void CZovMainFrm::OnZovFrmExit()
+{
+    close();
+}
+
+bool CZovMainFrm::MayClose()
+{
+    const auto modified = m_session.ModifiedLibraries();
+    if (modified.empty()) {
+        return true;
+    }
+    const ui::EAnswer answer = ui::CPrompt::Ask(
+        this,
+        tr("%n libraries are modified. Save them?", nullptr, static_cast<int>(modified.size())),
+        ui::EButtons::YesNoCancel);
+    if (answer == ui::EAnswer::Yes) {
+        OnFileSave();
+        return m_session.ModifiedLibraries().empty();
+    }
+    return answer == ui::EAnswer::No;
+}
+
+void CZovMainFrm::closeEvent(QCloseEvent* event)
+{
+    if (!MayClose()) {
+        event->ignore();
+        return;
+    }
+    m_session.Job().Cancel();
+    m_session.StoreSettings();
+    StoreLayout();
+    event->accept();
+}
+
+void CZovMainFrm::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->mimeData()->hasUrls()) {
+        event->acceptProposedAction();
+    }
+}
+
+void CZovMainFrm::dropEvent(QDropEvent* event)
+{
+    for (const QUrl& url : event->mimeData()->urls()) {
+        if (url.isLocalFile()) {
+            Open(url.toLocalFile());
+            return; // one project at a time
+        }
+    }
+}
+
+void CZovMainFrm::Remember(const QString& path)
+{
+    QStringList recent = m_layout.value(QLatin1String(kRecentKey)).toStringList();
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    recent.removeAll(absolute);
+    recent.prepend(absolute);
+    while (recent.size() > kRecentFiles) {
+        recent.removeLast();
+    }
+    m_layout.setValue(QLatin1String(kRecentKey), recent);
+    ShowRecent();
+}
+
+void CZovMainFrm::ShowRecent()
+{
+    m_recentMenu->clear();
+    const QStringList recent = m_layout.value(QLatin1String(kRecentKey)).toStringList();
+    for (const QString& path : recent) {
+        QAction* action = m_recentMenu->addAction(path);
+        action->setEnabled(QFileInfo::exists(path));
+        connect(action, &QAction::triggered, this, [this, path] { Open(path); });
+    }
+    m_recentMenu->setEnabled(!recent.isEmpty());
+}
+
+void CZovMainFrm::RestoreLayout()
+{
+    restoreGeometry(m_layout.value(QLatin1String(kGeometryKey)).toByteArray());
+    restoreState(m_layout.value(QLatin1String(kStateKey)).toByteArray());
+    ShowTheme(m_layout.value(QLatin1String(kThemeKey), false).toBool());
+}
+
+void CZovMainFrm::StoreLayout()
+{
+    m_layout.setValue(QLatin1String(kGeometryKey), saveGeometry());
+    m_layout.setValue(QLatin1String(kStateKey), saveState());
+    m_layout.setValue(QLatin1String(kThemeKey), m_dark);
+}
+
+void CZovMainFrm::ShowTheme(bool dark)
+{
+    m_dark = dark;
+    ApplyTheme(*qApp, dark ? ETheme::Dark : ETheme::Light);
+}
+
+void CZovMainFrm::OnThemeDark()
+{
+    ShowTheme(true);
+}
+
+void CZovMainFrm::OnThemeLight()
+{
+    ShowTheme(false);
+}
+
+void CZovMainFrm::OnUpdateTheme(ui::CCmdUI& ui)
+{
+    ui.SetCheck((ui.Command() == ID_THEME_DARK) == m_dark);
+}
+
+void CZovMainFrm::OnViewToolbarMain()
+{
+    m_mainBar->setVisible(m_mainBar->isHidden());
+}
+
+void CZovMainFrm::OnUpdateViewToolbarMain(ui::CCmdUI& ui)
+{
+    ui.SetCheck(!m_mainBar->isHidden());
+}
+
+void CZovMainFrm::OnViewPaneLibraries()
+{
+    m_librariesPane->setVisible(m_librariesPane->isHidden());
+}
+
+void CZovMainFrm::OnViewPaneOutput()
+{
+    m_outputPane->setVisible(m_outputPane->isHidden());
+}
+
+void CZovMainFrm::OnUpdateViewPane(ui::CCmdUI& ui)
+{
+    ui.SetCheck(!PaneOf(ui.Command())->isHidden());
+}
+
+void CZovMainFrm::OnNavPageProject()
+{
+    ShowPage(kProjectPage);
+}
+
+void CZovMainFrm::OnNavPageSearch()
+{
+    ShowPage(kSearchPage);
+}
+
+void CZovMainFrm::OnNavPageExtLibs()
+{
+    ShowPage(kExternalPage);
+}
+
+void CZovMainFrm::OnUpdateNavPage(ui::CCmdUI& ui)
+{
+    const int page = m_pages->currentIndex();
+    ui.SetCheck(ui.Command() == (page == kProjectPage  ? ID_NAV_PAGE_PROJECT
+                                 : page == kSearchPage ? ID_NAV_PAGE_SEARCH
+                                                       : ID_NAV_PAGE_EXT_LIBS));
+}
+
+void CZovMainFrm::OnAppAbout()
+{
+    ui::CPrompt::Tell(this, tr("Zovra %1\n\nAnalysis models of board components: libraries, "
+                               "checks and assignment.")
+                                .arg(QStringLiteral(ZOV_VERSION)));
+}
+
+} // namespace zov::app

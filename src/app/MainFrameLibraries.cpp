@@ -1,0 +1,279 @@
+// SPDX-License-Identifier: Apache-2.0
+// The main frame's commands on the library tree and on the models of a list.
+#include "app/CommandIds.h"
+#include "app/MainFrame.h"
+#include "base/File.h"
+#include "base/Text.h"
+#include "core/LibraryFiles.h"
+#include "ui/Prompt.h"
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QMenu>
+#include <QTreeView>
+#include <QUrl>
+
+#include <algorithm>
+#include <map>
+
+namespace zov::app {
+namespace {
+
+const char* const kLibraryFilter = "ZOV Library (*.zov)";
+const char* const kImportFilter = "Libraries (*.zov *.zovx *.xml *.sp);;All files (*)";
+
+std::vector<std::filesystem::path> LibrariesIn(const std::filesystem::path& folder)
+{
+    std::vector<std::filesystem::path> paths;
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, ignored)) {
+        const std::string extension = ExtensionOf(entry.path());
+        if (EqualsNoCase(extension, ".zov") || EqualsNoCase(extension, ".zovx")) {
+            paths.push_back(entry.path());
+        }
+    }
+    std::ranges::sort(paths);
+    return paths;
+}
+
+} // namespace
+
+void CZovMainFrm::OnNewZovLibFile()
+{
+    const CLibraryTree::TNode collection = SelectedCollection();
+    const QString path = ui::CPrompt::SaveFile(this, tr("New ZOV Library"), tr(kLibraryFilter),
+                                               QStringLiteral("new_lib_file"));
+    if (!path.isEmpty()) {
+        Report(m_session.NewExternal(TextPath(path.toStdString()), collection));
+    }
+}
+
+void CZovMainFrm::OnCreateNewLibSet()
+{
+    const CLibraryTree::TNode added =
+        m_session.AddCollection(SelectedCollection(), CLibraryTree::kNewCollection);
+    const QModelIndex index = m_treeModel.IndexOf(added);
+    m_tree->setCurrentIndex(index);
+    m_tree->edit(index);
+}
+
+void CZovMainFrm::OnRenameLibSet()
+{
+    m_tree->edit(m_tree->currentIndex());
+}
+
+void CZovMainFrm::OnUpdateRenameLibSet(ui::CCmdUI& ui)
+{
+    const CLibraryTree::TNode node = SelectedNode();
+    ui.Enable(node != CLibraryTree::kRoot && m_session.Tree().IsCollection(node));
+}
+
+void CZovMainFrm::OnExploreLib()
+{
+    const auto& library = m_session.Tree().LibraryOf(SelectedNode());
+    if (library && !library->Path().empty()) {
+        const std::filesystem::path folder = std::filesystem::absolute(library->Path());
+        QDesktopServices::openUrl(
+            QUrl::fromLocalFile(QString::fromStdString(PathText(folder.parent_path()))));
+    }
+}
+
+void CZovMainFrm::OnRemoveLib()
+{
+    if (ui::CPrompt::Ask(this, tr("Remove the selected libraries or library collections?"),
+                         ui::EButtons::YesNo) == ui::EAnswer::Yes) {
+        m_session.RemoveNode(SelectedNode());
+    }
+}
+
+void CZovMainFrm::OnUpdateOfLibrary(ui::CCmdUI& ui)
+{
+    const CLibraryTree::TNode node = SelectedNode();
+    const bool isCollection = m_session.Tree().IsCollection(node);
+    ui.Enable(node != CLibraryTree::kRoot && (!isCollection || ui.Command() == ID_REMOVE_LIB));
+}
+
+void CZovMainFrm::OnLibMoveUp()
+{
+    const CLibraryTree::TNode node = SelectedNode();
+    m_session.MoveNode(node, -1);
+    m_tree->setCurrentIndex(m_treeModel.IndexOf(node));
+}
+
+void CZovMainFrm::OnLibMoveDown()
+{
+    const CLibraryTree::TNode node = SelectedNode();
+    m_session.MoveNode(node, 1);
+    m_tree->setCurrentIndex(m_treeModel.IndexOf(node));
+}
+
+void CZovMainFrm::OnUpdateMoveLibBtn(ui::CCmdUI& ui)
+{
+    ui.Enable(m_session.Tree().CanMove(SelectedNode(), ui.Command() == ID_LIB_MOVE_UP ? -1 : 1));
+}
+
+void CZovMainFrm::OnImportLibFile()
+{
+    const CLibraryTree::TNode collection = SelectedCollection();
+    std::vector<std::filesystem::path> paths;
+    for (const QString& path :
+         ui::CPrompt::OpenFiles(this, tr("Import Library from File"), tr(kImportFilter))) {
+        paths.push_back(TextPath(path.toStdString()));
+    }
+    if (!paths.empty()) {
+        m_session.AddExternals(paths, collection);
+    }
+}
+
+void CZovMainFrm::OnImportFromFolder()
+{
+    const QString folder = ui::CPrompt::Folder(this, tr("Import Collection from Folder"));
+    if (folder.isEmpty()) {
+        return;
+    }
+    const std::filesystem::path path = TextPath(folder.toStdString());
+    const std::vector<std::filesystem::path> libraries = LibrariesIn(path);
+    if (libraries.empty()) {
+        ui::CPrompt::Tell(this, tr("The folder '%1' holds no library.").arg(folder));
+        return;
+    }
+    m_session.AddExternals(
+        libraries, m_session.AddCollection(SelectedCollection(), PathText(path.filename())));
+}
+
+void CZovMainFrm::OnImportPrefFile()
+{
+    const QString file = ui::CPrompt::OpenFile(this, tr("Import Collection from .zovp File"),
+                                               tr("Preference file (*.zovp)"));
+    if (file.isEmpty()) {
+        return;
+    }
+    const std::filesystem::path path = TextPath(file.toStdString());
+    const CResult<std::string> text = ReadWholeFile(path);
+    const auto listed = text ? ParsePreferences(*text, PathText(path), path.parent_path())
+                             : CResult<std::vector<SListedLibrary>>(text.Error());
+    if (!listed) {
+        Report(CResult<void>(listed.Error()));
+        return;
+    }
+    std::vector<std::filesystem::path> paths;
+    for (const SListedLibrary& library : *listed) {
+        paths.push_back(library.path);
+    }
+    m_session.AddExternals(paths,
+                           m_session.AddCollection(SelectedCollection(), PathText(path.stem())));
+}
+
+void CZovMainFrm::OnReloadLib()
+{
+    const CZovSession::TLibrary library = m_session.Tree().LibraryOf(SelectedNode());
+    if (m_session.IsModified(*library) &&
+        ui::CPrompt::Ask(this,
+                         tr("The changes of '%1' are lost when it is loaded anew. Go on?")
+                             .arg(QString::fromStdString(library->Name())),
+                         ui::EButtons::YesNo) != ui::EAnswer::Yes) {
+        return;
+    }
+    m_session.Reload(library);
+}
+
+void CZovMainFrm::OnExpandAll()
+{
+    m_tree->expandAll();
+}
+
+void CZovMainFrm::OnCollapseAll()
+{
+    m_tree->collapseAll();
+}
+
+void CZovMainFrm::OnDeleteModels()
+{
+    CModelListView& list = CurrentList();
+    std::map<CZovSession::TLibrary, std::vector<const CZovRcdProps*>> doomed;
+    for (const CZovRcdProps* record : list.Selected()) {
+        doomed[list.Model().LibraryAt(list.Model().RowOf(*record))].push_back(record);
+    }
+    if (ui::CPrompt::Ask(this,
+                         tr("Delete %n models?", nullptr, static_cast<int>(list.Selected().size())),
+                         ui::EButtons::YesNo) != ui::EAnswer::Yes) {
+        return;
+    }
+    for (const auto& [library, records] : doomed) {
+        m_session.BeginChange(library);
+        for (const CZovRcdProps* record : records) {
+            library->Remove(*record);
+        }
+        m_session.EndChange(library);
+    }
+}
+
+void CZovMainFrm::OnUpdateOfModels(ui::CCmdUI& ui)
+{
+    ui.Enable(CurrentList().Table().selectionModel()->hasSelection());
+}
+
+void CZovMainFrm::ShowTreeMenu(const QPoint& globalPos)
+{
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("LibraryTreeMenu"));
+    m_actions->UpdateAll();
+    m_actions->FillMenu(menu, {ID_NEW_ZOV_LIB_FILE, ID_CREATE_NEW_LIB_SET, ID_RENAME_LIB_SET,
+                               ID_EXPLORE_LIB, ID_REMOVE_LIB, ui::kSeparator, ID_LIB_MOVE_UP,
+                               ID_LIB_MOVE_DOWN});
+    QMenu* moveTo = menu.addMenu(tr("Move To"));
+    FillMoveTo(*moveTo);
+    menu.addSeparator();
+    m_actions->FillMenu(menu, {ID_IMPORT_LIB_FILE, ID_IMPORT_FROM_FOLDER, ID_IMPORT_PREF_FILE,
+                               ID_REFRESH_ZOV_LIB, ui::kSeparator, ID_EXPAND_ALL, ID_COLLAPSE_ALL});
+    menu.exec(globalPos);
+}
+
+void CZovMainFrm::FillMoveTo(QMenu& menu)
+{
+    menu.setObjectName(QStringLiteral("MoveToMenu"));
+    const CLibraryTree::TNode node = SelectedNode();
+    const CLibraryTree& tree = m_session.Tree();
+    const auto add = [&](CLibraryTree::TNode collection, const QString& text) {
+        QAction* action = menu.addAction(text);
+        action->setEnabled(tree.ParentOf(node) != collection);
+        connect(action, &QAction::triggered, this,
+                [this, node, collection] { m_session.MoveNodeTo(node, collection); });
+    };
+    menu.setEnabled(node != CLibraryTree::kRoot &&
+                    tree.LibraryOf(node) != m_session.ProjectLibrary());
+    if (!menu.isEnabled()) {
+        return;
+    }
+    add(CLibraryTree::kRoot, tr("(no collection)"));
+    for (const auto& [collection, name] : tree.Collections()) {
+        add(collection, QString::fromStdString(name));
+    }
+}
+
+void CZovMainFrm::ShowModelMenu(const QPoint& globalPos)
+{
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("ModelMenu"));
+    m_actions->UpdateAll();
+    m_actions->FillMenu(menu, {ID_DELETE_MODELS});
+    menu.addAction(CurrentList().Table().findChild<QAction*>(QStringLiteral("CopyAsCsv")));
+    menu.exec(globalPos);
+}
+
+void CZovMainFrm::OnAppHelp()
+{
+    // Beside the installed program, or in the checkout that it was built from.
+    for (const char* folder : {"../share/doc/zovra", "../../../../docs"}) {
+        const QString path = QCoreApplication::applicationDirPath() + QLatin1Char('/') +
+                             QLatin1String(folder) + QStringLiteral("/zovra.md");
+        if (QFileInfo::exists(path)) {
+            QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+            return;
+        }
+    }
+    ui::CPrompt::Tell(this, tr("The documents are not installed."));
+}
+
+} // namespace zov::app

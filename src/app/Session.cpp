@@ -1,0 +1,328 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/Session.h"
+
+#include "base/File.h"
+#include "base/Text.h"
+
+#include <algorithm>
+
+namespace zov::app {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::uint64_t kListFileLimit = std::uint64_t{64} << 20U;
+
+/// The libraries that a file brings: itself, or those that a preference file lists.
+std::vector<fs::path> LibrariesOf(const fs::path& path)
+{
+    if (!EqualsNoCase(ExtensionOf(path), ".zovp")) {
+        return {path};
+    }
+    std::vector<fs::path> paths;
+    const fs::path folder = fs::absolute(path).parent_path();
+    if (const auto text = ReadWholeFile(path, kListFileLimit)) {
+        if (const auto entries = ParsePreferences(*text, PathText(path), folder)) {
+            for (const SListedLibrary& entry : *entries) {
+                paths.push_back(entry.path);
+            }
+        }
+    }
+    return paths;
+}
+
+} // namespace
+
+CZovSession::CZovSession(ISettingsStore& store, CLogSink& log, const FEnvironment& environment)
+    : m_store(store)
+    , m_log(log)
+    , m_settings(ReadSettings(store, environment))
+    , m_set(m_settings.units)
+{
+}
+
+void CZovSession::SetSettings(SZovSettings settings)
+{
+    m_settings = std::move(settings);
+    Q_EMIT SettingsChanged();
+}
+
+void CZovSession::StoreSettings()
+{
+    if (m_settings.autoSaveExternalLibrary) {
+        m_settings.externalLibraries = m_set.Remembered();
+    }
+    WriteSettings(m_settings, m_store);
+}
+
+void CZovSession::Tell(const SError& error)
+{
+    m_log.Write("[Error] " + error.Full());
+    Q_EMIT Failed(QString::fromStdString(error.text));
+}
+
+void CZovSession::LoadThen(const QString& what, TPaths paths, std::function<void()> then)
+{
+    using TLoaded = std::vector<std::pair<fs::path, TLibrary>>;
+    m_job.Start(
+        what,
+        [this, paths = std::move(paths), then = std::move(then),
+         units = m_settings.units](CJobState& state) -> CBackgroundJob::Deliver {
+            auto loaded = std::make_shared<TLoaded>();
+            for (std::size_t i = 0; i < paths.size() && !state.Cancelled(); ++i) {
+                state.SetFraction(static_cast<double>(i) / static_cast<double>(paths.size()));
+                if (FormOf(paths[i]) == ELibraryForm::Unknown) {
+                    continue;
+                }
+                // What can't be read is read again where it is opened, and told there.
+                CNullLog silent;
+                if (CResult<CZovLibrary> library = LoadLibrary(paths[i], units, silent)) {
+                    loaded->emplace_back(paths[i], std::make_shared<CZovLibrary>(library.Take()));
+                }
+            }
+            return [this, loaded, then] {
+                for (auto& [path, library] : *loaded) {
+                    m_set.TakeLoaded(path, library);
+                }
+                then();
+            };
+        });
+}
+
+void CZovSession::OpenLoaded(const fs::path& path, CQuestions& questions)
+{
+    const CResult<EOpened> opened = m_set.Open(path, m_log, &questions);
+    if (!opened) {
+        Tell(opened.Error());
+    } else if (*opened == EOpened::Ignored) {
+        Q_EMIT Failed(tr("'%1' is no library, or it is not there.")
+                          .arg(QString::fromStdString(PathText(path))));
+    }
+    SyncTree();
+}
+
+void CZovSession::OpenProject(const fs::path& path, CQuestions& questions)
+{
+    LoadThen(tr("Loading %1").arg(QString::fromStdString(PathText(path.filename()))),
+             LibrariesOf(path), [this, path, &questions] { OpenLoaded(path, questions); });
+}
+
+void CZovSession::OpenFolder(const fs::path& folder, CQuestions& questions)
+{
+    const fs::path library = folder / (folder.filename() += ".zov");
+    LoadThen(tr("Loading %1").arg(QString::fromStdString(PathText(library.filename()))), {library},
+             [this, folder, &questions] {
+                 if (const CResult<EOpened> opened = m_set.OpenFolder(folder, m_log, &questions);
+                     !opened) {
+                     Tell(opened.Error());
+                 }
+                 SyncTree();
+             });
+}
+
+CResult<void> CZovSession::WriteEmpty(const fs::path& path)
+{
+    return SaveLibrary(CZovLibrary(), path, m_settings.units, m_log);
+}
+
+CResult<void> CZovSession::NewProject(const fs::path& path, CQuestions& questions)
+{
+    RETURN_IF_ERROR(WriteEmpty(path));
+    OpenLoaded(path, questions);
+    return {};
+}
+
+CResult<void> CZovSession::NewExternal(const fs::path& path, CLibraryTree::TNode collection)
+{
+    RETURN_IF_ERROR(WriteEmpty(path));
+    ASSIGN_OR_RETURN(const EOpened opened, m_set.AddExternal(path, m_log));
+    static_cast<void>(opened);
+    SyncTree(collection);
+    return {};
+}
+
+void CZovSession::AddExternals(const std::vector<fs::path>& paths, CLibraryTree::TNode collection)
+{
+    LoadThen(tr("Loading libraries"), paths, [this, paths, collection] {
+        for (const fs::path& path : paths) {
+            if (const CResult<EOpened> added = m_set.AddExternal(path, m_log); !added) {
+                Tell(added.Error());
+            }
+        }
+        SyncTree(m_tree.Has(collection) ? collection : CLibraryTree::kRoot);
+    });
+}
+
+CResult<void> CZovSession::LoadConfiguration(const fs::path& path)
+{
+    RETURN_IF_ERROR(m_set.LoadConfiguration(path, m_log));
+    SyncTree();
+    for (const SExternalLibSet& set : m_set.ExternalLibSets()) {
+        const CLibraryTree::TNode collection = m_tree.CollectionAt(set.name);
+        for (const SListedLibrary& listed : set.libraries) {
+            for (const SLibraryEntry& entry : m_set.Externals()) {
+                if (entry.path == listed.path) {
+                    m_tree.MoveTo(m_tree.Find(*entry.library), collection);
+                }
+            }
+        }
+    }
+    SyncTree();
+    return {};
+}
+
+CResult<void> CZovSession::SaveConfiguration(const fs::path& path) const
+{
+    const std::vector<SExternalLibSet> sets =
+        m_tree.ToSets([this](const CZovLibrary& library) { return IsOn(library); });
+    return WriteFileAtomic(path, FormatSetConfiguration(sets, fs::absolute(path).parent_path()));
+}
+
+CZovSession::TLibrary CZovSession::ProjectLibrary() const
+{
+    return m_set.Project() == nullptr ? nullptr : m_set.Project()->library;
+}
+
+bool CZovSession::IsOn(const CZovLibrary& library) const
+{
+    return std::ranges::any_of(m_set.Entries(), [&](const SLibraryEntry* entry) {
+        return entry->library.get() == &library && entry->on;
+    });
+}
+
+void CZovSession::SwitchOn(const CZovLibrary& library, bool on)
+{
+    const auto& externals = m_set.Externals();
+    for (std::size_t i = 0; i < externals.size(); ++i) {
+        if (externals[i].library.get() == &library) {
+            m_set.SwitchExternal(i, on);
+        }
+    }
+    Q_EMIT LibrariesChanged();
+}
+
+CLibraryTree::TNode CZovSession::AddCollection(CLibraryTree::TNode parent, const std::string& name)
+{
+    const CLibraryTree::TNode added = m_tree.AddCollection(parent, name);
+    Q_EMIT LibrariesChanged();
+    return added;
+}
+
+bool CZovSession::RenameCollection(CLibraryTree::TNode node, const std::string& name)
+{
+    const bool renamed = m_tree.Rename(node, name);
+    Q_EMIT LibrariesChanged();
+    return renamed;
+}
+
+void CZovSession::MoveNode(CLibraryTree::TNode node, int by)
+{
+    m_tree.Move(node, by);
+    SyncTree();
+}
+
+bool CZovSession::MoveNodeTo(CLibraryTree::TNode node, CLibraryTree::TNode collection)
+{
+    const bool moved = m_tree.MoveTo(node, collection);
+    SyncTree();
+    return moved;
+}
+
+void CZovSession::RemoveNode(CLibraryTree::TNode node)
+{
+    for (const TLibrary& library : m_tree.LibrariesOf(node)) {
+        Q_EMIT LibraryAboutToChange(library.get());
+        m_modified.erase(library.get());
+        if (library == ProjectLibrary()) {
+            m_set.CloseProject();
+            continue;
+        }
+        const auto& externals = m_set.Externals();
+        const auto at = std::ranges::find(externals, library, &SLibraryEntry::library);
+        m_set.RemoveExternal(static_cast<std::size_t>(at - externals.begin()));
+    }
+    m_tree.Remove(node);
+    SyncTree();
+}
+
+void CZovSession::SyncTree(CLibraryTree::TNode newOnesTo)
+{
+    for (const SLibraryEntry* entry : m_set.Entries()) {
+        m_tree.AddLibrary(entry->project ? CLibraryTree::kRoot : newOnesTo, entry->library);
+    }
+    const std::vector<const SLibraryEntry*> entries = m_set.Entries();
+    for (const TLibrary& library : m_tree.LibrariesOf(CLibraryTree::kRoot)) {
+        const bool isOpen = std::ranges::any_of(
+            entries, [&](const SLibraryEntry* entry) { return entry->library == library; });
+        if (!isOpen) {
+            m_tree.Remove(m_tree.Find(*library));
+            m_modified.erase(library.get());
+        }
+    }
+    // The project library stands first, whatever was open before it.
+    if (const TLibrary project = ProjectLibrary()) {
+        while (m_tree.Move(m_tree.Find(*project), -1)) {
+        }
+    }
+    m_set.OrderExternals(m_tree.LibrariesOf(CLibraryTree::kRoot));
+    Q_EMIT LibrariesChanged();
+}
+
+bool CZovSession::IsModified(const CZovLibrary& library) const
+{
+    return m_modified.contains(&library);
+}
+
+std::vector<CZovSession::TLibrary> CZovSession::ModifiedLibraries() const
+{
+    std::vector<TLibrary> modified;
+    for (const SLibraryEntry* entry : m_set.Entries()) {
+        if (IsModified(*entry->library)) {
+            modified.push_back(entry->library);
+        }
+    }
+    return modified;
+}
+
+void CZovSession::BeginChange(const TLibrary& library)
+{
+    Q_EMIT LibraryAboutToChange(library.get());
+}
+
+void CZovSession::EndChange(const TLibrary& library)
+{
+    m_modified.insert(library.get());
+    Q_EMIT LibraryChanged(library.get());
+    Q_EMIT ModifiedChanged();
+}
+
+void CZovSession::Reload(const TLibrary& library)
+{
+    CResult<CZovLibrary> loaded = LoadLibrary(library->Path(), m_settings.units, m_log);
+    if (!loaded) {
+        Tell(loaded.Error());
+        return;
+    }
+    BeginChange(library);
+    *library = loaded.Take();
+    EndChange(library);
+    m_modified.erase(library.get());
+    Q_EMIT ModifiedChanged();
+}
+
+CResult<void> CZovSession::Save(const TLibrary& library, const fs::path& path)
+{
+    if (library == ProjectLibrary()) {
+        RETURN_IF_ERROR(m_set.SaveProject(path, m_log));
+    } else {
+        const fs::path target = path.empty() ? library->Path() : path;
+        RETURN_IF_ERROR(SaveLibrary(*library, target, m_settings.units, m_log));
+    }
+    m_modified.erase(library.get());
+    Q_EMIT ModifiedChanged();
+    Q_EMIT LibrariesChanged();
+    return {};
+}
+
+} // namespace zov::app

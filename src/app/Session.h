@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: Apache-2.0
+/// What the windows work on: the open libraries and how they are arranged, what is modified, the
+/// user's settings. The windows change it and hear of changes by its signals.
+#pragma once
+
+#include "app/BackgroundJob.h"
+#include "base/Sink.h"
+#include "core/LibrarySet.h"
+#include "core/LibraryTree.h"
+#include "core/Settings.h"
+
+#include <QObject>
+
+#include <filesystem>
+#include <set>
+#include <vector>
+
+namespace zov::app {
+
+class CZovSession : public QObject
+{
+    Q_OBJECT
+
+public:
+    using TLibrary = std::shared_ptr<CZovLibrary>;
+
+    /// @param store outlives the session; read now, written by StoreSettings
+    /// @param log   takes what the engines say, from any thread
+    CZovSession(ISettingsStore& store, CLogSink& log, const FEnvironment& environment);
+
+    [[nodiscard]] const CLibrarySet& Set() const { return m_set; }
+    [[nodiscard]] const CLibraryTree& Tree() const { return m_tree; }
+    [[nodiscard]] const SZovSettings& Settings() const { return m_settings; }
+    [[nodiscard]] CLogSink& Log() { return m_log; }
+    [[nodiscard]] CBackgroundJob& Job() { return m_job; }
+
+    /// Changes settings and tells everybody.
+    void SetSettings(SZovSettings settings);
+    void StoreSettings();
+
+    /// Loads beside the window, then opens: a project library (`.zov`, `.zovx`, `.xml`, `.sp`) or a
+    /// project by its preference file (`.zovp`). `questions` is asked before an open project
+    /// library is replaced.
+    void OpenProject(const std::filesystem::path& path, CQuestions& questions);
+    /// The project of a folder; the file named like the folder.
+    void OpenFolder(const std::filesystem::path& folder, CQuestions& questions);
+    /// An empty library, written to the path at once, as project.
+    CResult<void> NewProject(const std::filesystem::path& path, CQuestions& questions);
+    /// An empty library, written to the path at once, in a collection.
+    CResult<void> NewExternal(const std::filesystem::path& path, CLibraryTree::TNode collection);
+    /// External libraries, loaded beside the window, into a collection.
+    void AddExternals(const std::vector<std::filesystem::path>& paths,
+                      CLibraryTree::TNode collection);
+    /// The sets of a JSON configuration in place of the external libraries.
+    CResult<void> LoadConfiguration(const std::filesystem::path& path);
+    /// The collections as a configuration.
+    CResult<void> SaveConfiguration(const std::filesystem::path& path) const;
+
+    [[nodiscard]] TLibrary ProjectLibrary() const;
+    [[nodiscard]] bool IsOn(const CZovLibrary& library) const;
+    void SwitchOn(const CZovLibrary& library, bool on);
+
+    CLibraryTree::TNode AddCollection(CLibraryTree::TNode parent, const std::string& name);
+    bool RenameCollection(CLibraryTree::TNode node, const std::string& name);
+    void MoveNode(CLibraryTree::TNode node, int by);
+    bool MoveNodeTo(CLibraryTree::TNode node, CLibraryTree::TNode collection);
+    /// Closes the libraries of a node and below and takes it out of the tree.
+    void RemoveNode(CLibraryTree::TNode node);
+
+    [[nodiscard]] bool IsModified(const CZovLibrary& library) const;
+    [[nodiscard]] std::vector<TLibrary> ModifiedLibraries() const;
+    /// Around every change of a library's records.
+    void BeginChange(const TLibrary& library);
+    void EndChange(const TLibrary& library);
+    /// Reads an external library's or the project's file again, in the place where it stands.
+    void Reload(const TLibrary& library);
+    /// Saves under its path, or under another one.
+    CResult<void> Save(const TLibrary& library, const std::filesystem::path& path = {});
+
+Q_SIGNALS:
+    /// Libraries were opened, closed, moved, switched or renamed.
+    void LibrariesChanged();
+    /// Records of a library are about to change: workers have to let go of it.
+    void LibraryAboutToChange(zov::CZovLibrary* library);
+    void LibraryChanged(zov::CZovLibrary* library);
+    void ModifiedChanged();
+    void SettingsChanged();
+    /// Something the user asked for could not be done.
+    void Failed(const QString& text);
+
+private:
+    using TPaths = std::vector<std::filesystem::path>;
+    /// Reads the files beside the window and calls back when they wait to be opened.
+    void LoadThen(const QString& what, TPaths paths, std::function<void()> then);
+    void Tell(const SError& error);
+    void OpenLoaded(const std::filesystem::path& path, CQuestions& questions);
+    /// The tree follows the set: new libraries come in, closed ones go.
+    void SyncTree(CLibraryTree::TNode newOnesTo = CLibraryTree::kRoot);
+    CResult<void> WriteEmpty(const std::filesystem::path& path);
+
+    ISettingsStore& m_store;
+    CLogSink& m_log;
+    SZovSettings m_settings;
+    CLibrarySet m_set;
+    CLibraryTree m_tree;
+    std::set<const CZovLibrary*> m_modified;
+    CBackgroundJob m_job;
+};
+
+} // namespace zov::app

@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/MainFrame.h"
+
+#include "app/MainCommands.h"
+#include "base/File.h"
+#include "core/LibraryFiles.h"
+#include "support/TempFolder.h"
+#include "ui/Prompt.h"
+
+#include <QAction>
+#include <QDockWidget>
+#include <QMenuBar>
+#include <QSettings>
+#include <QStackedWidget>
+#include <QTest>
+#include <QTreeView>
+
+#include <gtest/gtest.h>
+
+namespace zov::app {
+namespace {
+
+struct MainFrameTest : testing::Test
+{
+    std::filesystem::path Library(const std::string& name, int count) const
+    {
+        CZovLibrary library;
+        for (int i = 0; i < count; ++i) {
+            library.Add(ERecordType::Resistor)
+                .SetString(EPropId::ModelName, name + std::to_string(i));
+        }
+        CNullLog log;
+        const std::filesystem::path path = folder.Path() / (name + ".zov");
+        EXPECT_TRUE(SaveLibrary(library, path, {}, log).Ok());
+        return path;
+    }
+    static QString Text(const std::filesystem::path& path)
+    {
+        return QString::fromStdString(PathText(path));
+    }
+    void Trigger(unsigned command) { frame.Actions().Action(command)->trigger(); }
+    bool IsEnabled(unsigned command)
+    {
+        frame.OnIdleUpdateCmdUI();
+        return frame.Actions().Action(command)->isEnabled();
+    }
+    void WaitIdle()
+    {
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] { return !frame.Session().Job().IsRunning() && !Models().Model().IsFilling(); }));
+    }
+    CModelListView& Models() const
+    {
+        return *frame.findChild<CModelListView*>(QStringLiteral("Models"));
+    }
+    QTreeView& Tree() const { return *frame.findChild<QTreeView*>(QStringLiteral("LibraryTree")); }
+    void OpenProject(const std::filesystem::path& path)
+    {
+        frame.Open(Text(path));
+        WaitIdle();
+    }
+
+    test::CTempFolder folder;
+    QSettings layout{Text(folder.Path() / "layout.ini"), QSettings::IniFormat};
+    CMemorySettings store;
+    ui::CScriptedAnswers answers;
+    CZovMainFrm frame{layout, store, [](const char*) { return std::nullopt; }};
+};
+
+TEST_F(MainFrameTest, MenusAreInTheirOrder)
+{
+    QStringList titles;
+    for (const QAction* action : frame.menuBar()->actions()) {
+        titles += action->text();
+    }
+    EXPECT_EQ(titles.join(QLatin1Char(' ')), QStringLiteral("&Library &View &Tools &Help"));
+    QStringList entries;
+    for (const QAction* action : frame.menuBar()->actions()[0]->menu()->actions()) {
+        entries += action->isSeparator() ? QStringLiteral("-") : action->text();
+    }
+    EXPECT_EQ(entries.join(QLatin1Char('|')),
+              QStringLiteral("&New Library...|&Open Library...|Open &Folder...|Open &Recent|"
+                             "&VELDA Library|-|&Save|Sa&ve As...|-|E&xit"));
+}
+
+TEST_F(MainFrameTest, OpensAProjectLibraryAndAsksBeforeItIsReplaced)
+{
+    answers.ThenPath(Text(Library("first", 3)));
+    Trigger(ID_FILE_OPEN);
+    WaitIdle();
+    EXPECT_EQ(Models().Model().rowCount(), 3);
+    EXPECT_TRUE(frame.windowTitle().startsWith(QStringLiteral("first (")));
+
+    const std::filesystem::path second = Library("second", 5);
+    answers.Then(ui::EAnswer::No);
+    OpenProject(second);
+    EXPECT_EQ(answers.Shown().back().text,
+              QStringLiteral("Cannot open multiple top level Project Libraries.\n"
+                             "Replace existing project library with '%1'?")
+                  .arg(Text(second)));
+    EXPECT_EQ(Models().Model().rowCount(), 3);
+    answers.Then(ui::EAnswer::Yes);
+    OpenProject(second);
+    EXPECT_EQ(Models().Model().rowCount(), 5);
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(MainFrameTest, NewLibrariesAreWrittenAtOnce)
+{
+    answers.ThenPath(Text(folder.Path() / "board"));
+    Trigger(ID_FILE_NEW);
+    EXPECT_TRUE(std::filesystem::exists(folder.Path() / "board.zov"));
+    ASSERT_NE(frame.Session().ProjectLibrary(), nullptr);
+    EXPECT_EQ(frame.Session().ProjectLibrary()->Name(), "board");
+}
+
+TEST_F(MainFrameTest, ExternalLibrariesAreArrangedInCollections)
+{
+    OpenProject(Library("project", 1));
+    Trigger(ID_CREATE_NEW_LIB_SET);
+    QTest::keyClick(&Tree(), Qt::Key_Escape);
+    const auto collections = frame.Session().Tree().Collections();
+    ASSERT_EQ(collections.size(), 1U);
+    EXPECT_EQ(collections[0].second, "New_Collection");
+
+    answers.ThenPaths({Text(Library("a", 2)), Text(Library("b", 4))});
+    Trigger(ID_IMPORT_LIB_FILE);
+    WaitIdle();
+    EXPECT_EQ(frame.Session().Tree().LibrariesOf(collections[0].first).size(), 2U)
+        << "into the selected collection";
+    const QModelIndex collection = Tree().model()->index(1, 0);
+    Tree().setCurrentIndex(collection);
+    WaitIdle();
+    EXPECT_EQ(Models().Model().rowCount(), 6) << "the models of all its libraries";
+    EXPECT_FALSE(IsEnabled(ID_EXPLORE_LIB));
+    EXPECT_TRUE(IsEnabled(ID_RENAME_LIB_SET));
+
+    Tree().setCurrentIndex(Tree().model()->index(1, 0, collection));
+    EXPECT_TRUE(IsEnabled(ID_LIB_MOVE_UP));
+    EXPECT_FALSE(IsEnabled(ID_LIB_MOVE_DOWN));
+    Trigger(ID_LIB_MOVE_UP);
+    EXPECT_EQ(frame.Session().Set().Externals()[0].path.stem(), "b");
+    EXPECT_FALSE(IsEnabled(ID_LIB_MOVE_UP)) << "it is at the top and still selected";
+
+    answers.Then(ui::EAnswer::No);
+    Trigger(ID_REMOVE_LIB);
+    EXPECT_EQ(answers.Shown().back().text,
+              QStringLiteral("Remove the selected libraries or library collections?"));
+    EXPECT_EQ(frame.Session().Set().Externals().size(), 2U);
+    answers.Then(ui::EAnswer::Yes);
+    Trigger(ID_REMOVE_LIB);
+    EXPECT_EQ(frame.Session().Set().Externals().size(), 1U);
+}
+
+TEST_F(MainFrameTest, DeletedModelsAreSavedWhenTheUserSaysSo)
+{
+    const std::filesystem::path path = Library("project", 10);
+    OpenProject(path);
+    EXPECT_FALSE(IsEnabled(ID_FILE_SAVE));
+    EXPECT_FALSE(IsEnabled(ID_DELETE_MODELS));
+    Models().Table().selectRow(3);
+    EXPECT_TRUE(IsEnabled(ID_DELETE_MODELS));
+    answers.Then(ui::EAnswer::Yes);
+    Trigger(ID_DELETE_MODELS);
+    WaitIdle();
+    EXPECT_EQ(Models().Model().rowCount(), 9);
+    EXPECT_TRUE(frame.isWindowModified());
+
+    answers.Then(ui::EAnswer::Cancel);
+    EXPECT_FALSE(frame.close()) << "modified: the user is asked";
+    Trigger(ID_FILE_SAVE);
+    EXPECT_FALSE(IsEnabled(ID_FILE_SAVE));
+    EXPECT_TRUE(frame.close());
+    CNullLog log;
+    EXPECT_EQ(LoadLibrary(path, {}, log)->Count(), 9U);
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(MainFrameTest, PagesPanesAndThemesSwitch)
+{
+    auto* pages = frame.findChild<QStackedWidget*>(QStringLiteral("Pages"));
+    for (const unsigned page : {ID_NAV_PAGE_SEARCH, ID_NAV_PAGE_EXT_LIBS, ID_NAV_PAGE_PROJECT}) {
+        Trigger(page);
+        EXPECT_TRUE(frame.Actions().Action(page)->isChecked());
+    }
+    EXPECT_EQ(pages->currentIndex(), 0);
+    frame.show();
+    auto* output = frame.findChild<QDockWidget*>(QStringLiteral("OutputPane"));
+    EXPECT_TRUE(output->isVisible());
+    Trigger(ID_VIEW_PANE_OUTPUT);
+    EXPECT_FALSE(output->isVisible());
+    EXPECT_FALSE(frame.Actions().Action(ID_VIEW_PANE_OUTPUT)->isChecked());
+    Trigger(ID_THEME_DARK);
+    const QColor dark = frame.palette().color(QPalette::Window);
+    Trigger(ID_THEME_LIGHT);
+    EXPECT_GT(frame.palette().color(QPalette::Window).lightness(), dark.lightness());
+}
+
+TEST_F(MainFrameTest, WhatCannotBeOpenedIsTold)
+{
+    folder.Write("bad.zov", "no library at all");
+    OpenProject(folder.Path() / "bad.zov");
+    OpenProject(folder.Path() / "absent.zov");
+    ASSERT_EQ(answers.Shown().size(), 2U);
+    EXPECT_TRUE(answers.Shown()[0].text.contains(QStringLiteral("bad.zov")));
+    EXPECT_TRUE(answers.Shown()[1].text.contains(QStringLiteral("absent.zov")));
+    EXPECT_EQ(frame.Session().ProjectLibrary(), nullptr);
+}
+
+} // namespace
+} // namespace zov::app
