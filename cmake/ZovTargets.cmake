@@ -66,10 +66,7 @@ function(zov_tests folder)
         return()
     endif()
     add_executable(zov_${folder}_tests ${sources})
-    target_include_directories(zov_${folder}_tests PRIVATE "${PROJECT_SOURCE_DIR}/tests")
-    target_compile_definitions(zov_${folder}_tests PRIVATE
-        ZOV_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data" ZOV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-    target_link_libraries(zov_${folder}_tests PRIVATE zov_${folder} ${ARG_LIBS} GTest::gtest_main)
+    target_link_libraries(zov_${folder}_tests PRIVATE zov_${folder} ${ARG_LIBS} zov_test_support GTest::gtest_main)
     gtest_discover_tests(zov_${folder}_tests TEST_PREFIX "${folder}." DISCOVERY_TIMEOUT 60)
 endfunction()
 
@@ -81,10 +78,7 @@ function(zov_window_tests folder)
         return()
     endif()
     add_executable(zov_${folder}_tests ${sources} support/WindowTestMain.cpp)
-    target_include_directories(zov_${folder}_tests PRIVATE "${PROJECT_SOURCE_DIR}/tests")
-    target_compile_definitions(zov_${folder}_tests PRIVATE
-        ZOV_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data" ZOV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-    target_link_libraries(zov_${folder}_tests PRIVATE zov_${folder} ${ARG_LIBS} Qt5::Test GTest::gtest)
+    target_link_libraries(zov_${folder}_tests PRIVATE zov_${folder} ${ARG_LIBS} zov_test_support Qt5::Test GTest::gtest)
     gtest_discover_tests(zov_${folder}_tests TEST_PREFIX "${folder}." DISCOVERY_TIMEOUT 60
                          PROPERTIES ENVIRONMENT QT_QPA_PLATFORM=offscreen)
 endfunction()

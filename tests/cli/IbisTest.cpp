@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Reporting.h"
 #include "cli/Zov.h"
+#include "support/SourcePaths.h"
 
 namespace zov::test {
 
@@ -11,7 +12,7 @@ protected:
     {
         for (const char* name : {"memory.ibs", "memory-composite.json", "memory-buses.json",
                                  "nvm2_pkg.sp", "nvm2_pdn.sp"}) {
-            std::filesystem::copy_file(TextPath(std::string(ZOV_SOURCE_DIR) + "/examples/" + name),
+            std::filesystem::copy_file(TextPath(SourceFolder() + "/examples/" + name),
                                        m_folder.Path() / name);
         }
     }

@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "ibis/DataParser.h"
 #include "ibis/Forms.h"
+#include "support/SourcePaths.h"
 
 #include <gtest/gtest.h>
 #include <random>
@@ -14,7 +15,7 @@ namespace {
 
 std::string DataText(const std::string& name)
 {
-    return ReadWholeFile(TextPath(std::string(ZOV_TEST_DATA) + "/ibis/" + name)).Take();
+    return ReadWholeFile(TextPath(test::DataFolder() + "/ibis/" + name)).Take();
 }
 
 std::unique_ptr<CIPDataFile> Parse(std::string text, bool board = false)

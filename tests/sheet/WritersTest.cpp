@@ -2,6 +2,7 @@
 // One small part list as several programs write it: a spreadsheet office program, and Python's
 // writers in their usual, streaming and binary ways. The files are kept in tests/data/sheet.
 #include "sheet/SheetTestSupport.h"
+#include "support/SourcePaths.h"
 
 #include <gtest/gtest.h>
 
@@ -35,7 +36,7 @@ TEST(Writers, GiveTheSameTexts)
         {"xlwt.xls", table + std::string(kMerged), 3},
     };
     for (const SFile& file : files) {
-        auto book = OpenWorkbook(std::string(ZOV_TEST_DATA "/sheet/") + std::string(file.name));
+        auto book = OpenWorkbook(DataFolder() + "/sheet/" + std::string(file.name));
         ASSERT_TRUE(book.Ok()) << file.name << ": " << book.Error().text;
         ASSERT_EQ((*book)->Sheets().size(), 2U) << file.name;
         EXPECT_TRUE((*book)->Sheets()[0].hidden) << file.name;
