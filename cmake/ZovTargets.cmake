@@ -44,6 +44,7 @@ function(zov_window_engine name)
     set(CMAKE_AUTOMOC ON)
     set(CMAKE_AUTOUIC ON)
     set(CMAKE_AUTORCC ON)
+    set(CMAKE_AUTOUIC_SEARCH_PATHS "${PROJECT_SOURCE_DIR}/src/app/forms")
     find_package(Qt5 5.15 REQUIRED COMPONENTS Widgets)
     zov_engine(${name} ${ARGN})
     target_link_libraries(zov_${name} PUBLIC Qt5::Widgets)
@@ -70,15 +71,18 @@ function(zov_tests folder)
     gtest_discover_tests(zov_${folder}_tests TEST_PREFIX "${folder}." DISCOVERY_TIMEOUT 60)
 endfunction()
 
-# zov_window_tests(FOLDER): the same with Qt Test; a QTEST class or GoogleTest case drives real widgets.
+# zov_window_tests(FOLDER): the same with Qt Test; GoogleTest cases drive real widgets without a screen.
+# A folder below another, "app/editor", is the library zov_app_editor and the program
+# zov_app_editor_tests.
 function(zov_window_tests folder)
     find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
+    string(REPLACE "/" "_" name "${folder}")
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp")
-    if(NOT sources OR NOT TARGET zov_${folder})
+    if(NOT sources OR NOT TARGET zov_${name})
         return()
     endif()
-    add_executable(zov_${folder}_tests ${sources} support/WindowTestMain.cpp)
-    target_link_libraries(zov_${folder}_tests PRIVATE zov_${folder} ${ARG_LIBS} zov_test_support Qt5::Test GTest::gtest)
-    gtest_discover_tests(zov_${folder}_tests TEST_PREFIX "${folder}." DISCOVERY_TIMEOUT 60
+    add_executable(zov_${name}_tests ${sources} support/WindowTestMain.cpp)
+    target_link_libraries(zov_${name}_tests PRIVATE zov_${name} zov_test_support Qt5::Test GTest::gtest)
+    gtest_discover_tests(zov_${name}_tests TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60
                          PROPERTIES ENVIRONMENT QT_QPA_PLATFORM=offscreen)
 endfunction()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "app/LibraryTreeModel.h"
+#include "app/manager/LibraryTreeModel.h"
 
 #include "app/Images.h"
 #include "base/File.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "app/MainFrame.h"
+#include "app/manager/MainFrame.h"
 
-#include "app/MainCommands.h"
+#include "app/manager/MainCommands.h"
 #include "base/File.h"
 #include "core/LibraryFiles.h"
 #include "support/TempFolder.h"

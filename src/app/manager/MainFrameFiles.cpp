@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The main frame's commands on files, its layout between two runs, and its views.
-#include "app/CommandIds.h"
-#include "app/MainFrame.h"
 #include "app/Theme.h"
+#include "app/manager/CommandIds.h"
+#include "app/manager/MainFrame.h"
 #include "base/File.h"
 #include "ui/Prompt.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "app/MainFrame.h"
+#include "app/manager/MainFrame.h"
 
 #include "app/Images.h"
-#include "app/MainCommands.h"
+#include "app/manager/MainCommands.h"
 #include "base/File.h"
 #include "ui/Prompt.h"
 

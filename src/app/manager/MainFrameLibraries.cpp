@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The main frame's commands on the library tree and on the models of a list.
-#include "app/CommandIds.h"
-#include "app/MainFrame.h"
+#include "app/manager/CommandIds.h"
+#include "app/manager/MainFrame.h"
 #include "base/File.h"
 #include "base/Text.h"
 #include "core/LibraryFiles.h"

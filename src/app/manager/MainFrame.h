@@ -3,10 +3,10 @@
 /// here.
 #pragma once
 
-#include "app/LibraryTreeModel.h"
 #include "app/ModelListView.h"
 #include "app/OutputPane.h"
 #include "app/Session.h"
+#include "app/manager/LibraryTreeModel.h"
 #include "base/Questions.h"
 #include "ui/CommandActions.h"
 #include "ui/IdleUpdate.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "app/MainCommands.h"
+#include "app/manager/MainCommands.h"
 
 namespace zov::app {
 namespace {

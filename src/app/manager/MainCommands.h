@@ -2,7 +2,7 @@
 /// The commands of the library manager's main frame.
 #pragma once
 
-#include "app/CommandIds.h"
+#include "app/manager/CommandIds.h"
 #include "ui/Command.h"
 
 #include <span>
