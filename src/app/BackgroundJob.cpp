@@ -16,6 +16,9 @@ CBackgroundJob::CBackgroundJob(QObject* parent)
 CBackgroundJob::~CBackgroundJob()
 {
     Join();
+    for (auto& [generation, thread] : m_left) {
+        thread.join();
+    }
 }
 
 void CBackgroundJob::Join()
@@ -56,9 +59,29 @@ void CBackgroundJob::Cancel()
     }
 }
 
+void CBackgroundJob::Abandon()
+{
+    if (!IsRunning()) {
+        return;
+    }
+    m_state->Cancel();
+    m_left.emplace(m_generation, std::move(m_thread));
+    Join();
+    Q_EMIT Finished();
+}
+
+void CBackgroundJob::JoinLeft(std::uint64_t generation)
+{
+    if (const auto left = m_left.find(generation); left != m_left.end()) {
+        left->second.join();
+        m_left.erase(left);
+    }
+}
+
 void CBackgroundJob::Done(std::uint64_t generation, const Deliver& deliver)
 {
     if (generation != m_generation) {
+        JoinLeft(generation);
         return;
     }
     m_thread.join();

@@ -15,6 +15,7 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <thread>
 
@@ -56,6 +57,9 @@ public:
     void Start(const QString& what, Work work);
     /// Ends the work and waits for it, which takes no longer than the work's own step.
     void Cancel();
+    /// The same without waiting, for work that holds nothing of anybody else: it ends on its own,
+    /// at the latest with this object.
+    void Abandon();
     [[nodiscard]] bool IsRunning() const { return m_state != nullptr; }
     [[nodiscard]] const QString& What() const { return m_what; }
 
@@ -68,10 +72,12 @@ Q_SIGNALS:
 private:
     void Done(std::uint64_t generation, const Deliver& deliver);
     void Join();
+    void JoinLeft(std::uint64_t generation);
 
     static constexpr int kShowAfterMs = 200;
 
     std::thread m_thread;
+    std::map<std::uint64_t, std::thread> m_left; ///< abandoned, by generation
     std::shared_ptr<CJobState> m_state;
     QString m_what;
     QTimer m_poll;

@@ -40,6 +40,7 @@ CZovSession::CZovSession(ISettingsStore& store, CLogSink& log, const FEnvironmen
     , m_settings(ReadSettings(store, environment))
     , m_set(m_settings.units)
 {
+    connect(&m_job, &CBackgroundJob::Finished, this, &CZovSession::LoadNext);
 }
 
 void CZovSession::SetSettings(SZovSettings settings)
@@ -62,12 +63,24 @@ void CZovSession::Tell(const SError& error)
     Q_EMIT Failed(QString::fromStdString(error.text));
 }
 
-void CZovSession::LoadThen(const QString& what, TPaths paths, std::function<void()> then)
+void CZovSession::Load(SLoad load)
 {
-    using TLoaded = std::vector<std::pair<fs::path, TLibrary>>;
+    m_loads.push_back(std::move(load));
+    if (!m_job.IsRunning()) {
+        LoadNext();
+    }
+}
+
+void CZovSession::LoadNext()
+{
+    if (m_loads.empty()) {
+        return;
+    }
+    const SLoad load = std::move(m_loads.front());
+    m_loads.pop_front();
     m_job.Start(
-        what,
-        [this, paths = std::move(paths), then = std::move(then),
+        load.what,
+        [paths = load.paths, then = load.then,
          units = m_settings.units](CJobState& state) -> CBackgroundJob::Deliver {
             auto loaded = std::make_shared<TLoaded>();
             for (std::size_t i = 0; i < paths.size() && !state.Cancelled(); ++i) {
@@ -81,13 +94,24 @@ void CZovSession::LoadThen(const QString& what, TPaths paths, std::function<void
                     loaded->emplace_back(paths[i], std::make_shared<CZovLibrary>(library.Take()));
                 }
             }
-            return [this, loaded, then] {
-                for (auto& [path, library] : *loaded) {
-                    m_set.TakeLoaded(path, library);
-                }
-                then();
-            };
+            return [loaded, then] { then(std::move(*loaded)); };
         });
+}
+
+void CZovSession::LoadThen(const QString& what, TPaths paths, std::function<void()> then)
+{
+    Load({what, std::move(paths), [this, then = std::move(then)](const TLoaded& loaded) {
+              for (const auto& [path, library] : loaded) {
+                  m_set.TakeLoaded(path, library);
+              }
+              then();
+          }});
+}
+
+void CZovSession::CancelLoading()
+{
+    m_loads.clear();
+    m_job.Abandon();
 }
 
 void CZovSession::OpenLoaded(const fs::path& path, CQuestions& questions)
@@ -151,6 +175,26 @@ void CZovSession::AddExternals(const std::vector<fs::path>& paths, CLibraryTree:
             }
         }
         SyncTree(m_tree.Has(collection) ? collection : CLibraryTree::kRoot);
+    });
+}
+
+void CZovSession::OpenRemembered()
+{
+    TPaths paths;
+    for (const SListedLibrary& listed : m_settings.externalLibraries) {
+        paths.push_back(listed.path);
+    }
+    if (paths.empty()) {
+        return;
+    }
+    LoadThen(tr("Loading libraries"), paths, [this, listed = m_settings.externalLibraries] {
+        for (const SListedLibrary& library : listed) {
+            if (const CResult<EOpened> added = m_set.AddExternal(library.path, m_log, library.on);
+                !added) {
+                m_log.Write("[Error] " + added.Error().Full());
+            }
+        }
+        SyncTree();
     });
 }
 
@@ -299,16 +343,24 @@ void CZovSession::EndChange(const TLibrary& library)
 
 void CZovSession::Reload(const TLibrary& library)
 {
-    CResult<CZovLibrary> loaded = LoadLibrary(library->Path(), m_settings.units, m_log);
-    if (!loaded) {
-        Tell(loaded.Error());
-        return;
-    }
-    BeginChange(library);
-    *library = loaded.Take();
-    EndChange(library);
-    m_modified.erase(library.get());
-    Q_EMIT ModifiedChanged();
+    Load({tr("Loading %1").arg(QString::fromStdString(library->Name())),
+          {library->Path()},
+          [this, library](TLoaded loaded) {
+              if (loaded.empty()) {
+                  // It can't be read: once more, for the reason.
+                  const CResult<CZovLibrary> failed =
+                      LoadLibrary(library->Path(), m_settings.units, m_log);
+                  if (!failed) {
+                      Tell(failed.Error());
+                  }
+                  return;
+              }
+              BeginChange(library);
+              *library = std::move(*loaded.front().second);
+              EndChange(library);
+              m_modified.erase(library.get());
+              Q_EMIT ModifiedChanged();
+          }});
 }
 
 CResult<void> CZovSession::Save(const TLibrary& library, const fs::path& path)

@@ -11,6 +11,7 @@
 
 #include <QObject>
 
+#include <deque>
 #include <filesystem>
 #include <set>
 #include <vector>
@@ -33,6 +34,7 @@ public:
     [[nodiscard]] const SZovSettings& Settings() const { return m_settings; }
     [[nodiscard]] CLogSink& Log() { return m_log; }
     [[nodiscard]] CBackgroundJob& Job() { return m_job; }
+    [[nodiscard]] const CBackgroundJob& Job() const { return m_job; }
 
     /// Changes settings and tells everybody.
     void SetSettings(SZovSettings settings);
@@ -48,9 +50,13 @@ public:
     CResult<void> NewProject(const std::filesystem::path& path, CQuestions& questions);
     /// An empty library, written to the path at once, in a collection.
     CResult<void> NewExternal(const std::filesystem::path& path, CLibraryTree::TNode collection);
+    /// The external libraries that the settings remember, each on or off as it was.
+    void OpenRemembered();
     /// External libraries, loaded beside the window, into a collection.
     void AddExternals(const std::vector<std::filesystem::path>& paths,
                       CLibraryTree::TNode collection);
+    /// Drops what is being loaded and what waits for it. Doesn't wait for a file that is half read.
+    void CancelLoading();
     /// The sets of a JSON configuration in place of the external libraries.
     CResult<void> LoadConfiguration(const std::filesystem::path& path);
     /// The collections as a configuration.
@@ -72,7 +78,8 @@ public:
     /// Around every change of a library's records.
     void BeginChange(const TLibrary& library);
     void EndChange(const TLibrary& library);
-    /// Reads an external library's or the project's file again, in the place where it stands.
+    /// Reads an external library's or the project's file again, beside the window; its records are
+    /// then replaced where the library stands.
     void Reload(const TLibrary& library);
     /// Saves under its path, or under another one.
     CResult<void> Save(const TLibrary& library, const std::filesystem::path& path = {});
@@ -90,7 +97,17 @@ Q_SIGNALS:
 
 private:
     using TPaths = std::vector<std::filesystem::path>;
-    /// Reads the files beside the window and calls back when they wait to be opened.
+    using TLoaded = std::vector<std::pair<std::filesystem::path, TLibrary>>;
+    /// Files to read beside the window, and what is done then; one after the other.
+    struct SLoad
+    {
+        QString what;
+        TPaths paths;
+        std::function<void(TLoaded)> then;
+    };
+    void Load(SLoad load);
+    void LoadNext();
+    /// Calls back when the files wait to be opened.
     void LoadThen(const QString& what, TPaths paths, std::function<void()> then);
     void Tell(const SError& error);
     void OpenLoaded(const std::filesystem::path& path, CQuestions& questions);
@@ -104,6 +121,7 @@ private:
     CLibrarySet m_set;
     CLibraryTree m_tree;
     std::set<const CZovLibrary*> m_modified;
+    std::deque<SLoad> m_loads;
     CBackgroundJob m_job;
 };
 

@@ -18,6 +18,8 @@
 #include <QToolBar>
 #include <QTreeView>
 
+#include <algorithm>
+
 namespace zov::app {
 namespace {
 
@@ -258,7 +260,7 @@ void CZovMainFrm::ConnectSession()
         m_progress->hide();
         m_cancel->hide();
     });
-    connect(m_cancel, &QPushButton::clicked, &job, &CBackgroundJob::Cancel);
+    connect(m_cancel, &QPushButton::clicked, &m_session, &CZovSession::CancelLoading);
 }
 
 void CZovMainFrm::Open(const QString& path)
@@ -270,6 +272,28 @@ void CZovMainFrm::Open(const QString& path)
         m_session.OpenProject(file, m_questions);
     }
     Remember(path);
+}
+
+void CZovMainFrm::OpenAtStart(const QStringList& paths)
+{
+    if (!paths.isEmpty()) {
+        Open(paths.first());
+    }
+    std::vector<std::filesystem::path> externals;
+    for (const QString& path : paths.mid(1)) {
+        externals.push_back(TextPath(path.toStdString()));
+    }
+    if (!externals.empty()) {
+        m_session.AddExternals(externals, CLibraryTree::kRoot);
+    }
+    m_session.OpenRemembered();
+}
+
+bool CZovMainFrm::IsIdle() const
+{
+    return !m_session.Job().IsRunning() && std::ranges::none_of(Lists(), [](CModelListView* list) {
+        return list->Model().IsFilling();
+    });
 }
 
 void CZovMainFrm::ShowLibraries()

@@ -52,8 +52,13 @@ public:
 
     [[nodiscard]] CZovSession& Session() { return m_session; }
     [[nodiscard]] ui::CCommandActions& Actions() { return *m_actions; }
-    /// What the command line names: libraries, a preference file, a folder.
+    /// A library, a preference file or a folder, as project.
     void Open(const QString& path);
+    /// What the command line names: the first as project, further ones as external libraries;
+    /// behind them the external libraries that the settings remember.
+    void OpenAtStart(const QStringList& paths);
+    /// Nothing is being loaded, searched or sorted.
+    [[nodiscard]] bool IsIdle() const;
     void OnIdleUpdateCmdUI();
 
 protected:

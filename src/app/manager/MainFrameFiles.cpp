@@ -142,7 +142,7 @@ void CZovMainFrm::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
-    m_session.Job().Cancel();
+    m_session.CancelLoading();
     m_session.StoreSettings();
     StoreLayout();
     event->accept();
