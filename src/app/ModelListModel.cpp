@@ -49,6 +49,9 @@ void CModelListModel::SetUnits(const CDisplayUnits& units)
 void CModelListModel::BeginChange()
 {
     m_job.Cancel();
+    if (!m_changing) {
+        Q_EMIT AboutToRefill();
+    }
     m_changing = true;
 }
 

@@ -56,6 +56,8 @@ public:
     void sort(int column, Qt::SortOrder order) override;
 
 Q_SIGNALS:
+    /// The rows are made anew; the old ones are still there, for the last time.
+    void AboutToRefill();
     /// New rows are in.
     void Filled(int shown, int total);
 

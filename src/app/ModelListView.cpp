@@ -12,9 +12,11 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace zov::app {
 namespace {
@@ -114,10 +116,16 @@ CModelListView::CModelListView(std::uint32_t listId, QWidget* parent)
     connect(&m_model, &CModelListModel::Filled, this, [this] {
         ShowCount();
         ShowHint();
+        RestoreSelection();
     });
-    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &CModelListView::SelectionChanged);
-    connect(&m_model, &QAbstractItemModel::modelReset, this, &CModelListView::SelectionChanged);
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        if (!m_keeping) {
+            Q_EMIT SelectionChanged();
+        }
+    });
+    connect(&m_model, &CModelListModel::AboutToRefill, this, &CModelListView::KeepSelection);
+    connect(&m_model, &QAbstractItemModel::modelAboutToBeReset, this,
+            &CModelListView::KeepSelection);
     connect(m_table, &QTableView::activated, this, [this](const QModelIndex& index) {
         if (const CZovRcdProps* record = m_model.RecordAt(index.row())) {
             Q_EMIT Activated(*record);
@@ -272,6 +280,49 @@ void CModelListView::Select(const CZovRcdProps& record)
     if (const int row = m_model.RowOf(record); row >= 0) {
         m_table->selectRow(row);
         m_table->scrollTo(m_model.index(row, 0));
+    }
+}
+
+void CModelListView::KeepSelection()
+{
+    if (m_keeping) {
+        return; // rows that come between the old and the new ones
+    }
+    const std::vector<CZovRcdProps*> selected = Selected();
+    m_keptSelection.assign(selected.begin(), selected.end());
+    m_keptScroll = m_table->verticalScrollBar()->value();
+    m_keeping = true;
+}
+
+void CModelListView::RestoreSelection()
+{
+    if (!m_keeping) {
+        return;
+    }
+    const std::unordered_set<const CZovRcdProps*> kept(m_keptSelection.begin(),
+                                                       m_keptSelection.end());
+    QItemSelection selection;
+    int first = -1;
+    std::size_t found = 0;
+    for (int row = 0; found < kept.size() && row < m_model.rowCount(); ++row) {
+        if (kept.contains(m_model.RecordAt(row))) {
+            selection.merge(QItemSelection(m_model.index(row, 0), m_model.index(row, 0)),
+                            QItemSelectionModel::Select);
+            first = first < 0 ? row : first;
+            ++found;
+        }
+    }
+    if (first >= 0) {
+        m_table->selectionModel()->setCurrentIndex(m_model.index(first, 0),
+                                                   QItemSelectionModel::NoUpdate);
+        m_table->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect |
+                                                         QItemSelectionModel::Rows);
+    }
+    m_table->verticalScrollBar()->setValue(m_keptScroll);
+    m_keeping = false;
+    m_keptSelection.clear();
+    if (found != kept.size()) {
+        Q_EMIT SelectionChanged();
     }
 }
 

@@ -59,6 +59,7 @@ public:
     [[nodiscard]] QString SelectionAsCsv() const;
 
 Q_SIGNALS:
+    /// Other records are selected. When rows are made anew the selection stays with its records.
     void SelectionChanged();
     /// Double click or Enter.
     void Activated(const CZovRcdProps& record);
@@ -70,6 +71,8 @@ private:
     void ShowHint();
     void ShowColumnMenu(const QPoint& pos);
     void SearchChanged();
+    void KeepSelection();
+    void RestoreSelection();
 
     std::uint32_t m_listId;
     CModelListModel m_model;
@@ -78,6 +81,10 @@ private:
     QLabel* m_count;
     QString m_emptyHint;
     bool m_taking = false;
+    /// Selected records while new rows are being made; compared by address only.
+    std::vector<const CZovRcdProps*> m_keptSelection;
+    int m_keptScroll = 0;
+    bool m_keeping = false;
 };
 
 } // namespace zov::app

@@ -41,6 +41,9 @@ CZovSession::CZovSession(ISettingsStore& store, CLogSink& log, const FEnvironmen
     , m_set(m_settings.units)
 {
     connect(&m_job, &CBackgroundJob::Finished, this, &CZovSession::LoadNext);
+    connect(&m_edits, &CLibraryEdits::AboutToChange, this, &CZovSession::LibraryAboutToChange);
+    connect(&m_edits, &CLibraryEdits::Changed, this, &CZovSession::LibraryChanged);
+    connect(&m_edits, &CLibraryEdits::ModifiedChanged, this, &CZovSession::ModifiedChanged);
 }
 
 void CZovSession::SetSettings(SZovSettings settings)
@@ -277,7 +280,7 @@ void CZovSession::RemoveNode(CLibraryTree::TNode node)
 {
     for (const TLibrary& library : m_tree.LibrariesOf(node)) {
         Q_EMIT LibraryAboutToChange(library.get());
-        m_modified.erase(library.get());
+        m_edits.Drop(*library);
         if (library == ProjectLibrary()) {
             m_set.CloseProject();
             continue;
@@ -301,7 +304,7 @@ void CZovSession::SyncTree(CLibraryTree::TNode newOnesTo)
             entries, [&](const SLibraryEntry* entry) { return entry->library == library; });
         if (!isOpen) {
             m_tree.Remove(m_tree.Find(*library));
-            m_modified.erase(library.get());
+            m_edits.Drop(*library);
         }
     }
     // The project library stands first, whatever was open before it.
@@ -315,7 +318,7 @@ void CZovSession::SyncTree(CLibraryTree::TNode newOnesTo)
 
 bool CZovSession::IsModified(const CZovLibrary& library) const
 {
-    return m_modified.contains(&library);
+    return m_edits.IsModified(library);
 }
 
 std::vector<CZovSession::TLibrary> CZovSession::ModifiedLibraries() const
@@ -336,9 +339,8 @@ void CZovSession::BeginChange(const TLibrary& library)
 
 void CZovSession::EndChange(const TLibrary& library)
 {
-    m_modified.insert(library.get());
+    m_edits.Forget(library, true);
     Q_EMIT LibraryChanged(library.get());
-    Q_EMIT ModifiedChanged();
 }
 
 void CZovSession::Reload(const TLibrary& library)
@@ -357,9 +359,8 @@ void CZovSession::Reload(const TLibrary& library)
               }
               BeginChange(library);
               *library = std::move(*loaded.front().second);
-              EndChange(library);
-              m_modified.erase(library.get());
-              Q_EMIT ModifiedChanged();
+              m_edits.Forget(library, false);
+              Q_EMIT LibraryChanged(library.get());
           }});
 }
 
@@ -371,8 +372,7 @@ CResult<void> CZovSession::Save(const TLibrary& library, const fs::path& path)
         const fs::path target = path.empty() ? library->Path() : path;
         RETURN_IF_ERROR(SaveLibrary(*library, target, m_settings.units, m_log));
     }
-    m_modified.erase(library.get());
-    Q_EMIT ModifiedChanged();
+    m_edits.SetSaved(library);
     Q_EMIT LibrariesChanged();
     return {};
 }

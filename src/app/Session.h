@@ -4,6 +4,7 @@
 #pragma once
 
 #include "app/BackgroundJob.h"
+#include "app/LibraryEdits.h"
 #include "base/Sink.h"
 #include "core/LibrarySet.h"
 #include "core/LibraryTree.h"
@@ -13,7 +14,6 @@
 
 #include <deque>
 #include <filesystem>
-#include <set>
 #include <vector>
 
 namespace zov::app {
@@ -35,6 +35,8 @@ public:
     [[nodiscard]] CLogSink& Log() { return m_log; }
     [[nodiscard]] CBackgroundJob& Job() { return m_job; }
     [[nodiscard]] const CBackgroundJob& Job() const { return m_job; }
+    /// Changes of records that can be undone. All changes but loading anew go through it.
+    [[nodiscard]] CLibraryEdits& Edits() { return m_edits; }
 
     /// Changes settings and tells everybody.
     void SetSettings(SZovSettings settings);
@@ -75,7 +77,8 @@ public:
 
     [[nodiscard]] bool IsModified(const CZovLibrary& library) const;
     [[nodiscard]] std::vector<TLibrary> ModifiedLibraries() const;
-    /// Around every change of a library's records.
+    /// Around a change of a library's records that can't be undone; what was done to it before
+    /// can't be undone any more either. See Edits for all others.
     void BeginChange(const TLibrary& library);
     void EndChange(const TLibrary& library);
     /// Reads an external library's or the project's file again, beside the window; its records are
@@ -120,8 +123,8 @@ private:
     SZovSettings m_settings;
     CLibrarySet m_set;
     CLibraryTree m_tree;
-    std::set<const CZovLibrary*> m_modified;
     std::deque<SLoad> m_loads;
+    CLibraryEdits m_edits;
     CBackgroundJob m_job;
 };
 

@@ -89,6 +89,64 @@ void CZovLibrary::Remove(const CZovRcdProps& record)
     }
 }
 
+CZovRcdProps& CZovLibrary::MakeLoose(const CZovRcdProps& content)
+{
+    CZovRcdProps* record = m_store->Create(content.Type());
+    record->CopyFrom(content);
+    return *record;
+}
+
+void CZovLibrary::Exchange(CZovRcdProps& a, CZovRcdProps& b)
+{
+    assert(a.m_store == m_store.get() && b.m_store == m_store.get() && a.m_type == b.m_type);
+    std::swap(a.m_mask, b.m_mask);
+    std::swap(a.m_slots, b.m_slots);
+    std::swap(a.m_capacity, b.m_capacity);
+    m_store->namesChanged = m_store->namesChanged || a.m_nameIndexed || b.m_nameIndexed;
+    ++m_store->searchStamp;
+}
+
+void CZovLibrary::TakeOut(std::span<const SPlace> places)
+{
+    if (places.empty()) {
+        return;
+    }
+    std::size_t to = places.front().position;
+    std::size_t next = 0;
+    for (std::size_t from = to; from < m_records.size(); ++from) {
+        if (next < places.size() && places[next].position == from) {
+            assert(m_records[from] == places[next].record);
+            ++next;
+        } else {
+            m_records[to++] = m_records[from];
+        }
+    }
+    m_records.resize(to);
+    m_store->searchStamp += places.size() + 1; // more than the count goes down by
+    m_index.reset();
+}
+
+void CZovLibrary::PutIn(std::span<const SPlace> places)
+{
+    if (places.empty()) {
+        return;
+    }
+    std::size_t from = m_records.size();
+    m_records.resize(from + places.size());
+    std::size_t to = m_records.size();
+    for (std::size_t left = places.size(); left > 0;) {
+        const SPlace& place = places[left - 1];
+        assert(place.position < to && place.record->m_store == m_store.get());
+        while (to > place.position + 1) {
+            m_records[--to] = m_records[--from];
+        }
+        m_records[--to] = place.record;
+        --left;
+    }
+    ++m_store->searchStamp;
+    m_index.reset();
+}
+
 void CZovLibrary::Clear()
 {
     m_records.clear();

@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,6 +45,23 @@ public:
     /// Takes a record out; others keep their order. O(count).
     void Remove(const CZovRcdProps& record);
     void Clear();
+
+    /// For edits that can be undone: a record that is taken out keeps its memory here, so that
+    /// putting it back, and changing contents with another, cost no memory and move nothing.
+    struct SPlace
+    {
+        std::size_t position = 0;
+        CZovRcdProps* record = nullptr;
+    };
+    /// A copy of a record, of this or another library, in this one's memory and in no place of it.
+    CZovRcdProps& MakeLoose(const CZovRcdProps& content);
+    /// Two records of this library's memory and of the same type change their properties.
+    void Exchange(CZovRcdProps& a, CZovRcdProps& b);
+    /// Takes out the records that stand at these places, positions rising. O(count).
+    void TakeOut(std::span<const SPlace> places);
+    /// Puts records of this library's memory in; each stands at its position afterwards, positions
+    /// rising. O(count).
+    void PutIn(std::span<const SPlace> places);
 
     /// First record of that type (Any: of any type) whose name is equal without regard to case, or
     /// null. The index behind it is built on first need and follows every change; not a scan.

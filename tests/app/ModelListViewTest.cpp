@@ -55,6 +55,27 @@ TEST_F(ModelListViewTest, TypingSearchesAndTellsWhatIsWrong)
     ASSERT_TRUE(QTest::qWaitFor([&] { return view.Model().rowCount() == 3; }));
 }
 
+TEST_F(ModelListViewTest, TheSelectionStaysWithItsRecords)
+{
+    Fill();
+    view.Table().selectRow(2);
+    const CZovRcdProps* selected = view.Selected().front();
+    QSignalSpy changed(&view, &CModelListView::SelectionChanged);
+    view.Model().BeginChange();
+    library->Remove(library->At(0));
+    view.Model().EndChange();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view.Model().rowCount() == 2; }));
+    ASSERT_EQ(view.Selected().size(), 1U);
+    EXPECT_EQ(view.Selected().front(), selected);
+    EXPECT_EQ(changed.count(), 0) << "nobody has to load it anew";
+    view.Model().BeginChange();
+    library->Remove(*selected);
+    view.Model().EndChange();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view.Model().rowCount() == 1; }));
+    EXPECT_TRUE(view.Selected().empty());
+    EXPECT_EQ(changed.count(), 1);
+}
+
 TEST_F(ModelListViewTest, AClickOnTheHeaderSortsAndASecondTurnsItAround)
 {
     Fill();

@@ -49,7 +49,10 @@ enum ECommandId : unsigned
 
     ID_ADD_MODEL,
     ID_COPY_TO_LIBRARY,
-    ID_DELETE_MODELS
+    ID_DELETE_MODELS,
+
+    ID_EDIT_UNDO,
+    ID_EDIT_REDO
 };
 
 } // namespace zov::app

@@ -16,6 +16,8 @@ constexpr ui::SCommand kCommands[] = {
      "Ctrl+Shift+S"},
     {ID_ZOV_FRM_EXIT, "OnZovFrmExit", "E&xit", "Quit Zovra\nQuit Zovra", "exit", "Ctrl+Q"},
     {ID_VELDA_LIBRARY, "OnVeldaLibrary", "&VELDA Library", "", "velda", ""},
+    {ID_EDIT_UNDO, "OnEditUndo", "&Undo", "Undo\nUndo", "undo", "Ctrl+Z"},
+    {ID_EDIT_REDO, "OnEditRedo", "&Redo", "Redo\nRedo", "redo", "Ctrl+Shift+Z"},
     {ID_VIEW_TOOLBAR_MAIN, "OnViewToolbarMain", "Standard", "", "", ""},
     {ID_VIEW_PANE_LIBRARIES, "OnViewPaneLibraries", "Opened Libraries", "", "", ""},
     {ID_VIEW_PANE_MODELS, "OnViewPaneModels", "Analysis Models",

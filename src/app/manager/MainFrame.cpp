@@ -57,6 +57,8 @@ ZOV_ON_COMMAND(ID_FILE_OPEN_FOLDER, FileOpenFolder)
 ZOV_ON_COMMAND_UPDATE(ID_FILE_SAVE, FileSave)
 ZOV_ON_COMMAND_UPDATE(ID_FILE_SAVE_AS, FileSaveAs)
 ZOV_ON_COMMAND(ID_ZOV_FRM_EXIT, ZovFrmExit)
+ZOV_ON_COMMAND_UPDATE(ID_EDIT_UNDO, EditUndo)
+ZOV_ON_COMMAND_UPDATE(ID_EDIT_REDO, EditRedo)
 ZOV_ON_COMMAND_UPDATE(ID_VIEW_TOOLBAR_MAIN, ViewToolbarMain)
 ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_LIBRARIES, ViewPaneLibraries, OnUpdateViewPane)
 ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_OUTPUT, ViewPaneOutput, OnUpdateViewPane)
@@ -182,6 +184,9 @@ void CZovMainFrm::MakeMenus()
     m_recentMenu->setObjectName(QStringLiteral("RecentMenu"));
     m_actions->FillMenu(*library, {ID_VELDA_LIBRARY, ui::kSeparator, ID_FILE_SAVE, ID_FILE_SAVE_AS,
                                    ui::kSeparator, ID_ZOV_FRM_EXIT});
+    QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+    edit->setObjectName(QStringLiteral("EditMenu"));
+    m_actions->FillMenu(*edit, {ID_EDIT_UNDO, ID_EDIT_REDO, ui::kSeparator, ID_DELETE_MODELS});
     QMenu* view = menuBar()->addMenu(tr("&View"));
     view->setObjectName(QStringLiteral("ViewMenu"));
     QMenu* bars = view->addMenu(tr("&Toolbar"));
@@ -208,6 +213,7 @@ void CZovMainFrm::MakeToolBars()
     };
     m_mainBar = newBar(tr("ZOV - Main"), "ZovMain", Qt::TopToolBarArea);
     m_actions->FillToolBar(*m_mainBar, {ID_FILE_NEW, ID_FILE_OPEN, ID_FILE_SAVE, ui::kSeparator,
+                                        ID_EDIT_UNDO, ID_EDIT_REDO, ui::kSeparator,
                                         ID_DELETE_MODELS, ui::kSeparator, ID_APP_HELP});
     QToolBar* pages = newBar(tr("ZOV Navigation"), "ZovNavigation", Qt::LeftToolBarArea);
     pages->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
@@ -321,6 +327,7 @@ void CZovMainFrm::ShowSelectedLibrary()
     if (libraries != m_models->Model().Libraries()) {
         m_models->Model().SetLibraries(libraries);
     }
+    m_session.Edits().SetActive(SelectedLibrary());
 }
 
 void CZovMainFrm::ShowTitle()

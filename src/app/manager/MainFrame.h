@@ -76,6 +76,10 @@ private:
     void OnFileSaveAs();
     void OnUpdateFileSaveAs(ui::CCmdUI& ui);
     void OnZovFrmExit();
+    void OnEditUndo();
+    void OnUpdateEditUndo(ui::CCmdUI& ui);
+    void OnEditRedo();
+    void OnUpdateEditRedo(ui::CCmdUI& ui);
     void OnViewToolbarMain();
     void OnUpdateViewToolbarMain(ui::CCmdUI& ui);
     void OnViewPaneLibraries();

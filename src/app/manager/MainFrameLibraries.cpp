@@ -196,16 +196,20 @@ void CZovMainFrm::OnDeleteModels()
         doomed[list.Model().LibraryAt(list.Model().RowOf(*record))].push_back(record);
     }
     if (ui::CPrompt::Ask(this,
-                         tr("Delete %n models?", nullptr, static_cast<int>(list.Selected().size())),
+                         list.Selected().size() == 1
+                             ? tr("Delete the selected model?")
+                             : tr("Delete %1 models?").arg(list.Selected().size()),
                          ui::EButtons::YesNo) != ui::EAnswer::Yes) {
         return;
     }
     for (const auto& [library, records] : doomed) {
-        m_session.BeginChange(library);
+        CLibraryChange change(library);
         for (const CZovRcdProps* record : records) {
-            library->Remove(*record);
+            change.Remove(*record);
         }
-        m_session.EndChange(library);
+        m_session.Edits().Apply(change, records.size() == 1
+                                            ? tr("Delete Model")
+                                            : tr("Delete %1 Models").arg(records.size()));
     }
 }
 

@@ -73,7 +73,7 @@ TEST_F(MainFrameTest, MenusAreInTheirOrder)
     for (const QAction* action : frame.menuBar()->actions()) {
         titles += action->text();
     }
-    EXPECT_EQ(titles.join(QLatin1Char(' ')), QStringLiteral("&Library &View &Tools &Help"));
+    EXPECT_EQ(titles.join(QLatin1Char(' ')), QStringLiteral("&Library &Edit &View &Tools &Help"));
     QStringList entries;
     for (const QAction* action : frame.menuBar()->actions()[0]->menu()->actions()) {
         entries += action->isSeparator() ? QStringLiteral("-") : action->text();
@@ -165,6 +165,15 @@ TEST_F(MainFrameTest, DeletedModelsAreSavedWhenTheUserSaysSo)
     WaitIdle();
     EXPECT_EQ(Models().Model().rowCount(), 9);
     EXPECT_TRUE(frame.isWindowModified());
+    EXPECT_TRUE(IsEnabled(ID_EDIT_UNDO));
+    EXPECT_EQ(frame.Actions().Action(ID_EDIT_UNDO)->text(), QStringLiteral("&Undo Delete Model"));
+    Trigger(ID_EDIT_UNDO);
+    WaitIdle();
+    EXPECT_EQ(Models().Model().rowCount(), 10);
+    EXPECT_FALSE(frame.isWindowModified());
+    Trigger(ID_EDIT_REDO);
+    WaitIdle();
+    EXPECT_EQ(Models().Model().rowCount(), 9);
 
     answers.Then(ui::EAnswer::Cancel);
     EXPECT_FALSE(frame.close()) << "modified: the user is asked";
