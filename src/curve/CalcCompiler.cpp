@@ -10,6 +10,7 @@
 #include <array>
 #include <bit>
 #include <fmt/format.h>
+#include <memory>
 
 namespace zov::curve {
 
@@ -325,9 +326,19 @@ private:
 namespace {
 
 /// Points of a block: what an expression works on then stays in the processor's nearest memory.
-constexpr std::size_t kBlock = 512;
+constexpr std::size_t kBlock = 128;
+/// Numbers in a cache line, which is also the widest instruction.
+constexpr std::size_t kAlignment = 8;
 /// Most numbers that all blocks together take; very large expressions get shorter blocks.
 constexpr std::size_t kMostNumbers = std::size_t{1} << 20U;
+
+/// Points in front of the first at which a cache line begins; columns, too, mostly begin at the
+/// same place in a line. Instructions over two lines take twice as long.
+std::size_t PointsToAlignment(const double* column)
+{
+    const auto offset = reinterpret_cast<std::uintptr_t>(column) / sizeof(double) % kAlignment;
+    return kAlignment - offset;
+}
 
 } // namespace
 
@@ -350,10 +361,14 @@ public:
         const std::size_t rows = program.m_slots + program.m_constants.size();
         const std::size_t most = kMostNumbers / std::max<std::size_t>(rows, 1);
         m_block = std::min(count, std::clamp<std::size_t>(most, 1, kBlock));
-        m_numbers.resize(rows * m_block);
+        m_stride = (m_block + kAlignment - 1) / kAlignment * kAlignment;
+        m_memory.resize(rows * m_stride + kAlignment);
+        void* aligned = m_memory.data();
+        std::size_t room = m_memory.size() * sizeof(double);
+        m_numbers = static_cast<double*>(std::align(
+            kAlignment * sizeof(double), rows * m_stride * sizeof(double), aligned, room));
         for (std::size_t i = 0; i < program.m_constants.size(); ++i) {
-            std::fill_n(m_numbers.data() + (program.m_slots + i) * m_block, m_block,
-                        program.m_constants[i]);
+            std::fill_n(Slot(program.m_slots + i), m_block, program.m_constants[i]);
         }
         for (const SInstruction& code : program.m_code) {
             m_kernels.push_back(KernelOf(code.op));
@@ -361,7 +376,7 @@ public:
     }
 
     [[nodiscard]] std::size_t Length() const { return m_block; }
-    [[nodiscard]] double* Slot(std::size_t slot) { return m_numbers.data() + slot * m_block; }
+    [[nodiscard]] double* Slot(std::size_t slot) { return m_numbers + slot * m_stride; }
     /// Values of an operand from the point `begin` on.
     [[nodiscard]] const double* Place(const SOperand& operand, std::size_t begin)
     {
@@ -421,7 +436,9 @@ private:
     const CCompiledExpression& m_program;
     std::span<const double* const> m_columns;
     std::size_t m_block = 0;
-    std::vector<double> m_numbers; ///< slots, then constants
+    std::size_t m_stride = 0; ///< from a row to the next
+    std::vector<double> m_memory;
+    double* m_numbers = nullptr; ///< in it, at a cache line's start: slots, then constants
     std::vector<FKernel> m_kernels;
     std::array<std::uint32_t, kBlock> m_chosen; // NOLINT: these are written before they are read
     std::array<double, kBlock> m_first;         // NOLINT
@@ -435,8 +452,9 @@ void CCompiledExpression::Evaluate(std::span<const double* const> columns, std::
     // The last result goes where it belongs, if it is that of the expression.
     const bool lastIsResult =
         m_result.place == EPlace::Slot && !m_code.empty() && m_code.back().out == m_result.index;
-    for (std::size_t begin = 0; begin < count; begin += blocks.Length()) {
-        const std::size_t points = std::min(blocks.Length(), count - begin);
+    std::size_t points = std::min(PointsToAlignment(out), blocks.Length());
+    for (std::size_t begin = 0; begin < count; begin += points, points = blocks.Length()) {
+        points = std::min(points, count - begin);
         for (std::size_t i = 0; i < m_code.size(); ++i) {
             double* const to =
                 i + 1 == m_code.size() && lastIsResult ? out + begin : blocks.Slot(m_code[i].out);

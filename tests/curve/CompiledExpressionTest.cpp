@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "curve/Calculator.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
@@ -82,6 +83,28 @@ TEST(CalcKernels, EverySetGivesTheScalarResults)
             for (std::size_t i = 0; i < a.size(); ++i) {
                 const std::array<double, 3> operands = {a[i], b[i], a[i]};
                 ASSERT_TRUE(Same(out[i], Apply(op, operands.data()))) << InfoOf(op).text;
+            }
+        }
+    }
+}
+
+/// Angles are computed in an order of the kernel's choosing when they come in none.
+TEST(CalcKernels, AnglesInAnyOrderGiveTheScalarResults)
+{
+    std::vector<double> angles = Values(613);
+    std::vector<double> sorted(angles);
+    sorted.erase(std::remove_if(sorted.begin(), sorted.end(), [](double a) { return a != a; }),
+                 sorted.end());
+    std::sort(sorted.begin(), sorted.end());
+    for (const std::vector<double>& column : {angles, sorted}) {
+        for (const EOp op : {EOp::Sin, EOp::Cos, EOp::Tan}) {
+            for (const std::size_t count : {std::size_t{3}, std::size_t{300}, column.size()}) {
+                std::vector<double> out(column);
+                ASSERT_TRUE(KernelOf(op)(out.data(), out.data(), nullptr, nullptr, count));
+                for (std::size_t i = 0; i < count; ++i) {
+                    ASSERT_TRUE(Same(out[i], Apply(op, &column[i])))
+                        << InfoOf(op).text << ' ' << column[i];
+                }
             }
         }
     }
@@ -219,6 +242,14 @@ TEST(CompiledExpression, CrossesBlocksAndNamesTheFirstPointThatFails)
     EXPECT_EQ(out, x);
     ASSERT_TRUE(run("p").Ok());
     EXPECT_EQ(out, std::vector<double>(2000, 1.5));
+    // Wherever the result begins in memory.
+    for (std::size_t shift = 0; shift < 9; ++shift) {
+        std::vector<double> shifted(2000 + shift, -1.0);
+        CCompiledExpression(ParseExpression("x*0+3.75", table), table, XAndY)
+            .Evaluate(std::span(&column, 1), 2000, shifted.data() + shift);
+        EXPECT_EQ(shifted.front(), shift == 0 ? 3.75 : -1.0);
+        EXPECT_EQ(std::count(shifted.begin(), shifted.end(), 3.75), 2000) << shift;
+    }
     const auto failed = run("1/(1500-x)+log(1600-x)");
     ASSERT_FALSE(failed.Ok());
     EXPECT_EQ(failed.Error().text, "divide by 0.");
