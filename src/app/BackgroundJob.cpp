@@ -78,6 +78,13 @@ void CBackgroundJob::JoinLeft(std::uint64_t generation)
     }
 }
 
+void CBackgroundJob::RequestCancel()
+{
+    if (m_state) {
+        m_state->Cancel();
+    }
+}
+
 void CBackgroundJob::Done(std::uint64_t generation, const Deliver& deliver)
 {
     if (generation != m_generation) {

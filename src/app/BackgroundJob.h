@@ -60,6 +60,9 @@ public:
     /// The same without waiting, for work that holds nothing of anybody else: it ends on its own,
     /// at the latest with this object.
     void Abandon();
+    /// Asks the work to end without waiting for it; Finished follows, a delivery doesn't. For a
+    /// Cancel button, while nothing the work reads is about to change.
+    void RequestCancel();
     [[nodiscard]] bool IsRunning() const { return m_state != nullptr; }
     [[nodiscard]] const QString& What() const { return m_what; }
 

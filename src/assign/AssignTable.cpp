@@ -13,8 +13,6 @@ using assigntext::Fill;
 
 namespace {
 
-constexpr std::size_t kCandidateLimit = 2; ///< one or more than one is all that is asked
-
 AssignRow RowOf(const SDesignComponent& component, std::size_t place, std::string refdes)
 {
     AssignRow row;
@@ -43,9 +41,21 @@ bool HasModel(const std::vector<SModelRef>& models, std::string_view name)
         models, [&](const SModelRef& m) { return EqualsNoCase(m.record->Name(), name); });
 }
 
-bool Contains(const std::vector<AssignRow*>& rows, const AssignRow& row)
+using TRowSet = std::unordered_set<const AssignRow*>;
+
+/// The first record of that type and name whose sub-model is the same, or null.
+const CZovRcdProps* SameNamed(CZovLibrary& library, ERecordType type, std::string_view name,
+                              std::string_view subModel)
 {
-    return std::ranges::find(rows, &row) != rows.end();
+    const CZovRcdProps* record = library.Find(type, name);
+    if (record == nullptr || EqualsNoCase(record->GetString(EPropId::SubModel), subModel)) {
+        return record;
+    }
+    const auto found = std::ranges::find_if(library.Records(), [&](const CZovRcdProps* one) {
+        return one->Type() == type && EqualsNoCase(one->Name(), name) &&
+               EqualsNoCase(one->GetString(EPropId::SubModel), subModel);
+    });
+    return found == library.Records().end() ? nullptr : *found;
 }
 
 } // namespace
@@ -111,6 +121,15 @@ void CAssignTable::VisitDesign(const std::function<void(AssignRow& row)>& visit)
     }
 }
 
+std::vector<const AssignRow*> CAssignTable::RefDesOf(const AssignRow& row) const
+{
+    std::vector<const AssignRow*> rows;
+    for (const AssignRow& ref : m_entries[row.place]->refs) {
+        rows.push_back(&ref);
+    }
+    return rows;
+}
+
 std::vector<SModelRef> CAssignTable::ModelsOf(const AssignRow& row) const
 {
     const SEntry& entry = *m_entries[row.place];
@@ -129,24 +148,48 @@ SWanted CAssignTable::WantedBy(const AssignRow& row)
     return {row.component, row.requiredType};
 }
 
-std::vector<SFound> CAssignTable::AutoMap(const CSearchOptions& options)
+CAssignTable::SNames CAssignTable::NamesOf(bool (*wanted)(const CAssignTable& table,
+                                                          const AssignRow& row)) const
 {
-    std::vector<std::size_t> open;
-    std::vector<SWanted> wanted;
-    for (std::size_t i = 0; i < m_rows.size(); ++i) {
-        if (!m_rows[i]->fixed && ModelsOf(*m_rows[i]).empty()) {
-            open.push_back(i);
-            wanted.push_back(WantedBy(*m_rows[i]));
+    SNames names;
+    for (AssignRow* row : m_rows) {
+        if (wanted(*this, *row)) {
+            names.rows.push_back(row);
+            names.wanted.push_back(WantedBy(*row));
         }
     }
-    const auto node = m_set.ActiveLibraries();
-    const std::vector<SFound> found = m_search.FindAll(node, options.EnabledKeys(), wanted);
+    return names;
+}
+
+CAssignTable::SNames CAssignTable::OpenRows() const
+{
+    return NamesOf([](const CAssignTable& table, const AssignRow& row) {
+        return !row.fixed && table.ModelsOf(row).empty();
+    });
+}
+
+void CAssignTable::TakeFound(const SNames& names, std::vector<SFound>& found)
+{
+    for (std::size_t i = 0; i < names.rows.size(); ++i) {
+        const SModelRef& model = found[i].model;
+        if (model && HasType(*model.record, names.rows[i]->requiredType)) {
+            SetModel(*names.rows[i], model);
+        } else {
+            found[i] = {};
+        }
+    }
+}
+
+std::vector<SFound> CAssignTable::AutoMap(const CSearchOptions& options)
+{
+    const SNames names = OpenRows();
+    std::vector<SFound> found =
+        m_search.FindAll(m_set.ActiveLibraries(), options.EnabledKeys(), names.wanted);
+    TakeFound(names, found);
     std::vector<SFound> byRow(m_rows.size());
-    for (std::size_t i = 0; i < open.size(); ++i) {
-        AssignRow& row = *m_rows[open[i]];
-        if (found[i].model && HasType(*found[i].model.record, row.requiredType)) {
-            byRow[open[i]] = found[i];
-            SetModel(row, found[i].model);
+    for (std::size_t i = 0, next = 0; next < names.rows.size(); ++i) {
+        if (m_rows[i] == names.rows[next]) {
+            byRow[i] = std::move(found[next++]);
         }
     }
     return byRow;
@@ -165,14 +208,19 @@ bool CAssignTable::MapsOnOpening(const std::filesystem::path& assignmentFile,
 
 void CAssignTable::SetModel(AssignRow& row, const SModelRef& model)
 {
+    const bool sameType = row.requiredType == model.type;
     row.assigned = {model};
     row.requiredType = model.type;
+    if (!sameType) { // other models are candidates now
+        row.candidates.reset();
+    }
     row.validCount = 0;
     row.status.clear();
     if (row.refdes.empty()) { // the reference designators follow their component
         for (AssignRow& ref : m_entries[row.place]->refs) {
             ref.assigned.clear();
             ref.requiredType = model.type;
+            ref.candidates = row.candidates;
         }
     }
 }
@@ -195,6 +243,7 @@ void CAssignTable::Clear(AssignRow& row)
     const auto clear = [required](AssignRow& one) {
         one.assigned.clear();
         one.requiredType = required;
+        one.candidates.reset();
         one.validCount = 0;
         one.status.clear();
     };
@@ -208,7 +257,7 @@ void CAssignTable::Clear(AssignRow& row)
 std::vector<AssignRow*> CAssignTable::OthersWith(std::string_view modelName,
                                                  const std::vector<AssignRow*>& except) const
 {
-    const std::unordered_set<const AssignRow*> skipped(except.begin(), except.end());
+    const TRowSet skipped(except.begin(), except.end());
     std::vector<AssignRow*> others;
     for (AssignRow* row : m_rows) {
         if (!skipped.contains(row) && HasModel(ModelsOf(*row), modelName)) {
@@ -230,10 +279,10 @@ std::string CAssignTable::ListOf(const std::vector<AssignRow*>& rows,
 
 /// The model of another name on another reference designator of the component, or null.
 const CZovRcdProps* CAssignTable::OtherModel(const AssignRow& row, std::string_view modelName,
-                                             const std::vector<AssignRow*>& except) const
+                                             const TRowSet& except) const
 {
     for (const AssignRow& ref : m_entries[row.place]->refs) {
-        if (Contains(except, ref)) {
+        if (except.contains(&ref)) {
             continue;
         }
         for (const SModelRef& model : ModelsOf(ref)) {
@@ -250,8 +299,9 @@ void CAssignTable::Assign(const std::vector<AssignRow*>& selected, const SModelR
 {
     const std::string name(model.record->Name());
     if (m_view == EAssignView::RefDes) {
+        const TRowSet together(selected.begin(), selected.end());
         for (AssignRow* row : selected) {
-            if (const CZovRcdProps* other = OtherModel(*row, name, selected)) {
+            if (const CZovRcdProps* other = OtherModel(*row, name, together)) {
                 output.Write(
                     Fill(assigntext::kOtherModelInUse, {name, row->component, other->Name()}));
             } else {
@@ -277,11 +327,11 @@ void CAssignTable::Assign(const std::vector<AssignRow*>& selected, const SModelR
     }
 }
 
-bool CAssignTable::Remove(AssignRow& row, CQuestions& questions)
+std::vector<AssignRow*> CAssignTable::Remove(AssignRow& row, CQuestions& questions)
 {
     const std::vector<SModelRef> models = ModelsOf(row);
     if (models.empty()) {
-        return false;
+        return {};
     }
     const std::string name(models.front().record->Name());
     std::vector<AssignRow*> rows = OthersWith(name, {&row});
@@ -289,65 +339,128 @@ bool CAssignTable::Remove(AssignRow& row, CQuestions& questions)
                                      ? Fill(assigntext::kRemove, {name, row.Name(), row.Name()})
                                      : Fill(assigntext::kRemoveAll, {ListOf(rows, name)});
     if (!questions.YesNo(question)) {
-        return false;
+        return {};
     }
     rows.push_back(&row);
     for (AssignRow* one : rows) {
         Clear(*one);
     }
-    RefreshStatus();
-    return true;
+    return rows;
 }
 
 std::size_t CAssignTable::DropGoneModels()
 {
-    std::unordered_map<const CZovLibrary*, std::unordered_set<const CZovRcdProps*>> there;
+    // Few of a library's records are in use: these are looked up among its records, not the other
+    // way round.
+    std::unordered_map<const CZovLibrary*, std::unordered_set<const CZovRcdProps*>> gone;
+    VisitDesign([&](AssignRow& row) {
+        for (const SModelRef& model : row.assigned) {
+            gone[model.library.get()].insert(model.record);
+        }
+    });
     for (const SLibraryEntry* entry : m_set.Entries()) {
-        there[entry->library.get()]; // its records are listed when a row refers to it
+        const auto used = gone.find(entry->library.get());
+        for (const CZovRcdProps* record : entry->library->Records()) {
+            if (used == gone.end() || used->second.empty()) {
+                break;
+            }
+            used->second.erase(record);
+        }
     }
-    const auto isGone = [&](const SModelRef& model) {
-        const auto library = there.find(model.library.get());
-        if (library == there.end()) {
-            return true;
-        }
-        if (library->second.empty()) {
-            library->second.insert(model.library->Records().begin(),
-                                   model.library->Records().end());
-        }
-        return !library->second.contains(model.record);
-    };
+    m_changing.clear();
     std::size_t dropped = 0;
-    VisitDesign([&](AssignRow& row) { dropped += std::erase_if(row.assigned, isGone); });
+    VisitDesign([&](AssignRow& row) {
+        dropped += std::erase_if(row.assigned, [&](const SModelRef& model) {
+            return gone[model.library.get()].contains(model.record);
+        });
+    });
     return dropped;
+}
+
+void CAssignTable::BeforeChange(const CZovLibrary& library)
+{
+    std::vector<SNamedModel>& named = m_changing[&library];
+    named.clear();
+    VisitDesign([&](AssignRow& row) {
+        for (std::size_t i = 0; i < row.assigned.size(); ++i) {
+            const SModelRef& model = row.assigned[i];
+            if (model.library.get() == &library) {
+                named.push_back({&row, i, std::string(model.record->Name()),
+                                 std::string(model.record->GetString(EPropId::SubModel))});
+            }
+        }
+    });
+}
+
+std::size_t CAssignTable::AfterChange(CZovLibrary& library)
+{
+    const std::vector<SNamedModel> named = std::move(m_changing[&library]);
+    m_changing.erase(&library);
+    std::unordered_set<const CZovRcdProps*> gone;
+    for (const SNamedModel& one : named) {
+        gone.insert(one.row->assigned[one.place].record);
+    }
+    for (const CZovRcdProps* record : library.Records()) {
+        if (gone.empty()) {
+            break;
+        }
+        gone.erase(record);
+    }
+    for (const SNamedModel& one : named) {
+        SModelRef& model = one.row->assigned[one.place];
+        if (gone.contains(model.record)) {
+            model.record = SameNamed(library, model.type, one.name, one.subModel);
+        }
+    }
+    std::size_t lost = 0;
+    VisitDesign([&](AssignRow& row) {
+        lost += std::erase_if(row.assigned, [](const SModelRef& model) { return !model; });
+    });
+    return lost;
+}
+
+void CAssignTable::ForgetCandidates()
+{
+    VisitDesign([](AssignRow& row) { row.candidates.reset(); });
+}
+
+CAssignTable::SNames CAssignTable::UncountedRows() const
+{
+    return NamesOf(
+        [](const CAssignTable&, const AssignRow& row) { return !row.candidates.has_value(); });
+}
+
+void CAssignTable::TakeCounts(const SNames& names, const std::vector<std::size_t>& counts)
+{
+    for (std::size_t i = 0; i < names.rows.size(); ++i) {
+        names.rows[i]->candidates = counts[i];
+    }
+    const auto node = m_set.ActiveLibraries();
+    const std::unordered_set<std::shared_ptr<CZovLibrary>> active(node.begin(), node.end());
+    for (AssignRow* row : m_rows) {
+        row->validCount = 0;
+        row->status.clear();
+        for (const SModelRef& model : ModelsOf(*row)) {
+            if (active.contains(model.library)) {
+                ++row->validCount;
+            } else {
+                row->status += "the library of '" + std::string(model.record->Name()) +
+                               "' is switched off or closed\n";
+            }
+        }
+        if (row->candidates.value_or(0) > 1) {
+            row->status += "more than one model matches";
+        }
+        row->status = Trim(row->status);
+    }
 }
 
 void CAssignTable::RefreshStatus()
 {
-    const auto node = m_set.ActiveLibraries();
-    const std::unordered_set<std::shared_ptr<CZovLibrary>> active(node.begin(), node.end());
-    std::vector<SWanted> wanted;
-    for (const AssignRow* row : m_rows) {
-        wanted.push_back(WantedBy(*row));
-    }
-    const auto counts = m_search.CountCandidates(node, wanted, kCandidateLimit);
-    for (std::size_t i = 0; i < m_rows.size(); ++i) {
-        AssignRow& row = *m_rows[i];
-        row.candidates = counts[i];
-        row.validCount = 0;
-        row.status.clear();
-        for (const SModelRef& model : ModelsOf(row)) {
-            if (active.contains(model.library)) {
-                ++row.validCount;
-            } else {
-                row.status += "the library of '" + std::string(model.record->Name()) +
-                              "' is switched off or closed\n";
-            }
-        }
-        if (counts[i] > 1) {
-            row.status += "more than one model matches";
-        }
-        row.status = Trim(row.status);
-    }
+    ForgetCandidates();
+    const SNames names = UncountedRows();
+    TakeCounts(names,
+               m_search.CountCandidates(m_set.ActiveLibraries(), names.wanted, kCandidateLimit));
 }
 
 std::string CAssignTable::ModelText(const SModelRef& model) const
@@ -410,23 +523,23 @@ std::size_t CAssignTable::FindAll(std::string_view patterns, bool ambiguousOnly)
         list, [](char c) { return c == ' ' || c == ','; }, ';');
     std::vector<std::string_view> wanted = Split(list, ';');
     std::erase_if(wanted, [](std::string_view one) { return one.empty(); });
-    std::vector<std::size_t> counts;
     if (ambiguousOnly) {
-        std::vector<SWanted> names;
-        for (const AssignRow* row : m_rows) {
-            names.push_back(WantedBy(*row));
+        const SNames names = UncountedRows();
+        const auto counts =
+            m_search.CountCandidates(m_set.ActiveLibraries(), names.wanted, kCandidateLimit);
+        for (std::size_t i = 0; i < names.rows.size(); ++i) {
+            names.rows[i]->candidates = counts[i];
         }
-        counts = m_search.CountCandidates(m_set.ActiveLibraries(), names, kCandidateLimit);
     }
     m_found.clear();
     m_current = SIZE_MAX;
-    for (std::size_t i = 0; i < m_rows.size(); ++i) {
-        AssignRow& row = *m_rows[i];
+    for (AssignRow* hit : m_rows) {
+        AssignRow& row = *hit;
         const bool named =
             std::ranges::any_of(
                 wanted, [&](std::string_view one) { return WildcardMatch(one, row.Name()); }) ||
             (wanted.empty() && ambiguousOnly);
-        row.found = named && (!ambiguousOnly || counts[i] > 1);
+        row.found = named && (!ambiguousOnly || row.candidates.value_or(0) > 1);
         if (row.found) {
             m_found.push_back(&row);
         }

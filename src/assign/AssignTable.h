@@ -19,6 +19,8 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace zov {
 
@@ -69,11 +71,16 @@ public:
         return m_entries[row.place]->row;
     }
 
+    /// The rows of a component's reference designators.
+    [[nodiscard]] std::vector<const AssignRow*> RefDesOf(const AssignRow& row) const;
+
     /// The models a row has: its own; else, for a reference designator, those of its component, and
     /// for a component the different ones of its reference designators.
     [[nodiscard]] std::vector<SModelRef> ModelsOf(const AssignRow& row) const;
     /// "Assigned Models" shows sub-models (OnEnableSubModels). On at first.
     void EnableSubModels(bool on) { m_subModels = on; }
+    /// "Assigned Models" of one model.
+    [[nodiscard]] std::string ModelText(const SModelRef& model) const;
     /// Text of a cell; the lines of several models are separated by "\n".
     [[nodiscard]] std::string CellText(const AssignRow& row, EAssignColumn column) const;
 
@@ -81,7 +88,18 @@ public:
 
     /// What the row is looked up by: the component's (device's) name.
     [[nodiscard]] static SWanted WantedBy(const AssignRow& row);
-    /// OnAutoMapping: the rows of the view that have no model and are not fixed.
+    /// Rows of the view with what they are looked up by: what a search beside the window needs.
+    struct SNames
+    {
+        std::vector<AssignRow*> rows;
+        std::vector<SWanted> wanted; ///< by row
+    };
+    /// The rows that automatic mapping looks for: those without a model that are not fixed.
+    [[nodiscard]] SNames OpenRows() const;
+    /// Gives the rows of OpenRows what CModelSearch::FindAll found for them; a model of another
+    /// type than required is dropped from `found`.
+    void TakeFound(const SNames& names, std::vector<SFound>& found);
+    /// OnAutoMapping: OpenRows, search and TakeFound at one go.
     /// @return what was found, by row of Rows(); rows that were left out have no model there
     std::vector<SFound> AutoMap(const CSearchOptions& options);
     /// Whether a design is mapped when it is opened: never inside a host tool
@@ -97,16 +115,31 @@ public:
     void Assign(const std::vector<AssignRow*>& selected, const SModelRef& model,
                 CQuestions& questions, CLogSink& output);
     /// OnRemoveModel: asks, then takes the model from the row and from all others that have it.
-    /// False when the row has none or the answer was No.
-    bool Remove(AssignRow& row, CQuestions& questions);
+    /// @return the rows that lost it, none when the row has no model or the answer was No; their
+    ///         status has to be recomputed
+    std::vector<AssignRow*> Remove(AssignRow& row, CQuestions& questions);
     /// Gives a row this model alone; it takes the model's type. No question.
     void SetModel(AssignRow& row, const SModelRef& model);
 
     /// OnRefreshStatus: candidates, valid models and status of each row of the view.
     void RefreshStatus();
+    /// What RefreshStatus has to search for: the rows of the view whose candidates are not known.
+    [[nodiscard]] SNames UncountedRows() const;
+    /// Takes what CModelSearch::CountCandidates counted (up to kCandidateLimit) for UncountedRows
+    /// and sets the status of every row of the view.
+    void TakeCounts(const SNames& names, const std::vector<std::size_t>& counts);
+    static constexpr std::size_t kCandidateLimit = 2; ///< one or more than one is all that is asked
+    /// To be called when the libraries that are searched have changed.
+    void ForgetCandidates();
+
     /// To be called when libraries were closed or records removed: models that are gone leave their
     /// rows. Returns how many.
     std::size_t DropGoneModels();
+    /// Before records of a library change.
+    void BeforeChange(const CZovLibrary& library);
+    /// Behind it: a model that is gone gives way to the one of that type, name and sub-model which
+    /// has taken its place, if there is one. Returns how many rows lost theirs.
+    std::size_t AfterChange(CZovLibrary& library);
 
     // --- find filter -------------------------------------------------------------------------
 
@@ -125,15 +158,25 @@ private:
         std::vector<AssignRow> refs;
     };
 
+    /// A model of a library that is about to change.
+    struct SNamedModel
+    {
+        AssignRow* row;
+        std::size_t place; ///< in the row's models
+        std::string name;
+        std::string subModel;
+    };
+
     void ShowRows();
     void Clear(AssignRow& row);
+    [[nodiscard]] SNames NamesOf(bool (*wanted)(const CAssignTable& table,
+                                                const AssignRow& row)) const;
     std::vector<AssignRow*> OthersWith(std::string_view modelName,
                                        const std::vector<AssignRow*>& except) const;
     std::string ListOf(const std::vector<AssignRow*>& rows, std::string_view modelName) const;
     const CZovRcdProps* OtherModel(const AssignRow& row, std::string_view modelName,
-                                   const std::vector<AssignRow*>& except) const;
+                                   const std::unordered_set<const AssignRow*>& except) const;
     [[nodiscard]] std::string StatusText(const AssignRow& row) const;
-    [[nodiscard]] std::string ModelText(const SModelRef& model) const;
 
     SDesign m_design;
     const CLibrarySet& m_set;
@@ -142,6 +185,7 @@ private:
     std::vector<AssignRow*> m_rows;
     std::vector<AssignRow*> m_found;
     std::size_t m_current = SIZE_MAX; ///< in m_found
+    std::unordered_map<const CZovLibrary*, std::vector<SNamedModel>> m_changing;
     EAssignView m_view = EAssignView::Component;
     bool m_subModels = true;
 };

@@ -196,6 +196,29 @@ private:
     std::vector<std::uint32_t> m_partial;
 };
 
+/// Tells how far a search is; once it was ended it stays so.
+class CSteps
+{
+public:
+    CSteps(const FSearchProgress& progress, std::size_t count)
+        : m_progress(progress)
+        , m_count(count)
+    {
+    }
+    bool Next()
+    {
+        const double done = static_cast<double>(m_done++) / static_cast<double>(m_count);
+        m_goOn = m_goOn && (!m_progress || m_progress(done));
+        return m_goOn;
+    }
+
+private:
+    const FSearchProgress& m_progress;
+    std::size_t m_count;
+    std::size_t m_done = 0;
+    bool m_goOn = true;
+};
+
 /// Distinct candidates of one name, up to the limit.
 struct SCount
 {
@@ -236,8 +259,10 @@ bool CModelSearch::FindOne(const std::shared_ptr<CZovLibrary>& library, std::siz
 }
 
 std::vector<SFound> CModelSearch::FindAll(TLibraryNode node, const std::vector<EPropId>& keys,
-                                          std::span<const SWanted> wanted)
+                                          std::span<const SWanted> wanted,
+                                          const FSearchProgress& progress)
 {
+    CSteps steps(progress, node.size() * keys.size());
     const bool exactOnly = ExactOnly();
     const SUnique unique = UniqueOf(wanted);
     std::vector<SNameState> states;
@@ -251,7 +276,7 @@ std::vector<SFound> CModelSearch::FindAll(TLibraryNode node, const std::vector<E
     }
     for (std::size_t place = 0; place < node.size(); ++place) {
         for (const EPropId key : keys) {
-            if (open.empty()) {
+            if (open.empty() || !steps.Next()) {
                 break;
             }
             if (open.size() <= kFewNames) {
@@ -276,9 +301,12 @@ std::vector<SFound> CModelSearch::FindAll(TLibraryNode node, const std::vector<E
     return found;
 }
 
-std::vector<std::size_t>
-CModelSearch::CountCandidates(TLibraryNode node, std::span<const SWanted> wanted, std::size_t limit)
+std::vector<std::size_t> CModelSearch::CountCandidates(TLibraryNode node,
+                                                       std::span<const SWanted> wanted,
+                                                       std::size_t limit,
+                                                       const FSearchProgress& progress)
 {
+    CSteps steps(progress, node.size() * CKeyIndex::kKeys.size());
     const bool exactOnly = ExactOnly();
     const SUnique unique = UniqueOf(wanted);
     std::vector<SCount> counts;
@@ -298,6 +326,9 @@ CModelSearch::CountCandidates(TLibraryNode node, std::span<const SWanted> wanted
             return count.records.size() >= limit;
         };
         for (const EPropId key : CKeyIndex::kKeys) {
+            if (!steps.Next()) {
+                break;
+            }
             CPatternPass pass(*library, IndexOf(library), key);
             for (std::uint32_t i = 0; i < counts.size(); ++i) {
                 if (counts[i].records.size() < limit) {

@@ -18,6 +18,7 @@ struct SDesignComponent
     ERecordType requiredType = ERecordType::Any; ///< Any: every type will do
     bool fixed = false;                          ///< automatic mapping leaves it alone
     bool typeFree = false;                       ///< a map file may give it a model of any type
+    std::string value = {};                      ///< what else the design calls it: "100nF 16V"
 };
 
 struct SDesign

@@ -50,6 +50,8 @@ constexpr std::array kRefDesTitles = std::to_array<std::string_view>(
      "locations", "location"});
 constexpr std::array kModelTitles = std::to_array<std::string_view>(
     {"originalmodel", "currentmodel", "model", "modelname", "simmodel", "simname", "spicemodel"});
+constexpr std::array kValueTitles = std::to_array<std::string_view>(
+    {"value", "val", "componentvalue", "partvalue", "nominalvalue", "comment", "description"});
 constexpr std::array kTypeTitles =
     std::to_array<std::string_view>({"requiredtype", "modeltype", "componenttype", "parttype",
                                      "type", "class", "category", "kind"});
@@ -70,6 +72,7 @@ struct SColumns
     std::uint32_t refdes = 0;
     std::uint32_t model = 0;
     std::uint32_t type = 0;
+    std::uint32_t value = 0; ///< says nothing about whether the row is one of titles
 
     [[nodiscard]] int Score() const
     {
@@ -101,7 +104,8 @@ SColumns ColumnsIn(std::span<const std::string_view> cells)
         keys.push_back(cell.size() > 64 ? std::string() : TitleKeyOf(cell));
     }
     return {BestColumn(kComponentTitles, keys), BestColumn(kRefDesTitles, keys),
-            BestColumn(kModelTitles, keys), BestColumn(kTypeTitles, keys)};
+            BestColumn(kModelTitles, keys), BestColumn(kTypeTitles, keys),
+            BestColumn(kValueTitles, keys)};
 }
 
 struct STitles
@@ -156,6 +160,7 @@ SDesignComponent ReadRow(const SSheetRow& row, const SColumns& columns, const st
     SDesignComponent component;
     component.name = cell(columns.component);
     component.originalModel = cell(columns.model);
+    component.value = cell(columns.value);
     if (auto refdes = ExpandRefDes(cell(columns.refdes))) {
         component.refdes = std::move(*refdes);
     } else {
@@ -251,6 +256,9 @@ void CDesignBuilder::Add(SDesignComponent component)
     }
     if (known.requiredType == ERecordType::Any) {
         known.requiredType = component.requiredType;
+    }
+    if (known.value.empty()) {
+        known.value = std::move(component.value);
     }
 }
 

@@ -132,6 +132,7 @@ SDesignComponent ComponentOf(SPart part)
     SDesignComponent component;
     component.name = std::string(Trim(part.number.empty() ? part.value : part.number));
     component.originalModel = std::move(part.model);
+    component.value = std::move(part.value);
     component.requiredType = TypeOfSymbol(part.symbol);
     if (!part.ref.empty()) {
         component.refdes.push_back(std::move(part.ref));

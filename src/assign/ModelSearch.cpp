@@ -5,6 +5,7 @@
 #include "base/Text.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace zov {
 
@@ -159,14 +160,47 @@ bool CModelSearch::CollectCandidates(TLibraryNode node, ERecordType type, std::s
     return !out.empty();
 }
 
+std::vector<SModelRef> CModelSearch::FindByKeys(TLibraryNode node, ERecordType type,
+                                                const std::vector<EPropId>& keys,
+                                                std::string_view text, std::size_t limit)
+{
+    const CNamePattern pattern(text);
+    const bool exactOnly = ExactOnly();
+    std::vector<SModelRef> exact;
+    std::vector<SModelRef> partial;
+    std::unordered_set<const CZovRcdProps*> seen;
+    for (const auto& library : node) {
+        const std::vector<std::uint32_t> records =
+            MayMatch(IndexOf(library), library->Count(), pattern);
+        for (const EPropId key : keys) {
+            for (const std::uint32_t at : records) {
+                const CZovRcdProps& record = library->At(at);
+                const auto match =
+                    HasType(record, type) ? pattern.MatchIn(record, key) : CNamePattern::SMatch();
+                auto& hits = match.exact ? exact : partial;
+                if (match && (match.exact || !exactOnly) && hits.size() < limit &&
+                    seen.insert(&record).second) {
+                    hits.push_back(RefTo(library, &record));
+                }
+            }
+        }
+    }
+    exact.insert(exact.end(), partial.begin(), partial.end());
+    exact.resize(std::min(exact.size(), limit));
+    return exact;
+}
+
 std::vector<SModelRef> CModelSearch::FindBySchema(TLibraryNode node, ERecordType type,
-                                                  std::string_view schema) const
+                                                  std::string_view schema, std::size_t limit) const
 {
     std::vector<SModelRef> found;
     for (const auto& library : node) {
         for (const CZovRcdProps* record : library->Records()) {
             if (HasType(*record, type) && WildcardMatch(schema, record->Name())) {
                 found.push_back(RefTo(library, record));
+            }
+            if (found.size() >= limit) {
+                return found;
             }
         }
     }

@@ -13,6 +13,7 @@
 #include "assign/Pattern.h"
 #include "base/Environment.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -55,6 +56,9 @@ struct SFound
     bool legalised = false; ///< by the second try, with the legalised name
 };
 
+/// Called between the steps of a long search with the share that is done; false ends it.
+using FSearchProgress = std::function<bool(double)>;
+
 /// One name on its way through the libraries.
 struct SNameState
 {
@@ -86,18 +90,31 @@ public:
                            std::vector<SModelRef>& out);
 
     /// The records whose model name matches the naming schema, a wildcard pattern as it stands.
+    /// At most `limit`.
     [[nodiscard]] std::vector<SModelRef> FindBySchema(TLibraryNode node, ERecordType type,
-                                                      std::string_view schema) const;
+                                                      std::string_view schema,
+                                                      std::size_t limit = SIZE_MAX) const;
 
     /// Automatic mapping of many names: for each, library by library and in it key by key, what
     /// FindModelByKey finds for the name and, failing that, for its legalised form. Names that are
     /// empty find nothing.
+    /// A search that was ended has found nothing for the names it did not come to.
     [[nodiscard]] std::vector<SFound> FindAll(TLibraryNode node, const std::vector<EPropId>& keys,
-                                              std::span<const SWanted> wanted);
+                                              std::span<const SWanted> wanted,
+                                              const FSearchProgress& progress = {});
+
+    /// What a user sees while looking for a model: the records that have the text in one of these
+    /// keys, those that equal it first, each lot in the order of libraries, keys and records. Only
+    /// the equal ones while `KVE_TAVRELY_ZOVASSIGN_EXACTMATCH` is on. At most `limit`.
+    [[nodiscard]] std::vector<SModelRef> FindByKeys(TLibraryNode node, ERecordType type,
+                                                    const std::vector<EPropId>& keys,
+                                                    std::string_view text, std::size_t limit);
 
     /// How many entries CollectCandidates has for each name, counted up to `limit`.
-    [[nodiscard]] std::vector<std::size_t>
-    CountCandidates(TLibraryNode node, std::span<const SWanted> wanted, std::size_t limit);
+    [[nodiscard]] std::vector<std::size_t> CountCandidates(TLibraryNode node,
+                                                           std::span<const SWanted> wanted,
+                                                           std::size_t limit,
+                                                           const FSearchProgress& progress = {});
 
     /// The index of a library, made or brought up to date.
     const CKeyIndex& IndexOf(const std::shared_ptr<CZovLibrary>& library);

@@ -93,15 +93,15 @@ CZovMapFile ExportAssignments(CAssignTable& table, const CLibrarySet& set)
     return map;
 }
 
-namespace {
-
 /// A row of the design and the map row that speaks of it.
-struct SPending
+struct CMapImport::SPending
 {
     AssignRow* row = nullptr;
     const SMapRow* map = nullptr;
-    const CZovRcdProps* record = nullptr; ///< the first that fits
+    SModelRef model; ///< the first that fits
 };
+
+namespace {
 
 /// The map's rows by what the design's rows look for.
 class CMapIndex
@@ -143,82 +143,92 @@ std::shared_ptr<CZovLibrary> LibraryFor(const std::string& field, const CLibrary
     return set.Project() == nullptr ? nullptr : set.Project()->library;
 }
 
-bool Fits(const CZovRcdProps& record, const SPending& pending)
+bool Fits(const CZovRcdProps& record, const AssignRow& row, const SMapRow& map)
 {
-    const auto type = static_cast<std::uint32_t>(pending.row->requiredType);
-    const bool anyType = pending.row->typeFree || type <= 1;
-    return (anyType || record.Type() == pending.row->requiredType) &&
-           (pending.map->subModel.empty() ||
-            EqualsNoCase(record.GetString(EPropId::SubModel), pending.map->subModel));
-}
-
-/// The records of a library in stored order, each compared with all rows that look for its name.
-void FindRecords(const CZovLibrary& library, const std::vector<SPending*>& pending)
-{
-    std::unordered_multimap<std::string, SPending*> byModel;
-    for (SPending* one : pending) {
-        byModel.emplace(UpperCase(one->map->model), one);
-    }
-    const auto offer = [&](const std::string& name, const CZovRcdProps& record) {
-        const auto [first, last] = byModel.equal_range(name);
-        for (auto at = first; at != last; ++at) {
-            if (at->second->record == nullptr && Fits(record, *at->second)) {
-                at->second->record = &record;
-            }
-        }
-    };
-    for (const CZovRcdProps* record : library.Records()) {
-        const std::string name = UpperCase(record->Name());
-        offer(name, *record);
-        const std::string legal = UpperCase(LegaliseName(record->Name(), false));
-        if (legal != name) {
-            offer(legal, *record);
-        }
-    }
+    const auto type = static_cast<std::uint32_t>(row.requiredType);
+    const bool anyType = row.typeFree || type <= 1;
+    return (anyType || record.Type() == row.requiredType) &&
+           (map.subModel.empty() ||
+            EqualsNoCase(record.GetString(EPropId::SubModel), map.subModel));
 }
 
 } // namespace
 
-std::size_t ImportAssignments(const CZovMapFile& map, CAssignTable& table, const CLibrarySet& set)
+CMapImport::CMapImport(const CZovMapFile& map, CAssignTable& table, const CLibrarySet& set)
+    : m_table(table)
 {
     const CMapIndex index(map);
-    std::vector<SPending> pending;
     table.VisitDesign([&](AssignRow& row) {
         const SMapRow* found = row.Name().empty() ? nullptr : index.Find(row);
         if (found != nullptr && !(found->model.empty() && found->library.empty())) {
-            pending.push_back({&row, found, nullptr});
+            m_pending.push_back({&row, found, {}});
         }
     });
-    std::unordered_map<std::shared_ptr<CZovLibrary>, std::vector<SPending*>> byLibrary;
-    for (SPending& one : pending) {
+    for (SPending& one : m_pending) {
         if (const auto library = LibraryFor(one.map->library, set)) {
-            byLibrary[library].push_back(&one);
+            m_byLibrary[library].push_back(&one);
         }
     }
-    for (const auto& [library, rows] : byLibrary) {
-        FindRecords(*library, rows);
-    }
-    std::unordered_map<const CZovRcdProps*, std::shared_ptr<CZovLibrary>> owners;
-    for (const auto& [library, rows] : byLibrary) {
-        for (const SPending* one : rows) {
-            owners.emplace(one->record, library);
+}
+
+CMapImport::~CMapImport() = default;
+
+void CMapImport::Search(const FSearchProgress& progress)
+{
+    // The records of a library in stored order, each compared with all rows that look for its name.
+    constexpr std::size_t kProgressRecords = 4096;
+    double share = 0.0;
+    for (const auto& [library, rows] : m_byLibrary) {
+        std::unordered_multimap<std::string, SPending*> byModel;
+        for (SPending* one : rows) {
+            byModel.emplace(UpperCase(one->map->model), one);
         }
-    }
-    std::size_t assigned = 0;
-    for (const SPending& one :
-         pending) { // in the design's order: a component before its designators
-        if (one.record == nullptr) {
-            continue;
+        const auto offer = [&](const std::string& name, const CZovRcdProps& record) {
+            const auto [first, last] = byModel.equal_range(name);
+            for (auto at = first; at != last; ++at) {
+                SPending& one = *at->second;
+                if (!one.model && Fits(record, *one.row, *one.map)) {
+                    one.model = {library, &record, record.Type()};
+                }
+            }
+        };
+        for (std::size_t i = 0; i < library->Count(); ++i) {
+            if (i % kProgressRecords == 0 && progress &&
+                !progress(share + static_cast<double>(i) / static_cast<double>(library->Count()) /
+                                      static_cast<double>(m_byLibrary.size()))) {
+                return;
+            }
+            const CZovRcdProps& record = library->At(i);
+            const std::string name = UpperCase(record.Name());
+            offer(name, record);
+            const std::string legal = UpperCase(LegaliseName(record.Name(), false));
+            if (legal != name) {
+                offer(legal, record);
+            }
         }
-        const SModelRef model{owners.at(one.record), one.record, one.record->Type()};
-        const bool follows =
-            !one.row->refdes.empty() && table.ModelsOf(*one.row) == std::vector{model};
-        if (!follows) {
-            table.SetModel(*one.row, model);
-            ++assigned;
+        share += 1.0 / static_cast<double>(m_byLibrary.size());
+    }
+}
+
+std::vector<AssignRow*> CMapImport::Apply()
+{
+    std::vector<AssignRow*> assigned;
+    for (const SPending& one : m_pending) { // in the design's order: a component first
+        const bool follows = !one.row->refdes.empty() && one.model &&
+                             m_table.ModelsOf(*one.row) == std::vector{one.model};
+        if (one.model && !follows) {
+            m_table.SetModel(*one.row, one.model);
+            assigned.push_back(one.row);
         }
     }
     return assigned;
+}
+
+std::size_t ImportAssignments(const CZovMapFile& map, CAssignTable& table, const CLibrarySet& set)
+{
+    CMapImport import(map, table, set);
+    import.Search({});
+    return import.Apply().size();
 }
 
 std::vector<SMapChange> CompareMaps(const CZovMapFile& before, const CZovMapFile& after)

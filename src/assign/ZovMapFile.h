@@ -8,7 +8,9 @@
 #include "assign/AssignTable.h"
 #include "assign/csvDataSet.h"
 
+#include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace zov {
@@ -52,6 +54,31 @@ private:
 /// models that are not there, change nothing. A designator whose component has that model already
 /// goes on to follow it. Returns the number of rows that got a model.
 std::size_t ImportAssignments(const CZovMapFile& map, CAssignTable& table, const CLibrarySet& set);
+
+/// The same in steps, the middle one for a thread beside the window: it reads the libraries and the
+/// rows, which must not change meanwhile.
+class CMapImport
+{
+public:
+    /// All must outlive this.
+    CMapImport(const CZovMapFile& map, CAssignTable& table, const CLibrarySet& set);
+    ~CMapImport();
+    CMapImport(const CMapImport&) = delete;
+    CMapImport& operator=(const CMapImport&) = delete;
+
+    /// Finds the records that the map names.
+    void Search(const FSearchProgress& progress);
+    /// Gives the rows their models; these rows.
+    std::vector<AssignRow*> Apply();
+
+private:
+    struct SPending;
+    using TByLibrary = std::unordered_map<std::shared_ptr<CZovLibrary>, std::vector<SPending*>>;
+
+    CAssignTable& m_table;
+    std::vector<SPending> m_pending;
+    TByLibrary m_byLibrary;
+};
 
 /// What differs between two maps, without regard to case and to the order of the rows.
 struct SMapChange

@@ -109,4 +109,17 @@ CSearchOptions CSearchOptions::InOrder(const std::vector<EPropId>& keys)
     return options;
 }
 
+bool CSearchOptions::Move(std::size_t row, int by)
+{
+    const auto to = static_cast<std::ptrdiff_t>(row) + by;
+    if (row >= kRows || to < 0 || to >= static_cast<std::ptrdiff_t>(kRows)) {
+        return false;
+    }
+    const auto at = [this](std::ptrdiff_t place) { return m_rows.begin() + place; };
+    const auto from = static_cast<std::ptrdiff_t>(row);
+    by < 0 ? std::rotate(at(to), at(from), at(from + 1))
+           : std::rotate(at(from), at(from + 1), at(to + 1));
+    return true;
+}
+
 } // namespace zov

@@ -46,6 +46,10 @@ public:
     /// The keys in that order, the others behind them switched off.
     [[nodiscard]] static CSearchOptions InOrder(const std::vector<EPropId>& keys);
 
+    /// Moves a row by so many places; false, and nothing changed, when it can't go there.
+    bool Move(std::size_t row, int by);
+    void Enable(std::size_t row, bool on) { m_rows[row].enabled = on ? 1 : 0; }
+
     bool operator==(const CSearchOptions&) const = default;
 
 private:

@@ -102,6 +102,18 @@ QString FirstPath(CScriptedAnswers& scripted, const QString& title, const QStrin
     return paths.isEmpty() ? QString() : paths.first();
 }
 
+EAnswer ShowBox(QWidget* parent, const SShownPrompt& prompt)
+{
+    if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
+        return scripted->NextAnswer(prompt);
+    }
+    QMessageBox box(IconOf(prompt.icon), prompt.title, prompt.text, ButtonsOf(prompt.buttons),
+                    parent);
+    box.setObjectName(QStringLiteral("MessageBox"));
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return AnswerOf(box.exec(), prompt.buttons);
+}
+
 } // namespace
 
 QString CPrompt::ProgramName()
@@ -116,18 +128,17 @@ void CPrompt::SetFolder(const QString& folder)
 
 EAnswer CPrompt::Ask(QWidget* parent, const QString& text, EButtons buttons, EIcon icon)
 {
-    if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
-        return scripted->NextAnswer({ProgramName(), text, buttons, icon});
-    }
-    QMessageBox box(IconOf(icon), ProgramName(), text, ButtonsOf(buttons), parent);
-    box.setObjectName(QStringLiteral("MessageBox"));
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    return AnswerOf(box.exec(), buttons);
+    return ShowBox(parent, {ProgramName(), text, buttons, icon});
 }
 
 void CPrompt::Tell(QWidget* parent, const QString& text, EIcon icon)
 {
     Ask(parent, text, EButtons::Ok, icon);
+}
+
+void CPrompt::TellUnder(QWidget* parent, const QString& caption, const QString& text, EIcon icon)
+{
+    ShowBox(parent, {caption, text, EButtons::Ok, icon});
 }
 
 QString CPrompt::OpenFile(QWidget* parent, const QString& title, const QString& filter)

@@ -66,6 +66,8 @@ public:
     static EAnswer Ask(QWidget* parent, const QString& text, EButtons buttons,
                        EIcon icon = EIcon::Question);
     static void Tell(QWidget* parent, const QString& text, EIcon icon = EIcon::Information);
+    /// A message under a caption of its own in place of the program's name.
+    static void TellUnder(QWidget* parent, const QString& caption, const QString& text, EIcon icon);
 
     /// @param filter "ZOV Library (*.zov)", several joined by ";;"
     /// @return the path, empty when cancelled

@@ -133,13 +133,13 @@ TEST_F(CAssignTables, RemovingAsksAndReachesAllRowsOfTheModel)
     AssignRow& first = *table.Rows()[0];
     CAsked no(false);
     CAsked yes(true);
-    EXPECT_FALSE(table.Remove(first, yes));
+    EXPECT_TRUE(table.Remove(first, yes).empty());
     table.Assign({&first}, Model(m_library, 1), yes, m_log);
-    EXPECT_FALSE(table.Remove(first, no));
+    EXPECT_TRUE(table.Remove(first, no).empty());
     EXPECT_EQ(no.texts.at(0), "The model 'R10K', has been assigned to the 'C100N'. Do you want to "
                               "remove the model from the 'C100N'?\n");
     table.Assign({table.Rows()[1]}, Model(m_library, 1), no, m_log);
-    EXPECT_TRUE(table.Remove(first, yes));
+    EXPECT_EQ(table.Remove(first, yes).size(), 2U);
     EXPECT_EQ(yes.texts.back(),
               "The model has already been assigned to the component:\nR10K R10K\n and will be "
               "removed from there as well. Do you want to remove the model?\n");
@@ -153,7 +153,7 @@ TEST_F(CAssignTables, RemovingAsksAndReachesAllRowsOfTheModel)
     {
         bool YesNo(std::string_view) override { return true; }
     } answer;
-    EXPECT_TRUE(table.Remove(*table.Rows()[1], answer));
+    EXPECT_EQ(table.Remove(*table.Rows()[1], answer).size(), 3U);
     EXPECT_EQ(Cells(table), "C1=|C2=|C3=|R1=|X1=|N1=|N2=|");
 }
 
@@ -174,6 +174,30 @@ TEST_F(CAssignTables, ModelsOfClosedLibrariesLeaveTheirRows)
     m_set.RemoveExternal(0);
     EXPECT_EQ(table.DropGoneModels(), 1U);
     EXPECT_EQ(Cells(table), "C100N=|R10K=|FIX=|NONE=|");
+}
+
+TEST_F(CAssignTables, ModelsThatArePutBackKeepTheirRows)
+{
+    CAssignTable table(Board(), m_set, m_search);
+    CAsked yes(true);
+    table.Assign({table.Rows()[0]}, Model(m_library, 0), yes, m_log);
+    table.Assign({table.Rows()[1]}, Model(m_library, 1), yes, m_log);
+    table.Assign({table.Rows()[2]}, Model(m_library, 2), yes, m_log);
+    table.BeforeChange(*m_library);
+    CZovLibrary other;
+    other.Add(Capacitor).SetString(EPropId::ModelName, "c100n"); // another sub-model
+    CZovRcdProps& same = other.Add(Capacitor);
+    same.SetString(EPropId::ModelName, "C100N");
+    same.SetString(EPropId::SubModel, "rlc");
+    other.Add(Capacitor).SetString(EPropId::ModelName, "R10K"); // of another type
+    *m_library = std::move(other);
+    EXPECT_EQ(table.AfterChange(*m_library), 2U);
+    EXPECT_EQ(Cells(table), "C100N=C100N : rlc|R10K=|FIX=|NONE=|");
+    // A record that only got another name is the same model.
+    table.BeforeChange(*m_library);
+    m_library->At(1).SetString(EPropId::ModelName, "C100N_NEW");
+    EXPECT_EQ(table.AfterChange(*m_library), 0U);
+    EXPECT_EQ(Cells(table), "C100N=C100N_NEW : rlc|R10K=|FIX=|NONE=|");
 }
 
 TEST_F(CAssignTables, TheFindFilterStepsThroughItsHits)

@@ -43,13 +43,6 @@ QTreeView* NewLibraryTree(CLibraryTreeModel& model, const char* objectName, QWid
 
 } // namespace
 
-bool CBoxQuestions::YesNo(std::string_view text)
-{
-    return ui::CPrompt::Ask(&m_parent,
-                            QString::fromUtf8(text.data(), static_cast<int>(text.size())),
-                            ui::EButtons::YesNo) == ui::EAnswer::Yes;
-}
-
 ZOV_BEGIN_MESSAGE_MAP(CZovMainFrm, ui::CCmdTargetBase)
 ZOV_ON_COMMAND(ID_FILE_NEW, FileNew)
 ZOV_ON_COMMAND(ID_FILE_OPEN, FileOpen)

@@ -3,11 +3,11 @@
 /// here.
 #pragma once
 
+#include "app/BoxQuestions.h"
 #include "app/ModelListView.h"
 #include "app/OutputPane.h"
 #include "app/Session.h"
 #include "app/manager/LibraryTreeModel.h"
-#include "base/Questions.h"
 #include "ui/CommandActions.h"
 #include "ui/IdleUpdate.h"
 
@@ -24,20 +24,6 @@ class QToolBar;
 class QTreeView;
 
 namespace zov::app {
-
-/// Questions of the engine as message boxes.
-class CBoxQuestions final : public CQuestions
-{
-public:
-    explicit CBoxQuestions(QWidget& parent)
-        : m_parent(parent)
-    {
-    }
-    bool YesNo(std::string_view text) override;
-
-private:
-    QWidget& m_parent;
-};
 
 class CZovMainFrm : public QMainWindow, public ui::CCmdTargetBase
 {
