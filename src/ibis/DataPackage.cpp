@@ -45,6 +45,21 @@ std::string_view TakePathWord(std::string_view& text)
     return word;
 }
 
+/// What stands behind "=": nothing where the section ends there or the next word has its own "=".
+std::string_view TakeSectionValue(std::string_view& text)
+{
+    if (TrimLine(text).starts_with('/')) {
+        return {};
+    }
+    std::string_view behind = text;
+    const std::string_view word = TakePathWord(behind);
+    if (TrimLine(behind).starts_with('=')) {
+        return {};
+    }
+    text = behind;
+    return word;
+}
+
 } // namespace
 
 // --- stubs and paths ---------------------------------------------------------------------------
@@ -130,8 +145,7 @@ void CIPDataPaths::TakeSectionPart(std::string_view word, std::string_view& rest
                                    CArena& arena)
 {
     TakePathWord(rest); // the "="
-    const std::string_view next = TrimLine(rest);
-    const std::string_view value = next.starts_with('/') ? std::string_view() : TakePathWord(rest);
+    const std::string_view value = TakeSectionValue(rest);
     const bool full = m_section != nullptr && m_section->Value().size() > kSectionLimit;
     if (m_section != nullptr && (full || EqualsNoCase(word, "Len"))) {
         m_section->Mark(EIPMark::Unclosed, line);
