@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/Session.h"
 
+#include "app/RunBeside.h"
 #include "base/File.h"
 #include "base/Text.h"
 
@@ -42,6 +43,13 @@ CZovSession::CZovSession(ISettingsStore& store, CLogSink& log, const FEnvironmen
 {
     connect(&m_job, &CBackgroundJob::Finished, this, &CZovSession::LoadNext);
     connect(&m_edits, &CLibraryEdits::AboutToChange, this, &CZovSession::LibraryAboutToChange);
+    connect(&m_edits, &CLibraryEdits::AboutToChange, this, [this](CZovLibrary* changed) {
+        for (const SLibraryEntry* entry : m_set.Entries()) {
+            if (entry->library.get() == changed) {
+                Hold(entry->library);
+            }
+        }
+    });
     connect(&m_edits, &CLibraryEdits::Changed, this, &CZovSession::LibraryChanged);
     connect(&m_edits, &CLibraryEdits::ModifiedChanged, this, &CZovSession::ModifiedChanged);
 }
@@ -83,7 +91,7 @@ void CZovSession::LoadNext()
     m_loads.pop_front();
     m_job.Start(
         load.what,
-        [paths = load.paths, then = load.then,
+        [paths = load.paths, then = load.then, &log = m_log,
          units = m_settings.units](CJobState& state) -> CBackgroundJob::Deliver {
             auto loaded = std::make_shared<TLoaded>();
             for (std::size_t i = 0; i < paths.size() && !state.Cancelled(); ++i) {
@@ -92,9 +100,18 @@ void CZovSession::LoadNext()
                     continue;
                 }
                 // What can't be read is read again where it is opened, and told there.
-                CNullLog silent;
-                if (CResult<CZovLibrary> library = LoadLibrary(paths[i], units, silent)) {
-                    loaded->emplace_back(paths[i], std::make_shared<CZovLibrary>(library.Take()));
+                std::string messages;
+                CFunctionLog keep([&](std::string_view text) {
+                    messages += text;
+                    messages += '\n';
+                });
+                const CResult<SFileState> fileState = FileStateOf(paths[i]);
+                if (CResult<CZovLibrary> library = LoadLibrary(paths[i], units, keep)) {
+                    loaded->push_back({paths[i], std::make_shared<CZovLibrary>(library.Take()),
+                                       fileState ? std::optional(*fileState) : std::nullopt});
+                    if (!messages.empty()) {
+                        log.Write(messages);
+                    }
                 }
             }
             return [loaded, then] { then(std::move(*loaded)); };
@@ -104,8 +121,11 @@ void CZovSession::LoadNext()
 void CZovSession::LoadThen(const QString& what, TPaths paths, std::function<void()> then)
 {
     Load({what, std::move(paths), [this, then = std::move(then)](const TLoaded& loaded) {
-              for (const auto& [path, library] : loaded) {
-                  m_set.TakeLoaded(path, library);
+              for (const SLoaded& one : loaded) {
+                  m_set.TakeLoaded(one.path, one.library);
+                  if (one.state) {
+                      m_files.SetState(*one.library, *one.state);
+                  }
               }
               then();
           }});
@@ -314,6 +334,46 @@ void CZovSession::SyncTree(CLibraryTree::TNode newOnesTo)
     }
     m_set.OrderExternals(m_tree.LibrariesOf(CLibraryTree::kRoot));
     Q_EMIT LibrariesChanged();
+    SyncFiles();
+}
+
+void CZovSession::SyncFiles()
+{
+    const std::vector<const SLibraryEntry*> entries = m_set.Entries();
+    m_files.KeepOnly([&](const CZovLibrary& library) {
+        return std::ranges::any_of(
+            entries, [&](const SLibraryEntry* entry) { return entry->library.get() == &library; });
+    });
+    for (const SLibraryEntry* entry : entries) {
+        m_files.LookAt(*entry->library);
+    }
+    // The project library is there to be written; others are held from their first change on.
+    if (const TLibrary project = ProjectLibrary(); project && project != m_heldProject.lock()) {
+        m_heldProject = project;
+        Hold(project);
+    }
+}
+
+void CZovSession::Hold(const TLibrary& library)
+{
+    const bool wasKnown = m_files.HolderOf(*library).has_value();
+    const auto holder = m_files.Hold(*library);
+    if (!holder || wasKnown) {
+        return;
+    }
+    const QString text = tr("'%1' is opened for writing by %2.")
+                             .arg(QString::fromStdString(library->Name()),
+                                  QString::fromStdString(OwnerText(holder->owner)));
+    // Whoever is told may show a box; what goes on now is finished first.
+    QMetaObject::invokeMethod(
+        this,
+        [this, library, text, mayPass = holder->mayBeOld] { Q_EMIT InUse(library, text, mayPass); },
+        Qt::QueuedConnection);
+}
+
+void CZovSession::PassLock(const TLibrary& library)
+{
+    m_files.Hold(*library, CLibraryLock::ETake::Anyway);
 }
 
 bool CZovSession::IsModified(const CZovLibrary& library) const
@@ -334,6 +394,7 @@ std::vector<CZovSession::TLibrary> CZovSession::ModifiedLibraries() const
 
 void CZovSession::BeginChange(const TLibrary& library)
 {
+    Hold(library);
     Q_EMIT LibraryAboutToChange(library.get());
 }
 
@@ -358,20 +419,63 @@ void CZovSession::Reload(const TLibrary& library)
                   return;
               }
               BeginChange(library);
-              *library = std::move(*loaded.front().second);
+              *library = std::move(*loaded.front().library);
+              if (loaded.front().state) {
+                  m_files.SetState(*library, *loaded.front().state);
+              }
               m_edits.Forget(library, false);
               Q_EMIT LibraryChanged(library.get());
           }});
 }
 
-CResult<void> CZovSession::Save(const TLibrary& library, const fs::path& path)
+CZovSession::SObstacle CZovSession::ObstacleTo(const TLibrary& library)
 {
-    if (library == ProjectLibrary()) {
-        RETURN_IF_ERROR(m_set.SaveProject(path, m_log));
-    } else {
-        const fs::path target = path.empty() ? library->Path() : path;
-        RETURN_IF_ERROR(SaveLibrary(*library, target, m_settings.units, m_log));
+    const QString name = QString::fromStdString(library->Name());
+    if (const auto holder = m_files.Hold(*library)) {
+        return {EObstacle::InUse,
+                tr("'%1' is opened for writing by %2. What is saved now may be lost when they "
+                   "save.")
+                    .arg(name, QString::fromStdString(OwnerText(holder->owner)))};
     }
+    if (m_files.ChangeOf(*library) == EFileChange::Changed) {
+        return {EObstacle::Changed,
+                tr("The file of '%1' was changed by another program since it was loaded.\n%2")
+                    .arg(name, QString::fromStdString(PathText(library->Path())))};
+    }
+    return {};
+}
+
+CResult<void> CZovSession::Save(const TLibrary& library, const fs::path& path, ESave how)
+{
+    const fs::path target = path.empty() ? library->Path() : path;
+    const auto isOther = [&](const SLibraryEntry* entry) {
+        std::error_code ignored;
+        return entry->library != library && fs::equivalent(entry->path, target, ignored);
+    };
+    if (std::ranges::any_of(m_set.Entries(), isOther)) {
+        return Fail(EErr::Argument, "'" + PathText(target) + "' is open as another library");
+    }
+    if (path.empty() && how == ESave::Careful) {
+        if (const SObstacle obstacle = ObstacleTo(library); obstacle.kind != EObstacle::None) {
+            return Fail(EErr::Access, obstacle.text.toStdString());
+        }
+    }
+    CResult<void> saved;
+    std::optional<SFileState> state;
+    RunBeside([&] {
+        saved = SaveLibrary(*library, target, m_settings.units, m_log);
+        if (const CResult<SFileState> now = FileStateOf(target); saved && now) {
+            state = *now;
+        }
+    });
+    if (!saved) {
+        return saved;
+    }
+    m_set.SavedAs(*library, target);
+    if (state) {
+        m_files.SetState(*library, *state);
+    }
+    Hold(library);
     m_edits.SetSaved(library);
     Q_EMIT LibrariesChanged();
     return {};

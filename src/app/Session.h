@@ -5,6 +5,7 @@
 
 #include "app/BackgroundJob.h"
 #include "app/LibraryEdits.h"
+#include "app/OpenFiles.h"
 #include "base/Sink.h"
 #include "core/LibrarySet.h"
 #include "core/LibraryTree.h"
@@ -84,8 +85,31 @@ public:
     /// Reads an external library's or the project's file again, beside the window; its records are
     /// then replaced where the library stands.
     void Reload(const TLibrary& library);
-    /// Saves under its path, or under another one.
-    CResult<void> Save(const TLibrary& library, const std::filesystem::path& path = {});
+    /// Why saving a library under its path would harm somebody; empty when it would not.
+    enum class EObstacle
+    {
+        None,
+        Changed, ///< another program wrote the file since it was read
+        InUse    ///< somebody else has it for writing
+    };
+    struct SObstacle
+    {
+        EObstacle kind = EObstacle::None;
+        QString text; ///< for the user
+    };
+    [[nodiscard]] SObstacle ObstacleTo(const TLibrary& library);
+    /// Saves under its path, or under another one, which is then its path. The window goes on
+    /// painting meanwhile. Errors: Access for an obstacle, which only `evenSo` goes past; as
+    /// SaveLibrary.
+    enum class ESave
+    {
+        Careful,
+        EvenSo
+    };
+    CResult<void> Save(const TLibrary& library, const std::filesystem::path& path = {},
+                       ESave how = ESave::Careful);
+    /// Takes the lock that somebody else holds.
+    void PassLock(const TLibrary& library);
 
 Q_SIGNALS:
     /// Libraries were opened, closed, moved, switched or renamed.
@@ -95,12 +119,21 @@ Q_SIGNALS:
     void LibraryChanged(zov::CZovLibrary* library);
     void ModifiedChanged();
     void SettingsChanged();
+    /// Somebody else has a library for writing that this session opened for it, too.
+    /// @param mayPass the owner is on another machine and may be gone
+    void InUse(const zov::app::CZovSession::TLibrary& library, const QString& text, bool mayPass);
     /// Something the user asked for could not be done.
     void Failed(const QString& text);
 
 private:
     using TPaths = std::vector<std::filesystem::path>;
-    using TLoaded = std::vector<std::pair<std::filesystem::path, TLibrary>>;
+    struct SLoaded
+    {
+        std::filesystem::path path;
+        TLibrary library;
+        std::optional<SFileState> state; ///< of the file before it was read
+    };
+    using TLoaded = std::vector<SLoaded>;
     /// Files to read beside the window, and what is done then; one after the other.
     struct SLoad
     {
@@ -113,6 +146,10 @@ private:
     /// Calls back when the files wait to be opened.
     void LoadThen(const QString& what, TPaths paths, std::function<void()> then);
     void Tell(const SError& error);
+    /// For writing; tells when somebody else has it.
+    void Hold(const TLibrary& library);
+    /// Files of new libraries are looked at, those of closed ones given back.
+    void SyncFiles();
     void OpenLoaded(const std::filesystem::path& path, CQuestions& questions);
     /// The tree follows the set: new libraries come in, closed ones go.
     void SyncTree(CLibraryTree::TNode newOnesTo = CLibraryTree::kRoot);
@@ -123,6 +160,8 @@ private:
     SZovSettings m_settings;
     CLibrarySet m_set;
     CLibraryTree m_tree;
+    COpenFiles m_files;
+    std::weak_ptr<CZovLibrary> m_heldProject;
     std::deque<SLoad> m_loads;
     CLibraryEdits m_edits;
     CBackgroundJob m_job;

@@ -378,6 +378,25 @@ CResult<void> WriteFileAtomic(const fs::path& target, std::string_view bytes)
     return file->Commit();
 }
 
+CResult<bool> WriteNewFile(const fs::path& target, std::string_view bytes)
+{
+    const int handle = OpenHandle(target, O_WRONLY | O_CREAT | O_EXCL, 0666);
+    if (handle < 0) {
+        if (errno == EEXIST) {
+            return false;
+        }
+        return SystemFailure("cannot create", target, errno);
+    }
+    const int failure = WriteAll(handle, bytes);
+    CloseHandleOf(handle);
+    if (failure != 0) {
+        std::error_code ignored;
+        fs::remove(target, ignored);
+        return SystemFailure("cannot write", target, failure);
+    }
+    return true;
+}
+
 // --- CExclusiveFile ----------------------------------------------------------------------------
 
 namespace {

@@ -88,6 +88,10 @@ private:
 /// CAtomicFile for one text.
 CResult<void> WriteFileAtomic(const std::filesystem::path& target, std::string_view bytes);
 
+/// Creates a file with these bytes; false, and nothing done, when it is there already. Of several
+/// programs that try, one gets true.
+CResult<bool> WriteNewFile(const std::filesystem::path& target, std::string_view bytes);
+
 /// Writes a file in place, for formats whose file stays as far as it was written when the work
 /// fails. Other writers are kept out while it is open.
 class CExclusiveFile final : public CByteWriter

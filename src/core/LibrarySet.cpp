@@ -234,9 +234,26 @@ CResult<void> CLibrarySet::SaveProject(const fs::path& path, CLogSink& log)
         return Fail(EErr::Argument, "the project library has no path yet");
     }
     RETURN_IF_ERROR(SaveLibrary(*project.library, target, m_units, log));
-    project.path = target;
-    project.library->SetPath(target);
+    SavedAs(*project.library, target);
     return {};
+}
+
+void CLibrarySet::SavedAs(const CZovLibrary& library, const fs::path& path)
+{
+    for (auto* list : {&m_project, &m_externals}) {
+        for (SLibraryEntry& entry : *list) {
+            if (entry.library.get() != &library) {
+                continue;
+            }
+            if (!entry.path.empty()) {
+                m_cache.Close(entry.path);
+            }
+            entry.path = path;
+            entry.library->SetPath(path);
+            m_cache.Close(path);
+            m_cache.Put(path, entry.library);
+        }
+    }
 }
 
 CResult<EOpened> CLibrarySet::AddExternal(const fs::path& path, CLogSink& log, bool on,

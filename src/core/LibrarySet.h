@@ -88,6 +88,9 @@ public:
     /// project library, or without any path.
     CResult<void> SaveProject(const std::filesystem::path& path, CLogSink& log);
 
+    /// A library of the set was written to that path: its entry has it from now on.
+    void SavedAs(const CZovLibrary& library, const std::filesystem::path& path);
+
     /// Adds behind the others; one that is there already is only switched. Errors: as LoadLibrary.
     CResult<EOpened> AddExternal(const std::filesystem::path& path, CLogSink& log, bool on = true,
                                  bool remember = true);

@@ -6,6 +6,7 @@
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QRegularExpression>
 
 #include <utility>
@@ -129,6 +130,29 @@ void CPrompt::SetFolder(const QString& folder)
 EAnswer CPrompt::Ask(QWidget* parent, const QString& text, EButtons buttons, EIcon icon)
 {
     return ShowBox(parent, {ProgramName(), text, buttons, icon});
+}
+
+QString CPrompt::Choose(QWidget* parent, const QString& text, const QStringList& words, EIcon icon)
+{
+    if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
+        const QStringList chosen =
+            scripted->NextPaths({ProgramName(), text, EButtons::OkCancel, icon});
+        return chosen.isEmpty() ? QString() : chosen.first();
+    }
+    QMessageBox box(IconOf(icon), ProgramName(), text, QMessageBox::Cancel, parent);
+    box.setObjectName(QStringLiteral("MessageBox"));
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    for (const QString& word : words) {
+        QPushButton* button = box.addButton(word, QMessageBox::ActionRole);
+        button->setObjectName(word);
+        if (word == words.first()) {
+            box.setDefaultButton(button);
+        }
+    }
+    box.exec();
+    const QAbstractButton* clicked = box.clickedButton();
+    return clicked == nullptr || clicked == box.button(QMessageBox::Cancel) ? QString()
+                                                                            : clicked->objectName();
 }
 
 void CPrompt::Tell(QWidget* parent, const QString& text, EIcon icon)

@@ -65,6 +65,10 @@ public:
     /// is no Cancel, or Ok where that is all.
     static EAnswer Ask(QWidget* parent, const QString& text, EButtons buttons,
                        EIcon icon = EIcon::Question);
+    /// A box whose buttons have these words, the first being the default, and Cancel behind them.
+    /// @return the word, empty when cancelled
+    static QString Choose(QWidget* parent, const QString& text, const QStringList& words,
+                          EIcon icon = EIcon::Question);
     static void Tell(QWidget* parent, const QString& text, EIcon icon = EIcon::Information);
     /// A message under a caption of its own in place of the program's name.
     static void TellUnder(QWidget* parent, const QString& caption, const QString& text, EIcon icon);
@@ -103,6 +107,7 @@ public:
     CScriptedAnswers& ThenPaths(const QStringList& paths);
     /// What is done with the next dialog of the program's own, which is on the screen by then.
     CScriptedAnswers& ThenDialog(std::function<void(QDialog&)> drive);
+    CScriptedAnswers& ThenChoice(const QString& word) { return ThenPath(word); }
     CScriptedAnswers& ThenText(const QString& text) { return ThenPath(text); }
 
     [[nodiscard]] const std::vector<SShownPrompt>& Shown() const { return m_shown; }

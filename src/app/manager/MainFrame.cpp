@@ -238,6 +238,7 @@ void CZovMainFrm::ConnectSession()
     });
     connect(&m_session, &CZovSession::Failed, this,
             [this](const QString& text) { ui::CPrompt::Tell(this, text, ui::EIcon::Error); });
+    connect(&m_session, &CZovSession::InUse, this, &CZovMainFrm::ShowInUse);
     connect(&m_treeModel, &CLibraryTreeModel::FilesDropped, this,
             [this](const QStringList& paths, CLibraryTree::TNode collection) {
                 std::vector<std::filesystem::path> files;

@@ -121,6 +121,10 @@ private:
     bool MayClose();
     /// Saves, asking for a path where there is none; false when the user cancelled or it failed.
     bool SaveLibrary(const CZovSession::TLibrary& library, bool askPath);
+    /// Asks what is to be done; nothing is overwritten unasked.
+    bool SaveInSpiteOf(const CZovSession::SObstacle& obstacle,
+                       const CZovSession::TLibrary& library);
+    void ShowInUse(const CZovSession::TLibrary& library, const QString& text, bool mayPass);
 
     [[nodiscard]] CLibraryTree::TNode SelectedNode() const;
     /// The collection that new libraries go to: the selected one, that of the selected library, or

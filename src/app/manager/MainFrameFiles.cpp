@@ -82,12 +82,56 @@ bool CZovMainFrm::SaveLibrary(const CZovSession::TLibrary& library, bool askPath
             return false;
         }
     }
+    if (path.isEmpty()) {
+        const CZovSession::SObstacle obstacle = m_session.ObstacleTo(library);
+        if (obstacle.kind != CZovSession::EObstacle::None) {
+            return SaveInSpiteOf(obstacle, library);
+        }
+    }
     const CResult<void> saved = m_session.Save(library, PathOf(path));
     Report(saved);
     if (saved && !path.isEmpty()) {
         Remember(path);
     }
     return saved.Ok();
+}
+
+bool CZovMainFrm::SaveInSpiteOf(const CZovSession::SObstacle& obstacle,
+                                const CZovSession::TLibrary& library)
+{
+    const QString overwrite = tr("Overwrite");
+    const QString saveAs = tr("Save As...");
+    const QString reload = tr("Reload");
+    const QString word =
+        ui::CPrompt::Choose(this, obstacle.text, {saveAs, overwrite, reload}, ui::EIcon::Warning);
+    if (word == saveAs) {
+        return SaveLibrary(library, true);
+    }
+    if (word == overwrite) {
+        m_session.PassLock(library);
+        const CResult<void> saved = m_session.Save(library, {}, CZovSession::ESave::EvenSo);
+        Report(saved);
+        return saved.Ok();
+    }
+    if (word == reload) {
+        m_session.Reload(library);
+    }
+    return false;
+}
+
+void CZovMainFrm::ShowInUse(const CZovSession::TLibrary& library, const QString& text, bool mayPass)
+{
+    const QString readOn = tr("You can look at it and change it; before it is saved you are asked "
+                              "again.");
+    if (!mayPass) {
+        ui::CPrompt::Tell(this, text + QLatin1Char('\n') + readOn, ui::EIcon::Warning);
+        return;
+    }
+    const QString question = tr("Has that work ended? Then take it over for writing.");
+    if (ui::CPrompt::Ask(this, text + QLatin1Char('\n') + readOn + QLatin1Char('\n') + question,
+                         ui::EButtons::YesNo) == ui::EAnswer::Yes) {
+        m_session.PassLock(library);
+    }
 }
 
 void CZovMainFrm::OnFileSave()

@@ -4,6 +4,7 @@
 #include "app/manager/MainCommands.h"
 #include "base/File.h"
 #include "core/LibraryFiles.h"
+#include "core/LibraryLock.h"
 #include "support/TempFolder.h"
 #include "ui/Prompt.h"
 
@@ -214,6 +215,72 @@ TEST_F(MainFrameTest, WhatCannotBeOpenedIsTold)
     EXPECT_TRUE(answers.Shown()[0].text.contains(QStringLiteral("bad.zov")));
     EXPECT_TRUE(answers.Shown()[1].text.contains(QStringLiteral("absent.zov")));
     EXPECT_EQ(frame.Session().ProjectLibrary(), nullptr);
+}
+
+TEST_F(MainFrameTest, WhatAnotherProgramWroteIsNotOverwrittenUnasked)
+{
+    const std::filesystem::path path = Library("project", 3);
+    OpenProject(path);
+    EXPECT_TRUE(std::filesystem::exists(LockPathOf(path)));
+    const auto deleteFirst = [&] {
+        Models().Table().selectRow(0);
+        answers.Then(ui::EAnswer::Yes);
+        Trigger(ID_DELETE_MODELS);
+        WaitIdle();
+    };
+    deleteFirst();
+    ASSERT_TRUE(WriteFileAtomic(path, "of another program"));
+    Trigger(ID_FILE_SAVE);
+    EXPECT_TRUE(answers.Shown().back().text.contains(QStringLiteral("changed by another program")));
+    EXPECT_EQ(answers.Unexpected(), 1) << "a question came, and cancelling it saves nothing";
+    EXPECT_EQ(folder.Read("project.zov"), "of another program");
+
+    answers.ThenChoice(QStringLiteral("Save As...")).ThenPath(Text(folder.Path() / "mine.zov"));
+    Trigger(ID_FILE_SAVE);
+    EXPECT_EQ(folder.Read("project.zov"), "of another program");
+    EXPECT_EQ(frame.Session().ProjectLibrary()->Path(), folder.Path() / "mine.zov");
+    EXPECT_FALSE(std::filesystem::exists(LockPathOf(path)));
+
+    deleteFirst();
+    Library("mine", 9);
+    answers.ThenChoice(QStringLiteral("Reload"));
+    Trigger(ID_FILE_SAVE);
+    WaitIdle();
+    EXPECT_EQ(Models().Model().rowCount(), 9);
+    EXPECT_FALSE(IsEnabled(ID_FILE_SAVE));
+
+    deleteFirst();
+    Library("mine", 4);
+    answers.ThenChoice(QStringLiteral("Overwrite"));
+    Trigger(ID_FILE_SAVE);
+    CNullLog log;
+    EXPECT_EQ(LoadLibrary(folder.Path() / "mine.zov", {}, log)->Count(), 8U);
+    EXPECT_EQ(answers.Unexpected(), 1);
+}
+
+TEST_F(MainFrameTest, ALibraryThatSomebodyHasForWritingIsToldAndPassed)
+{
+    const std::filesystem::path path = Library("project", 3);
+    SLockOwner owner = MyLockOwner();
+    owner.user = "ann";
+    owner.host = "another-machine";
+    folder.Write("project.zov.lock", FormatLock(owner));
+    answers.Then(ui::EAnswer::No);
+    OpenProject(path);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(answers.Shown().back().text.startsWith(
+        QStringLiteral("'project' is opened for writing by ann on another-machine since ")));
+    EXPECT_EQ(Models().Model().rowCount(), 3) << "it can be read";
+    EXPECT_EQ(ParseLock(folder.Read("project.zov.lock")), owner);
+
+    Models().Table().selectRow(0);
+    answers.Then(ui::EAnswer::Yes).ThenChoice(QStringLiteral("Overwrite"));
+    Trigger(ID_DELETE_MODELS);
+    WaitIdle();
+    Trigger(ID_FILE_SAVE);
+    EXPECT_EQ(ParseLock(folder.Read("project.zov.lock"))->user, MyLockOwner().user);
+    EXPECT_FALSE(IsEnabled(ID_FILE_SAVE));
+    EXPECT_EQ(answers.Unexpected(), 0);
 }
 
 } // namespace
