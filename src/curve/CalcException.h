@@ -4,6 +4,8 @@
 
 #include "base/Result.h"
 
+#include <cstddef>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -20,7 +22,14 @@ public:
     {
     }
 
-    [[nodiscard]] SError ToError() const { return {EErr::Format, what(), {}, notes}; }
+    /// The position's column says where in the expression, when that is known.
+    [[nodiscard]] SError ToError() const
+    {
+        return {EErr::Format, what(), {{}, 0, offset ? *offset + 1 : 0}, notes};
+    }
+
+    /// Byte of the expression's text that could not be read.
+    std::optional<std::size_t> offset;
 
     /// Causes below the text, the nearest first.
     std::vector<std::string> notes;

@@ -20,6 +20,7 @@ SToken CCalcLexer::Next()
     while (m_pos < m_text.size() && IsBlank(m_text[m_pos])) {
         ++m_pos;
     }
+    m_start = m_pos;
     if (m_pos == m_text.size()) {
         return {};
     }

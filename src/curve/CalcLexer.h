@@ -41,6 +41,8 @@ public:
     /// The next token; End again and again at the end.
     /// Throws CCalcException for a malformed number and for a character that means nothing.
     [[nodiscard]] SToken Next();
+    /// Where the token begins that Next gave, or failed to give, last.
+    [[nodiscard]] std::size_t Start() const { return m_start; }
 
 private:
     [[nodiscard]] char At(std::size_t offset) const
@@ -56,6 +58,7 @@ private:
 
     std::string_view m_text;
     std::size_t m_pos = 0;
+    std::size_t m_start = 0;
 };
 
 /// Letters, digits and "_".

@@ -55,6 +55,7 @@ class CParser
 public:
     CParser(std::string_view text, const CParameterTable& table, ECurveParts parts)
         : m_lexer(text)
+        , m_text(text)
         , m_table(table)
         , m_parts(parts)
     {
@@ -64,10 +65,17 @@ public:
 
     std::vector<SPostfixItem> Parse()
     {
-        m_token = m_lexer.Next();
-        do {
-            ReadOperand();
-        } while (ReadBehindOperand());
+        try {
+            m_token = m_lexer.Next();
+            do {
+                ReadOperand();
+            } while (ReadBehindOperand());
+        } catch (CCalcException& error) {
+            if (!error.offset) {
+                error.offset = m_lexer.Start();
+            }
+            throw;
+        }
         return std::move(m_items);
     }
 
@@ -150,7 +158,9 @@ private:
         }
         const SUserFunction* function = m_table.FindFunction(name);
         if (function == nullptr) {
-            throw CCalcException(fmt::format(message::kFunctionNotFound, name));
+            CCalcException error(fmt::format(message::kFunctionNotFound, name));
+            error.offset = static_cast<std::size_t>(name.data() - m_text.data());
+            throw error;
         }
         const int needed = static_cast<int>(function->arguments.size());
         if (needed != 0) {
@@ -289,6 +299,7 @@ private:
     }
 
     CCalcLexer m_lexer;
+    std::string_view m_text;
     const CParameterTable& m_table;
     ECurveParts m_parts;
     SToken m_token;

@@ -19,6 +19,11 @@ namespace zov::curve {
 /// Value of an expression. The error's text is the calculator's own.
 CResult<double> Calculate(std::string_view expression, const CParameterTable& table);
 
+/// Where in an expression an error points: the byte that could not be read, or the first place of
+/// the name or function that the error's text quotes. None when it says nothing of the kind.
+[[nodiscard]] std::optional<std::size_t> PlaceOfError(std::string_view expression,
+                                                      const SError& error);
+
 /// What `call` gives, or the error that it throws.
 template <class F>
 auto Guarded(F call) -> CResult<decltype(call())>

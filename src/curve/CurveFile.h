@@ -49,6 +49,11 @@ CResult<SCurveFile> ReadCurveText(std::string_view text, std::string_view path,
 CResult<SCurveFile> ReadCurveFile(const std::filesystem::path& path, const CCurveSet& set,
                                   const SCurveReadOptions& options = {});
 
+/// The second half of a load: adds what ReadCurveFile gave to the set that it was read for, takes
+/// over kind and unit class, and journals it.
+void AddCurveFile(const std::filesystem::path& path, const SCurveFile& file, CCurveSet& set,
+                  CCurveJournal& journal);
+
 /// Adds a file's curves to a set, takes over kind and unit class, and journals it. What goes wrong
 /// goes to `messages`, one text each, and leaves the set as it was.
 void LoadCurveFile(const std::filesystem::path& path, CCurveSet& set, CLogSink& messages,

@@ -297,29 +297,35 @@ CResult<SCurveFile> ReadCurveFile(const std::filesystem::path& path, const CCurv
     return ReadCurveText(view->Bytes(), shown, set.ValueClass(), options);
 }
 
-void LoadCurveFile(const std::filesystem::path& path, CCurveSet& set, CLogSink& messages,
-                   CCurveJournal& journal, const SCurveReadOptions& options)
+void AddCurveFile(const std::filesystem::path& path, const SCurveFile& file, CCurveSet& set,
+                  CCurveJournal& journal)
 {
-    CResult<SCurveFile> file = ReadCurveFile(path, set, options);
-    if (!file) {
-        messages.Write(file.Error().text);
-        return;
-    }
     const std::string shown = PathText(path);
-    for (const TCurvePtr& curve : file->curves) {
+    for (const TCurvePtr& curve : file.curves) {
         set.Add(curve);
     }
     set.AddSource(shown);
-    set.TakeKind(file->kind);
-    if (file->unitClass != EUnitClass::None) {
-        set.unitClass = file->unitClass;
+    set.TakeKind(file.kind);
+    if (file.unitClass != EUnitClass::None) {
+        set.unitClass = file.unitClass;
     }
     set.name = "Curve";
     set.description = fmt::format("(Load from file: {})", shown);
     if (set.onChanged) {
         set.onChanged();
     }
-    JournalLoad(journal, shown, file->curves);
+    JournalLoad(journal, shown, file.curves);
+}
+
+void LoadCurveFile(const std::filesystem::path& path, CCurveSet& set, CLogSink& messages,
+                   CCurveJournal& journal, const SCurveReadOptions& options)
+{
+    const CResult<SCurveFile> file = ReadCurveFile(path, set, options);
+    if (!file) {
+        messages.Write(file.Error().text);
+        return;
+    }
+    AddCurveFile(path, *file, set, journal);
 }
 
 } // namespace zov::curve

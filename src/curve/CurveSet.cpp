@@ -23,6 +23,16 @@ bool CCurveSet::HasSource(std::string_view path) const
                        [&](const std::string& source) { return EqualsNoCase(source, path); });
 }
 
+void CCurveSet::Remove(const CCurve& curve)
+{
+    std::erase_if(m_curves, [&](const TCurvePtr& held) { return held.get() == &curve; });
+}
+
+void CCurveSet::RemoveSource(std::string_view path)
+{
+    std::erase_if(m_sources, [&](const std::string& source) { return EqualsNoCase(source, path); });
+}
+
 void CCurveSet::TakeKind(EKind joining)
 {
     if (kind != EKind::Fixed) {

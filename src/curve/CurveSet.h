@@ -29,7 +29,10 @@ public:
     [[nodiscard]] bool HasSource(std::string_view path) const;
 
     void Add(TCurvePtr curve) { m_curves.push_back(std::move(curve)); }
+    void Remove(const CCurve& curve);
     void AddSource(std::string path) { m_sources.push_back(std::move(path)); }
+    /// The file may be loaded again. Without regard to case.
+    void RemoveSource(std::string_view path);
     /// The kind of what joins, unless this set keeps its own.
     void TakeKind(EKind joining);
 

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/curves/CurveAxes.h"
+
+#include "base/Text.h"
+#include "curve/CurveLines.h"
+
+#include <QCoreApplication>
+
+namespace zov::app {
+namespace {
+
+using curve::EKind;
+using curve::EUnitClass;
+
+QString Tr(const char* text)
+{
+    return QCoreApplication::translate("CurveAxes", text);
+}
+
+struct STitle
+{
+    QString name;
+    QString unit;
+};
+
+/// "Freq(Hz)" is Freq in Hz.
+STitle TitleOf(std::string_view token)
+{
+    const std::size_t open = token.find('(');
+    const std::size_t close = token.rfind(')');
+    const std::string_view name = token.substr(0, open);
+    const bool hasUnit = open != token.npos && close != token.npos && close > open;
+    const std::string_view unit = hasUnit ? token.substr(open + 1, close - open - 1) : "";
+    return {QString::fromUtf8(name.data(), static_cast<int>(name.size())),
+            QString::fromUtf8(unit.data(), static_cast<int>(unit.size()))};
+}
+
+void TakeX(const curve::CCurveSet& set, const std::vector<SShownCurve>& entries, SPlotAxes& axes)
+{
+    const bool byFrequency = HasComplexValues(set.kind) || set.kind == EKind::Vswr;
+    axes.xName = byFrequency ? Tr("Frequency") : Tr("x");
+    axes.xUnit = byFrequency ? QStringLiteral("Hz") : QString();
+    if (!entries.empty()) {
+        std::string_view titles = entries.front().curve->Header().columnTitles;
+        const STitle title = TitleOf(curve::NextToken(titles));
+        if (!title.name.isEmpty() && !title.unit.isEmpty()) {
+            axes.xName =
+                title.name.startsWith(QStringLiteral("Freq")) ? Tr("Frequency") : title.name;
+            axes.xUnit = title.unit;
+        }
+    }
+}
+
+QString UnitText(EUnitClass unit, EKind kind)
+{
+    if (unit == EUnitClass::Ohm) {
+        return QStringLiteral("\u03a9");
+    }
+    if (unit == EUnitClass::Siemens) {
+        return QStringLiteral("S");
+    }
+    return kind == EKind::Voltage || kind == EKind::VoltageFullHeader ? QStringLiteral("V")
+           : kind == EKind::Erl                                       ? QStringLiteral("dB")
+                                                                      : QString();
+}
+
+QString QuantityOf(EKind kind)
+{
+    switch (kind) {
+    case EKind::Voltage:
+    case EKind::VoltageFullHeader:
+        return Tr("Voltage");
+    case EKind::Erl:
+        return QStringLiteral("ERL");
+    case EKind::Vswr:
+        return QStringLiteral("VSWR");
+    default:
+        return Tr("Value");
+    }
+}
+
+QString QuantityOf(ECurveView view)
+{
+    switch (view) {
+    case ECurveView::Magnitude:
+    case ECurveView::Db:
+        return Tr("Magnitude");
+    case ECurveView::Phase:
+        return Tr("Phase");
+    case ECurveView::Real:
+        return Tr("Real part");
+    default:
+        return Tr("Imaginary part");
+    }
+}
+
+} // namespace
+
+EUnitClass UnitOf(const curve::CCurve& curve, EUnitClass ofSet)
+{
+    std::string_view titles = curve.Header().columnTitles;
+    static_cast<void>(curve::NextToken(titles));
+    const std::string_view unit = curve::NextToken(titles);
+    return EqualsNoCase(unit, "Real(Ohm)") ? EUnitClass::Ohm
+           : EqualsNoCase(unit, "Real(S)") ? EUnitClass::Siemens
+                                           : ofSet;
+}
+
+SPlotAxes AxesOf(const curve::CCurveSet& set, const std::vector<SShownCurve>& entries,
+                 ECurveView view)
+{
+    SPlotAxes axes;
+    TakeX(set, entries, axes);
+    bool anyComplex = false;
+    bool sameUnit = true;
+    for (const SShownCurve& entry : entries) {
+        anyComplex = anyComplex || !entry.curve->Points().Column(2).empty();
+        sameUnit = sameUnit && entry.unit == entries.front().unit;
+    }
+    const EUnitClass unit = entries.empty() ? set.unitClass : entries.front().unit;
+    axes.yName = anyComplex || entries.empty() ? QuantityOf(view) : QuantityOf(set.kind);
+    axes.yUnit = sameUnit ? UnitText(unit, set.kind) : QString();
+    if (anyComplex && view == ECurveView::Phase) {
+        axes.yUnit = QStringLiteral("\u00b0");
+    } else if (anyComplex && view == ECurveView::Db) {
+        axes.yUnit = QStringLiteral("dB") + axes.yUnit;
+    }
+    return axes;
+}
+
+} // namespace zov::app

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+/// The commands of the curve frame.
+#pragma once
+
+#include "ui/Command.h"
+
+#include <span>
+
+namespace zov::app {
+
+enum ECurveCommandId : unsigned
+{
+    ID_CURVE_OPEN = 2001,
+    ID_CURVE_NEW_SET,
+    ID_CURVE_CLOSE_SET,
+    ID_CURVE_SAVE_AS,
+    ID_CURVE_EXPORT_IMAGE,
+    ID_CURVE_EXPORT_CSV,
+    ID_CURVE_PRINT,
+    ID_CURVE_CLOSE,
+    ID_CURVE_COPY_IMAGE,
+    ID_CURVE_COPY_DATA,
+    ID_CURVE_COPY_MARKERS,
+    ID_CURVE_SHOW_ALL,
+    ID_CURVE_HIDE_OTHERS,
+    ID_CURVE_RENAME,
+    ID_CURVE_REMOVE,
+    ID_CURVE_CLEAR_MARKERS,
+    ID_CURVE_CALCULATE,
+    ID_CURVE_VIEW_MAGNITUDE,
+    ID_CURVE_VIEW_DB,
+    ID_CURVE_VIEW_PHASE,
+    ID_CURVE_VIEW_REAL,
+    ID_CURVE_VIEW_IMAGINARY,
+    ID_CURVE_VIEW_SMITH,
+    ID_CURVE_LOG_X,
+    ID_CURVE_LOG_Y,
+    ID_CURVE_GRID,
+    ID_CURVE_LEGEND,
+    ID_CURVE_ZOOM_IN,
+    ID_CURVE_ZOOM_OUT,
+    ID_CURVE_ZOOM_BACK,
+    ID_CURVE_ZOOM_FORWARD,
+    ID_CURVE_ZOOM_FIT,
+    ID_CURVE_MOUSE_ZOOM,
+    ID_CURVE_MOUSE_PAN,
+    ID_CURVE_MOUSE_MARKER,
+    ID_CURVE_PANE_CURVES,
+    ID_CURVE_PANE_MARKERS
+};
+
+std::span<const ui::SCommand> CurveCommands();
+
+} // namespace zov::app

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+/// Plots as images and on paper.
+#pragma once
+
+#include "base/Result.h"
+
+#include <QByteArray>
+#include <QImage>
+#include <QSizeF>
+
+#include <filesystem>
+
+class QPrinter;
+class QwtPlot;
+
+namespace zov::app {
+
+/// As it is on the screen, `scale` times as large.
+[[nodiscard]] QImage PlotImage(QwtPlot& plot, double scale = 2.0);
+
+/// By the ending of the path: ".png", ".svg", ".pdf". The file is replaced in one step.
+/// Errors: Argument for another ending; those of the file.
+CResult<void> ExportPlot(QwtPlot& plot, const std::filesystem::path& path);
+
+/// On one page, as large as the page allows.
+void PrintPlot(QwtPlot& plot, QPrinter& printer);
+
+} // namespace zov::app

@@ -1,0 +1,527 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/curves/CurvePlot.h"
+
+#include "app/curves/CurveItem.h"
+#include "app/curves/EngineeringText.h"
+#include "app/curves/PlotNavigator.h"
+#include "app/curves/SmithGrid.h"
+
+#include <QEvent>
+#include <qwt_plot_canvas.h>
+#include <qwt_plot_grid.h>
+#include <qwt_plot_legenditem.h>
+#include <qwt_plot_marker.h>
+#include <qwt_plot_textlabel.h>
+#include <qwt_scale_engine.h>
+#include <qwt_scale_widget.h>
+#include <qwt_symbol.h>
+#include <qwt_text.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace zov::app {
+namespace {
+
+constexpr double kReachPixels = 8.0;
+constexpr double kMarkerPixels = 9.0;
+/// Zooming in further would show rounding, not data.
+constexpr double kLeastRange = 1e-12;
+constexpr int kMaxSteps = 10;
+
+QwtScaleEngine* EngineFor(bool logarithmic)
+{
+    return logarithmic ? static_cast<QwtScaleEngine*>(new QwtLogScaleEngine)
+                       : new QwtLinearScaleEngine;
+}
+
+QwtText AxisTitle(const QString& name, const QString& unit)
+{
+    return unit.isEmpty() ? name : QStringLiteral("%1 [%2]").arg(name, unit);
+}
+
+/// Ends of an axis on round numbers around a range.
+std::pair<double, double> RoundEnds(const QwtScaleEngine& engine, double low, double high)
+{
+    double step = 0.0;
+    engine.autoScale(kMaxSteps, low, high, step);
+    return {low, high};
+}
+
+} // namespace
+
+CCurvePlot::CCurvePlot(CCurveListModel& curves, CMarkerModel& markers, QWidget* parent)
+    : QwtPlot(parent)
+    , m_curves(curves)
+    , m_markers(markers)
+    , m_navigator(new CPlotNavigator(*this))
+    , m_grid(new QwtPlotGrid)
+    , m_smith(new CSmithGrid)
+    , m_legend(new QwtPlotLegendItem)
+    , m_hint(new QwtPlotTextLabel)
+{
+    setObjectName(QStringLiteral("CurvePlot"));
+    setFocusPolicy(Qt::StrongFocus);
+    setAutoReplot(false);
+    static_cast<QwtPlotCanvas*>(canvas())->setFrameStyle(QFrame::NoFrame);
+    canvas()->setObjectName(QStringLiteral("CurveCanvas"));
+    canvas()->setMouseTracking(true);
+    m_grid->attach(this);
+    m_grid->enableXMin(true);
+    m_grid->enableYMin(true);
+    m_smith->attach(this);
+    m_smith->setVisible(false);
+    m_legend->attach(this);
+    m_legend->setAlignment(Qt::AlignRight | Qt::AlignTop);
+    m_legend->setBorderRadius(3);
+    m_hint->attach(this);
+    for (const int axis : {xBottom, yLeft}) {
+        setAxisScaleDraw(axis, new CEngineeringScaleDraw);
+        setAxisMaxMajor(axis, kMaxSteps);
+    }
+    connect(&m_curves, &CCurveListModel::Changed, this, &CCurvePlot::Rebuild);
+    connect(&m_markers, &CMarkerModel::Changed, this, &CCurvePlot::ShowMarkers);
+    ShowColors();
+    Rebuild();
+}
+
+CCurvePlot::~CCurvePlot()
+{
+    // Items go with the plot, when the models may be gone already.
+    disconnect(&m_curves, nullptr, this, nullptr);
+    disconnect(&m_markers, nullptr, this, nullptr);
+}
+
+void CCurvePlot::SetView(ECurveView view)
+{
+    if (view == m_view) {
+        return;
+    }
+    const bool sameX = view != ECurveView::Smith && m_view != ECurveView::Smith;
+    const SPlotWindow before = m_window;
+    const bool wasFitted = m_fitted;
+    m_view = view;
+    m_fitted = true;
+    m_back.clear();
+    m_forward.clear();
+    ApplyScales();
+    Rebuild();
+    if (sameX && !wasFitted) { // the stretch of x that was looked at stays
+        SPlotWindow window = m_window;
+        window.xLow = before.xLow;
+        window.xHigh = before.xHigh;
+        ZoomTo(window);
+    }
+    Q_EMIT StateChanged();
+}
+
+void CCurvePlot::SetLogX(bool on)
+{
+    m_logX = on;
+    ApplyScales();
+    ZoomFit();
+}
+
+void CCurvePlot::SetLogY(bool on)
+{
+    m_logY = on;
+    ApplyScales();
+    ZoomFit();
+}
+
+void CCurvePlot::ApplyScales()
+{
+    const bool isSmith = m_view == ECurveView::Smith;
+    const bool mayLogY = m_view == ECurveView::Magnitude || m_view == ECurveView::Real ||
+                         m_view == ECurveView::Imaginary;
+    setAxisScaleEngine(xBottom, EngineFor(m_logX && !isSmith));
+    setAxisScaleEngine(yLeft, EngineFor(m_logY && mayLogY));
+    enableAxis(xBottom, !isSmith);
+    enableAxis(yLeft, !isSmith);
+    m_smith->setVisible(isSmith);
+    m_grid->setItemAttribute(QwtPlotItem::Legend, false);
+}
+
+void CCurvePlot::SetAxes(const SPlotAxes& axes)
+{
+    m_axes = axes;
+    ShowAxes();
+}
+
+void CCurvePlot::ShowAxes()
+{
+    setAxisTitle(xBottom, AxisTitle(m_axes.xName, m_axes.xUnit));
+    setAxisTitle(yLeft, AxisTitle(m_axes.yName, m_axes.yUnit));
+    m_markers.SetView(m_view, m_axes.xUnit, m_axes.yUnit);
+}
+
+void CCurvePlot::SetGrid(bool on)
+{
+    m_grid->setVisible(on);
+    replot();
+}
+
+bool CCurvePlot::HasGrid() const
+{
+    return m_grid->isVisible();
+}
+
+void CCurvePlot::SetLegend(bool on)
+{
+    m_legend->setVisible(on);
+    replot();
+}
+
+bool CCurvePlot::HasLegend() const
+{
+    return m_legend->isVisible();
+}
+
+void CCurvePlot::SetHint(const QString& hint)
+{
+    m_hintText = hint;
+    Rebuild();
+}
+
+void CCurvePlot::ShowColors()
+{
+    const QPalette colors = palette();
+    const QColor text = colors.color(QPalette::Text);
+    QColor line = text;
+    line.setAlphaF(0.22);
+    QColor fine = text;
+    fine.setAlphaF(0.08);
+    m_grid->setMajorPen(line, 0);
+    m_grid->setMinorPen(fine, 0);
+    QColor strong = text;
+    strong.setAlphaF(0.4);
+    m_smith->SetColors(strong, text);
+    setCanvasBackground(colors.color(QPalette::Base));
+    QColor ground = colors.color(QPalette::Base);
+    ground.setAlphaF(0.85);
+    m_legend->setBackgroundBrush(ground);
+    m_legend->setBorderPen(line);
+    m_legend->setTextPen(text);
+}
+
+void CCurvePlot::changeEvent(QEvent* event)
+{
+    QwtPlot::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        ShowColors();
+        Rebuild();
+    }
+}
+
+void CCurvePlot::Rebuild()
+{
+    // A curve that only looks different keeps its item, whose summary is worth keeping.
+    std::vector<CCurveItem*> items;
+    for (const SShownCurve& entry : m_curves.Entries()) {
+        if (!entry.shown) {
+            continue;
+        }
+        const auto old = std::ranges::find_if(m_items, [&](const CCurveItem* item) {
+            return item != nullptr && item->Curve() == entry.curve &&
+                   item->Values().View() == m_view;
+        });
+        CCurveItem* item = nullptr;
+        if (old != m_items.end()) {
+            item = std::exchange(*old, nullptr);
+        } else {
+            item = new CCurveItem(entry.curve, m_view, entry.unit);
+            item->attach(this);
+        }
+        item->SetPen(m_curves.PenOf(entry));
+        item->setTitle(CurveTitle(*entry.curve));
+        items.push_back(item);
+    }
+    for (CCurveItem* gone : m_items) {
+        delete gone;
+    }
+    m_items = std::move(items);
+    m_hint->setVisible(m_items.empty());
+    QwtText hint(m_hintText);
+    hint.setColor(palette().color(QPalette::Disabled, QPalette::Text));
+    hint.setRenderFlags(Qt::AlignCenter | Qt::TextWordWrap);
+    m_hint->setText(hint);
+    if (m_fitted) {
+        m_window = FitWindow();
+    }
+    ApplyWindow();
+    ShowMarkers();
+}
+
+const CCurveItem* CCurvePlot::ItemOf(const curve::CCurve& curve) const
+{
+    const auto at = std::ranges::find_if(
+        m_items, [&](const CCurveItem* item) { return item->Curve().get() == &curve; });
+    return at == m_items.end() ? nullptr : *at;
+}
+
+void CCurvePlot::ShowMarkers()
+{
+    for (QwtPlotMarker* item : m_markerItems) {
+        delete item;
+    }
+    m_markerItems.clear();
+    const QColor color = palette().color(QPalette::Text);
+    const std::vector<SMarker>& markers = m_markers.Markers();
+    for (std::size_t i = 0; i < markers.size(); ++i) {
+        const CCurveItem* item = ItemOf(*markers[i].curve);
+        if (item == nullptr) {
+            continue;
+        }
+        const SDrawnPoint at = item->Values().At(markers[i].point);
+        auto* shown = new QwtPlotMarker;
+        shown->setValue(at.x, at.y);
+        shown->setSymbol(
+            new QwtSymbol(QwtSymbol::Diamond, item->Pen().color(), QPen(color), QSize(9, 9)));
+        QwtText label(QStringLiteral("M%1").arg(i + 1));
+        label.setColor(color);
+        shown->setLabel(label);
+        shown->setLabelAlignment(Qt::AlignRight | Qt::AlignTop);
+        shown->attach(this);
+        m_markerItems.push_back(shown);
+    }
+    replot();
+}
+
+SPlotWindow CCurvePlot::FitWindow() const
+{
+    if (m_view == ECurveView::Smith) {
+        const QRectF all = m_smith->boundingRect();
+        return {all.left(), all.right(), all.top(), all.bottom()};
+    }
+    SValueRange x;
+    SValueRange y;
+    const bool logX = dynamic_cast<const QwtLogScaleEngine*>(axisScaleEngine(xBottom)) != nullptr;
+    const bool logY = dynamic_cast<const QwtLogScaleEngine*>(axisScaleEngine(yLeft)) != nullptr;
+    const auto take = [](SValueRange& all, SValueRange one, bool log, double least) {
+        if (log && one.low <= 0.0) {
+            one.low = least;
+        }
+        if (!one.Empty() && !(log && least == 0.0)) {
+            all.Include(one);
+        }
+    };
+    for (const CCurveItem* item : m_items) {
+        const CCurveValues& values = item->Values();
+        take(x, values.XRange(), logX, values.LeastPositiveX());
+        take(y, values.YRange(), logY, values.LeastPositiveY());
+    }
+    if (x.Empty() || y.Empty()) {
+        return {logX ? 1.0 : 0.0, logX ? 10.0 : 1.0, logY ? 1.0 : 0.0, logY ? 10.0 : 1.0};
+    }
+    if (x.low == x.high) {
+        std::tie(x.low, x.high) = RoundEnds(*axisScaleEngine(xBottom), x.low, x.high);
+    }
+    const auto [yLow, yHigh] = RoundEnds(*axisScaleEngine(yLeft), y.low, y.high);
+    return {x.low, x.high, yLow, yHigh};
+}
+
+void CCurvePlot::Apply(const SPlotWindow& window)
+{
+    const bool good = std::isfinite(window.xHigh - window.xLow) &&
+                      std::isfinite(window.yHigh - window.yLow) &&
+                      window.xHigh - window.xLow > kLeastRange * std::abs(window.xHigh) &&
+                      window.yHigh - window.yLow > kLeastRange * std::abs(window.yHigh);
+    if (good) {
+        m_window = window;
+        ApplyWindow();
+        ShowMarkers();
+        Q_EMIT StateChanged();
+    }
+}
+
+void CCurvePlot::ApplyWindow()
+{
+    SPlotWindow shown = m_window;
+    if (m_view == ECurveView::Smith) { // circles stay circles
+        const QSizeF size = canvas()->contentsRect().size();
+        const double width = shown.xHigh - shown.xLow;
+        const double height = shown.yHigh - shown.yLow;
+        if (size.width() > 0 && size.height() > 0) {
+            const double perPixel = std::max(width / size.width(), height / size.height());
+            const double moreX = (perPixel * size.width() - width) / 2;
+            const double moreY = (perPixel * size.height() - height) / 2;
+            shown = {shown.xLow - moreX, shown.xHigh + moreX, shown.yLow - moreY,
+                     shown.yHigh + moreY};
+        }
+    }
+    setAxisScale(xBottom, shown.xLow, shown.xHigh);
+    setAxisScale(yLeft, shown.yLow, shown.yHigh);
+    updateAxes();
+}
+
+void CCurvePlot::resizeEvent(QResizeEvent* event)
+{
+    QwtPlot::resizeEvent(event);
+    if (m_view == ECurveView::Smith) {
+        ApplyWindow();
+        replot();
+    }
+}
+
+void CCurvePlot::MoveTo(const SPlotWindow& window)
+{
+    m_fitted = false;
+    Apply(window);
+}
+
+void CCurvePlot::ZoomTo(const SPlotWindow& window)
+{
+    const SPlotWindow before = m_window;
+    MoveTo(window);
+    if (m_window != before) {
+        m_back.push_back(before);
+        m_forward.clear();
+        Q_EMIT StateChanged();
+    }
+}
+
+void CCurvePlot::ZoomBack()
+{
+    if (CanZoomBack()) {
+        m_forward.push_back(m_window);
+        const SPlotWindow window = m_back.back();
+        m_back.pop_back();
+        m_fitted = m_back.empty() && window == FitWindow();
+        Apply(window);
+    }
+}
+
+void CCurvePlot::ZoomForward()
+{
+    if (CanZoomForward()) {
+        m_back.push_back(m_window);
+        const SPlotWindow window = m_forward.back();
+        m_forward.pop_back();
+        MoveTo(window);
+    }
+}
+
+void CCurvePlot::ZoomFit()
+{
+    m_back.clear();
+    m_forward.clear();
+    m_fitted = true;
+    Apply(FitWindow());
+}
+
+SPlotWindow CCurvePlot::WindowOf(const QRectF& pixels) const
+{
+    const QwtScaleMap x = canvasMap(xBottom);
+    const QwtScaleMap y = canvasMap(yLeft);
+    return {x.invTransform(pixels.left()), x.invTransform(pixels.right()),
+            y.invTransform(pixels.bottom()), y.invTransform(pixels.top())};
+}
+
+SPlotWindow CCurvePlot::Scaled(const QPointF& pixel, double xFactor, double yFactor) const
+{
+    const QRectF area = canvas()->contentsRect();
+    const auto about = [](double center, double edge, double factor) {
+        return center + (edge - center) * factor;
+    };
+    return WindowOf(QRectF(
+        QPointF(about(pixel.x(), area.left(), xFactor), about(pixel.y(), area.top(), yFactor)),
+        QPointF(about(pixel.x(), area.left() + area.width(), xFactor),
+                about(pixel.y(), area.top() + area.height(), yFactor))));
+}
+
+SPlotWindow CCurvePlot::Panned(const SPlotWindow& from, const QPointF& pixels) const
+{
+    QwtScaleMap x = canvasMap(xBottom);
+    QwtScaleMap y = canvasMap(yLeft);
+    x.setScaleInterval(from.xLow, from.xHigh);
+    y.setScaleInterval(from.yLow, from.yHigh);
+    return {x.invTransform(x.p1() - pixels.x()), x.invTransform(x.p2() - pixels.x()),
+            y.invTransform(y.p1() - pixels.y()), y.invTransform(y.p2() - pixels.y())};
+}
+
+QPointF CCurvePlot::PixelOf(const SDrawnPoint& point) const
+{
+    return {transform(xBottom, point.x), transform(yLeft, point.y)};
+}
+
+SMarker CCurvePlot::PointOnCurve(const curve::TCurvePtr& curve, const QPointF& pixel) const
+{
+    const CCurveItem* item = ItemOf(*curve);
+    if (item == nullptr || item->Values().Count() == 0) {
+        return {curve, 0};
+    }
+    const CCurveValues& values = item->Values();
+    if (m_view != ECurveView::Smith) {
+        return {curve, values.Nearest(invTransform(xBottom, qRound(pixel.x())))};
+    }
+    std::size_t nearest = 0;
+    double least = std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < values.Count(); ++i) {
+        const QPointF away = PixelOf(values.At(i)) - pixel;
+        const double distance = QPointF::dotProduct(away, away);
+        if (distance < least) {
+            least = distance;
+            nearest = i;
+        }
+    }
+    return {curve, nearest};
+}
+
+std::optional<SMarker> CCurvePlot::PointAt(const QPointF& pixel, double withinPixels) const
+{
+    std::optional<SMarker> nearest;
+    double least = withinPixels;
+    for (const CCurveItem* item : m_items) {
+        if (item->Values().Count() == 0) {
+            continue;
+        }
+        const SMarker found = PointOnCurve(item->Curve(), pixel);
+        const QPointF away = PixelOf(item->Values().At(found.point)) - pixel;
+        const double distance =
+            m_view == ECurveView::Smith ? std::hypot(away.x(), away.y()) : std::abs(away.y());
+        if (distance <= least) {
+            least = distance;
+            nearest = found;
+        }
+    }
+    return nearest;
+}
+
+int CCurvePlot::MarkerAt(const QPointF& pixel) const
+{
+    const std::vector<SMarker>& markers = m_markers.Markers();
+    for (std::size_t i = markers.size(); i-- > 0;) {
+        const CCurveItem* item = ItemOf(*markers[i].curve);
+        if (item != nullptr) {
+            const QPointF away = PixelOf(item->Values().At(markers[i].point)) - pixel;
+            if (std::hypot(away.x(), away.y()) <= kMarkerPixels) {
+                return static_cast<int>(i);
+            }
+        }
+    }
+    return -1;
+}
+
+QString CCurvePlot::ReadOut(const QPointF& pixel) const
+{
+    if (m_items.empty()) {
+        return {};
+    }
+    if (m_view == ECurveView::Smith) {
+        return {};
+    }
+    QString text = QStringLiteral("%1 = %2   %3 = %4")
+                       .arg(m_axes.xName,
+                            EngineeringText(invTransform(xBottom, qRound(pixel.x())), m_axes.xUnit),
+                            m_axes.yName,
+                            EngineeringText(invTransform(yLeft, qRound(pixel.y())), m_axes.yUnit));
+    if (const auto near = PointAt(pixel, kReachPixels)) {
+        const SDrawnPoint at = ItemOf(*near->curve)->Values().At(near->point);
+        text += QStringLiteral("   %1: %2, %3")
+                    .arg(CurveTitle(*near->curve), EngineeringText(at.x, m_axes.xUnit),
+                         EngineeringText(at.y, m_axes.yUnit));
+    }
+    return text;
+}
+
+} // namespace zov::app

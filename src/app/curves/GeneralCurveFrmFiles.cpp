@@ -1,0 +1,381 @@
+// SPDX-License-Identifier: Apache-2.0
+// The curve frame's files: loading and saving of curves, images, the calculator's results.
+#include "app/curves/CalcDlg.h"
+#include "app/curves/CurveExport.h"
+#include "app/curves/GeneralCurveFrm.h"
+#include "app/curves/TouchstoneDlg.h"
+#include "base/File.h"
+#include "core/ZovLibrary.h"
+#include "curve/CurveCsv.h"
+#include "curve/CurveMessages.h"
+#include "curve/ImpedanceCurve.h"
+#include "network/TouchstonePorts.h"
+#include "network/TouchstoneReader.h"
+#include "ui/Prompt.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QStatusBar>
+#include <QTabWidget>
+
+#include <algorithm>
+#include <optional>
+
+namespace zov::app {
+namespace {
+
+namespace fs = std::filesystem;
+
+const char* const kTouchstoneFilter =
+    "Touchstone files (*.s?p *.s??p *.ts *.S?P *.S??P *.TS);;All files (*)";
+const char* const kImageFilter = "PNG image (*.png);;SVG image (*.svg);;PDF document (*.pdf)";
+
+fs::path PathOf(const QString& path)
+{
+    return TextPath(path.toStdString());
+}
+
+QString Text(const SError& error)
+{
+    QString text = QString::fromStdString(error.Full());
+    for (const std::string& note : error.notes) {
+        text += QLatin1Char('\n') + QString::fromStdString(note);
+    }
+    return text;
+}
+
+bool IsTouchstone(const QString& path)
+{
+    return network::PortCountOfName(PathOf(path)) > 0 ||
+           path.endsWith(QStringLiteral(".ts"), Qt::CaseInsensitive);
+}
+
+class CTextWriter final : public CByteWriter
+{
+public:
+    void Append(std::string_view bytes) override { m_text += bytes; }
+    [[nodiscard]] const std::string& Bytes() const { return m_text; }
+
+private:
+    std::string m_text;
+};
+
+} // namespace
+
+/// Files on their way into a set.
+struct CUiGeneralCurveFrm::SOpened
+{
+    struct SFile
+    {
+        QString path;
+        std::optional<CResult<curve::SCurveFile>> curves;
+        std::optional<CResult<network::CNetworkData>> network;
+        std::vector<SDiag> remarks;
+    };
+    CCurvePage* page = nullptr;
+    curve::CCurveSet set; ///< of the page, with what the files before have brought
+    std::vector<SFile> files;
+
+    void Read(SFile& file)
+    {
+        const fs::path path = PathOf(file.path);
+        if (IsTouchstone(file.path)) {
+            CVectorDiag diag;
+            file.network = network::ReadTouchstone(path, diag);
+            file.remarks = diag.Diags();
+            return;
+        }
+        file.curves = curve::ReadCurveFile(path, set);
+        if (file.curves->Ok()) {
+            curve::CCurveJournal quiet;
+            AddCurveFile(path, **file.curves, set, quiet);
+        }
+    }
+};
+
+bool CUiGeneralCurveFrm::IsCurveFile(const QString& path)
+{
+    return path.endsWith(QLatin1String(curve::kCurveExtension.data()), Qt::CaseInsensitive) ||
+           IsTouchstone(path);
+}
+
+void CUiGeneralCurveFrm::OnCurveOpen()
+{
+    const QString filter = QLatin1String(curve::kCurveFileFilter.data()) + QStringLiteral(";;") +
+                           tr(kTouchstoneFilter);
+    const QStringList paths = ui::CPrompt::OpenFiles(this, tr("Open Curves"), filter);
+    if (!paths.isEmpty()) {
+        OpenFiles(paths);
+    }
+}
+
+void CUiGeneralCurveFrm::OpenFiles(const QStringList& paths)
+{
+    auto opened = std::make_shared<SOpened>();
+    opened->page = &Page();
+    opened->set = Page().Set();
+    opened->set.onChanged = {};
+    for (const QString& path : paths) {
+        opened->files.push_back({path, {}, {}, {}});
+    }
+    m_job.Start(tr("Loading %1").arg(QFileInfo(paths.value(0)).fileName()),
+                [this, opened](CJobState& state) -> CBackgroundJob::Deliver {
+                    double done = 0;
+                    for (SOpened::SFile& file : opened->files) {
+                        if (state.Cancelled()) {
+                            return {};
+                        }
+                        opened->Read(file);
+                        state.SetFraction(++done / static_cast<double>(opened->files.size()));
+                    }
+                    return [this, opened] { TakeOpened(*opened); };
+                });
+}
+
+void CUiGeneralCurveFrm::TakeOpened(SOpened& opened)
+{
+    // A set can't be closed while files come into it, so the page is there.
+    m_tabs->setCurrentWidget(opened.page);
+    for (SOpened::SFile& file : opened.files) {
+        for (const SDiag& remark : file.remarks) {
+            m_log.Write(SError{{}, remark.text, remark.pos, {}}.Full());
+        }
+        if (file.curves && *file.curves) {
+            opened.page->Take(PathOf(file.path), **file.curves, *m_journal);
+            if ((*file.curves)->skippedLines > 0) {
+                m_log.Write(tr("%1: %2 lines are no points, the first is line %3")
+                                .arg(file.path)
+                                .arg((*file.curves)->skippedLines)
+                                .arg((*file.curves)->firstSkippedLine)
+                                .toStdString());
+            }
+        } else if (file.curves) {
+            TellFault(QString::fromStdString(file.curves->Error().text));
+        } else if (file.network && *file.network) {
+            TakeTouchstone(file.path, **file.network);
+        } else if (file.network) {
+            TellFault(Text(file.network->Error()));
+        }
+    }
+    OnIdleUpdateCmdUI();
+}
+
+void CUiGeneralCurveFrm::TakeTouchstone(const QString& path, const network::CNetworkData& matrices)
+{
+    CTouchstoneDlg dialog(this, QFileInfo(path).fileName(), matrices);
+    if (dialog.DoModal() != ui::EAnswer::Ok) {
+        return;
+    }
+    const auto made =
+        CurvesOf(matrices, dialog.Choice(), QFileInfo(path).completeBaseName().toStdString());
+    if (!made) {
+        TellFault(Text(made.Error()));
+        return;
+    }
+    CCurvePage& page = Page();
+    if (page.Curves().rowCount() == 0) {
+        page.Set().TakeKind(made->kind);
+        page.Set().unitClass = made->unit;
+    }
+    for (const curve::TCurvePtr& curve : made->curves) {
+        page.Add(curve, made->unit, path);
+    }
+    if (!made->note.empty()) {
+        m_log.Write(made->note);
+    }
+}
+
+void CUiGeneralCurveFrm::TellFault(const QString& text)
+{
+    m_log.Write(text.toStdString());
+    ui::CPrompt::Tell(this, text, ui::EIcon::Error);
+}
+
+void CUiGeneralCurveFrm::ShowImpedances(const std::vector<SImpedanceOf>& records)
+{
+    struct SWork
+    {
+        CZovLibrary copies;
+        std::vector<fs::path> folders;
+        std::vector<curve::TCurvePtr> curves;
+        std::vector<std::string> faults;
+    };
+    auto work = std::make_shared<SWork>();
+    for (const SImpedanceOf& record : records) {
+        work->copies.AddCopy(*record.record);
+        work->folders.push_back(record.folder);
+    }
+    m_job.Start(
+        tr("Computing impedances"), [this, work](CJobState& state) -> CBackgroundJob::Deliver {
+            const std::vector<double> hz = curve::SweepHz({});
+            CNullDiag quiet;
+            for (std::size_t i = 0; i < work->folders.size() && !state.Cancelled(); ++i) {
+                auto made =
+                    curve::ImpedancesOf(*work->copies.Records()[i], hz, work->folders[i], quiet);
+                if (made) {
+                    work->curves.insert(work->curves.end(), made->begin(), made->end());
+                } else {
+                    work->faults.push_back(made.Error().Full());
+                }
+                state.SetFraction(static_cast<double>(i + 1) /
+                                  static_cast<double>(work->folders.size()));
+            }
+            return [this, work] {
+                CCurvePage& page =
+                    Page().Curves().rowCount() == 0 ? Page() : AddPage(tr("Impedance"));
+                page.Set().name = "Impedance";
+                page.Set().unitClass = curve::EUnitClass::Ohm;
+                m_tabs->setTabText(m_tabs->indexOf(&page), tr("Impedance"));
+                for (const curve::TCurvePtr& curve : work->curves) {
+                    page.Add(curve, curve::EUnitClass::Ohm, tr("library"));
+                }
+                page.Plot().SetLogX(true);
+                page.Plot().SetLogY(true);
+                for (const std::string& fault : work->faults) {
+                    m_log.Write(fault);
+                }
+                if (!work->faults.empty()) {
+                    QString text = QString::fromStdString(work->faults.front());
+                    if (work->faults.size() > 1) {
+                        text += tr("\n%1 more records have no impedance; the \"Output\" pane lists "
+                                   "them.")
+                                    .arg(work->faults.size() - 1);
+                    }
+                    ui::CPrompt::Tell(this, text, ui::EIcon::Warning);
+                }
+            };
+        });
+}
+
+void CUiGeneralCurveFrm::OnCurveSaveAs()
+{
+    const std::vector<curve::TCurvePtr> curves = CurvesOfRows(SelectedOrAll());
+    const QString path = ui::CPrompt::SaveFile(
+        this, tr("Save Curves"), QLatin1String(curve::kCurveFileFilter.data()),
+        CurveTitle(*curves.front()) + QStringLiteral(".cur"));
+    if (path.isEmpty()) {
+        return;
+    }
+    curve::SCurveWriteOptions options;
+    options.curveGroup = Page().Set().name;
+    const curve::EKind kind = Page().Set().kind;
+    CResult<void> saved;
+    if (curves.size() == 1) {
+        options.matrixType = curves.front()->Header().valueName;
+        saved = SaveCurveFile(PathOf(path), curves.front(), kind, options, *m_journal);
+    } else {
+        saved = SaveCurves(PathOf(path), curves, kind, options);
+        for (std::size_t i = 0; i < curves.size() && saved; ++i) {
+            const curve::SCurveHeader& header = curves[i]->Header();
+            curve::JournalSave(*m_journal,
+                               {header.name.empty() ? header.legend : header.name,
+                                path.toStdString(), options.curveGroup, header.valueName});
+        }
+    }
+    if (!saved) {
+        TellFault(Text(saved.Error()));
+    }
+}
+
+void CUiGeneralCurveFrm::OnCurveExportImage()
+{
+    const QString path = ui::CPrompt::SaveFile(this, tr("Export Image"), tr(kImageFilter));
+    if (!path.isEmpty()) {
+        if (const CResult<void> done = ExportPlot(Page().Plot(), PathOf(path)); !done) {
+            TellFault(Text(done.Error()));
+        }
+    }
+}
+
+void CUiGeneralCurveFrm::OnCurveExportCsv()
+{
+    const QString path =
+        ui::CPrompt::SaveFile(this, tr("Export CSV"), tr("Comma-separated values (*.csv)"));
+    if (path.isEmpty()) {
+        return;
+    }
+    // Writing a million points takes a moment.
+    m_job.Start(tr("Writing %1").arg(QFileInfo(path).fileName()),
+                [this, path,
+                 curves = CurvesOfRows(SelectedOrAll())](CJobState&) -> CBackgroundJob::Deliver {
+                    auto result = std::make_shared<CResult<void>>();
+                    auto file = CAtomicFile::Create(PathOf(path));
+                    if (file) {
+                        curve::WriteCurveCsv(curves, **file);
+                        *result = (*file)->Commit();
+                    } else {
+                        *result = file.TakeError();
+                    }
+                    return [this, result] {
+                        if (!*result) {
+                            TellFault(Text(result->Error()));
+                        }
+                    };
+                });
+}
+
+void CUiGeneralCurveFrm::OnCurvePrint()
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageOrientation(QPageLayout::Landscape);
+    QPrintDialog dialog(&printer, this);
+    dialog.setObjectName(QStringLiteral("PrintDialog"));
+    if (dialog.exec() == QDialog::Accepted) {
+        PrintPlot(Page().Plot(), printer);
+    }
+}
+
+void CUiGeneralCurveFrm::OnCurveCopyImage()
+{
+    QApplication::clipboard()->setImage(PlotImage(Page().Plot()));
+}
+
+void CUiGeneralCurveFrm::OnCurveCopyData()
+{
+    CTextWriter text;
+    curve::WriteCurveCsv(CurvesOfRows(SelectedOrAll()), text);
+    QApplication::clipboard()->setText(QString::fromStdString(text.Bytes()));
+}
+
+void CUiGeneralCurveFrm::OnCurveCopyMarkers()
+{
+    QApplication::clipboard()->setText(Page().Markers().AsText());
+}
+
+void CUiGeneralCurveFrm::OnCurveCalculate()
+{
+    CCalcDlg dialog(this, Page().Set(), Page().Plot().Axes(), m_parameters);
+    const bool taken = dialog.DoModal() == ui::EAnswer::Ok;
+    m_parameters = dialog.Parameters();
+    if (taken && dialog.Result()) {
+        Page().Add(dialog.Result(), curve::EUnitClass::None, dialog.Expression());
+    }
+}
+
+void CUiGeneralCurveFrm::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->mimeData()->hasUrls()) {
+        event->acceptProposedAction();
+    }
+}
+
+void CUiGeneralCurveFrm::dropEvent(QDropEvent* event)
+{
+    QStringList paths;
+    for (const QUrl& url : event->mimeData()->urls()) {
+        if (url.isLocalFile()) {
+            paths += url.toLocalFile();
+        }
+    }
+    if (!paths.isEmpty() && !m_job.IsRunning()) {
+        event->acceptProposedAction();
+        OpenFiles(paths);
+    }
+}
+
+} // namespace zov::app

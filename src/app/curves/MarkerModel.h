@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Apache-2.0
+/// Markers on points of curves: what is read there, and the difference to the first.
+#pragma once
+
+#include "app/curves/CurveListModel.h"
+#include "app/curves/CurveValues.h"
+
+#include <QAbstractTableModel>
+
+#include <vector>
+
+namespace zov::app {
+
+struct SMarker
+{
+    curve::TCurvePtr curve;
+    std::size_t point = 0;
+};
+
+class CMarkerModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum EColumn
+    {
+        kMarker,
+        kCurve,
+        kX,
+        kY,
+        kDeltaX,
+        kDeltaY,
+        kValue, ///< complex value, real and imaginary part
+        kColumns
+    };
+
+    explicit CMarkerModel(QObject* parent = nullptr);
+
+    void Add(const SMarker& marker);
+    void MoveTo(int row, const SMarker& marker);
+    void Remove(int row);
+    void Clear();
+    /// The curve is gone, and so are its markers.
+    void Forget(const curve::CCurve& curve);
+    [[nodiscard]] const std::vector<SMarker>& Markers() const { return m_markers; }
+    /// What the columns show; both units may be empty.
+    void SetView(ECurveView view, const QString& xUnit, const QString& yUnit);
+    /// All rows as text, a line each, cells parted by tabs.
+    [[nodiscard]] QString AsText() const;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+Q_SIGNALS:
+    void Changed();
+
+private:
+    [[nodiscard]] double X(const SMarker& marker) const;
+    [[nodiscard]] double Y(const SMarker& marker) const;
+    [[nodiscard]] QString ComplexText(const SMarker& marker) const;
+
+    std::vector<SMarker> m_markers;
+    ECurveView m_view = ECurveView::Magnitude;
+    QString m_xUnit;
+    QString m_yUnit;
+};
+
+} // namespace zov::app
