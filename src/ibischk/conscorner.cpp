@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // A model's corners against each other, and what its tables say about the rest of it.
 #include "ibischk/corner.h"
+#include "ibischk/evidence.h"
 #include "ibischk/tables.h"
 
 #include <algorithm>
@@ -63,10 +64,17 @@ void CheckStrength(SCheck& check, const SModelInfo& info, const CCorners& corner
         return;
     }
     CDetails details;
-    details.Add("r-fixture", fixture.ohm)
-        .Add("v-fixture-min", fixture.volt[1])
-        .Add("v-fixture-max", fixture.volt[2])
-        .Add("difference", *min - *max);
+    details.Add("state", isHigh ? "driven high" : "driven low").Add("r-fixture", fixture.ohm);
+    for (const std::size_t c : {1U, 2U}) {
+        const CPadCurrent& pad = isHigh ? corners[c].high : corners[c].low;
+        const double current = c == 1 ? *min : *max;
+        const double volt = fixture.volt[c] + (isHigh ? current : -current) * fixture.ohm;
+        details.Add("corner", CornerName(c)).Add("v-fixture", fixture.volt[c]);
+        details.Add("voltage", volt).Add("current", current);
+        AddRows(details, pad, volt);
+        AddSum(details, corners[c], pad);
+    }
+    AddPart(details, *min - *max, "part-of-max", *max);
     check.report.Emit(EReport::Note, info.place, 1514,
                       {info.name, isHigh ? "high" : "low", *min, fixture.ohm, *max}, details.All());
 }
@@ -87,11 +95,11 @@ void CheckIsso(SCheck& check, const CCorners& corners, EKeyword issoKeyword, EKe
             std::abs(*found - *expected) <= kTolerance * std::abs(*expected)) {
             continue;
         }
-        CDetails details;
-        details.Add("table", KeywordText(issoKeyword)).Add("corner", CornerName(c));
-        details.Add("voltage", 0.0).Add("supply", supply);
+        CDetails details = AroundOf(*isso, c, 0.0);
+        details.Add("supply", supply);
         details.Add("part-of-expected", std::abs(*found - *expected) / std::abs(*expected));
         AddFault(details, *isso, c, std::abs(*found - *expected));
+        AddSum(details, check, *isso, c);
         check.report.Emit(EReport::Note, isso->place, 1513,
                           {KeywordText(issoKeyword), CornerName(c), *found,
                            KeywordText(driverKeyword), *expected, supply},
@@ -108,6 +116,7 @@ struct SRestCurrent
     double expected = 0.0;
     double volt = 0.0;
     std::size_t column = 0;
+    std::size_t row = 0; ///< of the table of currents
     bool isHigh = false;
 };
 
@@ -148,8 +157,9 @@ std::optional<SRestCurrent> FindRestFault(const SModel& model, const CCorners& c
             continue;
         }
         const bool rising = edge.keyword == EKeyword::RisingWaveform;
-        const SRestCurrent ends[] = {{current.first, 0.0, volt.first, corner.column, !rising},
-                                     {current.last, 0.0, volt.last, corner.column, rising}};
+        const SRestCurrent ends[] = {
+            {current.first, 0.0, volt.first, corner.column, current.firstRow, !rising},
+            {current.last, 0.0, volt.last, corner.column, current.lastRow, rising}};
         for (SRestCurrent rest : ends) {
             const auto expected = SupplyCurrent(model, corner, rest.volt, rest.isHigh);
             rest.expected = expected.value_or(rest.found);
@@ -176,10 +186,18 @@ void CheckComposite(SCheck& check, const CCorners& corners)
             continue;
         }
         CDetails details;
+        const SCorner& corner = corners[rest->column];
+        const CPadCurrent& pad = rest->isHigh ? corner.high : corner.low;
+        const SEnds ends = EndsOf(table.value[rest->column]);
         details.Add("table", KeywordText(table.keyword))
             .Add("corner", CornerName(rest->column))
-            .Add("voltage", rest->volt)
-            .Add("size", std::abs(rest->found - rest->expected));
+            .Add("row", static_cast<double>(rest->row + 1))
+            .Add("line", static_cast<double>(table.line[rest->row]))
+            .Add("voltage", rest->volt);
+        AddPart(details, std::abs(rest->found - rest->expected), "part-of-change",
+                std::abs(ends.last - ends.first));
+        AddRows(details, pad, rest->volt);
+        AddSum(details, corner, pad);
         check.report.Emit(EReport::Note, table.place, 1515,
                           {KeywordText(edge.keyword), CornerName(rest->column), rest->found,
                            rest->isHigh ? "high" : "low", rest->expected, rest->volt},
@@ -253,8 +271,10 @@ void CheckSlewOf(SCheck& check, const SWaveform& table)
         CDetails details;
         details.Add("table", KeywordText(table.keyword))
             .Add("corner", CornerName(c))
+            .Add("lines", FormatSpan(table.line[ends.firstRow], table.line[ends.lastRow]))
             .Add("time-20", *from)
             .Add("time-80", *to)
+            .Add("size", std::abs(swing / time - found))
             .Add("ratio", ratio);
         check.report.Emit(EReport::Note, ramp.place, 1510,
                           {rise ? "dV/dt_r" : "dV/dt_f", CornerName(c), swing / time, found,
@@ -300,6 +320,7 @@ void CheckForeignClamp(SCheck& check, const SCorner& typ, EKeyword keyword)
         }
         CDetails details = PointOf(*curve, typ.column, row);
         AddFault(details, *curve, typ.column, std::abs(current));
+        AddSum(details, check, *curve, typ.column);
         check.report.Emit(EReport::Note, {curve->line[row], 1}, 1508,
                           {KeywordText(keyword), current, curve->voltage[row],
                            keyword == EKeyword::POWERClamp ? "GND Clamp" : "POWER Clamp"},

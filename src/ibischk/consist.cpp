@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The curves of a model against each other: sums, load lines, waveforms, ramp.
 #include "ibischk/corner.h"
+#include "ibischk/evidence.h"
 #include "ibischk/tables.h"
 
 #include <algorithm>
@@ -16,31 +17,13 @@ constexpr double kTinyFall = 1e-3; ///< of the largest current
 
 // --- sums --------------------------------------------------------------------------------------
 
-std::string FormatLines(std::uint32_t a, std::uint32_t b)
-{
-    return std::to_string(std::min(a, b)) + " to " + std::to_string(std::max(a, b));
-}
-
-/// Where each table of a sum stands at a voltage of the pad.
-void AddRows(CDetails& details, const CPadCurrent& current, double v)
-{
-    for (const CBranch& branch : current.Branches()) {
-        const SCurve& curve = branch.Curve();
-        const auto [row, next] = branch.RowsAt(v);
-        details.Add("table", KeywordText(curve.keyword))
-            .Add("row", static_cast<double>(std::min(row, next) + 1))
-            .Add("lines", FormatLines(curve.line[row], curve.line[next]));
-    }
-}
-
 void TellFall(SCheck& check, const SModelInfo& info, const SCorner& corner,
               const CPadCurrent& current, std::string_view what)
 {
     if (current.Empty()) {
         return;
     }
-    const SFall fall =
-        current.FindFalls(corner.rails.Low() - corner.span, corner.rails.High() + corner.span);
+    const SFall fall = FallsOf(corner, current);
     if (fall.count == 0) {
         return;
     }
@@ -85,10 +68,22 @@ void CheckRest(SCheck& check, const SModelInfo& info, const SCorner& corner)
         }
         const double rail = isHigh ? corner.rails.pullup : corner.rails.pulldown;
         const auto level = corner.Level(isHigh, kNoLoadOhm, rail);
-        if (level && std::abs(*level - rail) > kNear * corner.span) {
-            check.report.NoteAt(info.place, 1506, info.name, isHigh ? "high" : "low",
-                                CornerName(corner.column), *level, rail);
+        if (!level || std::abs(*level - rail) <= kNear * corner.span) {
+            continue;
         }
+        const CPadCurrent& pad = isHigh ? corner.high : corner.low;
+        CDetails details;
+        details.Add("corner", CornerName(corner.column))
+            .Add("state", isHigh ? "driven high" : "driven low")
+            .Add("voltage", *level)
+            .Add("expected", rail);
+        AddPart(details, std::abs(*level - rail), "part-of-supply", corner.span);
+        AddRows(details, pad, *level);
+        AddSum(details, corner, pad);
+        check.report.Emit(
+            EReport::Note, info.place, 1506,
+            {info.name, isHigh ? "high" : "low", CornerName(corner.column), *level, rail},
+            details.All());
     }
 }
 
@@ -102,7 +97,8 @@ void CheckTwice(SCheck& check, const SModelInfo& info, const SCorner& corner, EK
     CPadCurrent alone;
     const bool down = table == EKeyword::Pulldown;
     const EReference how = down ? EReference::Below : EReference::Above;
-    driver.Add(check.data.model.FindCurve(table), corner.column, 0.0, how);
+    const SCurve* curve = check.data.model.FindCurve(table);
+    driver.Add(curve, corner.column, 0.0, how);
     alone.Add(check.data.model.FindCurve(clamp), corner.column, 0.0, how);
     if (driver.Empty() || alone.Empty()) {
         return;
@@ -110,10 +106,20 @@ void CheckTwice(SCheck& check, const SModelInfo& info, const SCorner& corner, EK
     const double v = down ? -0.5 * corner.span : 0.5 * corner.span;
     const double a = std::abs(driver.At(v));
     const double b = std::abs(alone.At(v));
-    if (a > kLeastA && b > kLeastA && std::abs(a - b) < kEqual * std::max(a, b)) {
-        check.report.WarningAt(info.place, 1507, info.name, KeywordText(table), KeywordText(clamp),
-                               driver.At(v), alone.At(v), -0.5 * corner.span);
+    if (a <= kLeastA || b <= kLeastA || std::abs(a - b) >= kEqual * std::max(a, b)) {
+        return;
     }
+    CDetails details;
+    details.Add("corner", CornerName(corner.column)).Add("voltage", -0.5 * corner.span);
+    AddRows(details, driver, v);
+    AddRows(details, alone, v);
+    details.Add("difference", std::abs(a - b));
+    AddFault(details, *curve, corner.column, std::min(a, b)); // what counts twice
+    AddSum(details, check, *curve, corner.column);
+    check.report.Emit(EReport::Warning, info.place, 1507,
+                      {info.name, KeywordText(table), KeywordText(clamp), driver.At(v), alone.At(v),
+                       -0.5 * corner.span},
+                      details.All());
 }
 
 // --- waveforms ---------------------------------------------------------------------------------
@@ -123,6 +129,8 @@ struct SEnd
     std::string_view where; ///< "begins", "ends"
     double found = 0.0;
     double expected = 0.0;
+    std::size_t row = 0;
+    bool isHigh = false;
 };
 
 void TellEnd(SCheck& check, const SWaveform& table, const SCorner& corner, const SEnd& end,
@@ -131,17 +139,51 @@ void TellEnd(SCheck& check, const SWaveform& table, const SCorner& corner, const
     const double part = std::abs(end.found - end.expected) / swing;
     const bool far = part > kEndError;
     CDetails details;
-    details.Add("corner", CornerName(corner.column))
+    details.Add("table", KeywordText(table.keyword))
+        .Add("corner", CornerName(corner.column))
+        .Add("row", static_cast<double>(end.row + 1))
+        .Add("line", static_cast<double>(table.line[end.row]))
         .Add("r-fixture", table.rFixture)
         .Add("v-fixture", FixtureVoltage(table, corner.column))
         .Add("found", end.found)
         .Add("expected", end.expected)
         .Add("difference", end.found - end.expected)
+        .Add("size", std::abs(end.found - end.expected))
         .Add("part-of-swing", part);
+    const CPadCurrent& pad = end.isHigh ? corner.high : corner.low;
+    AddRows(details, pad, end.expected);
+    AddSum(details, corner, pad);
     check.report.Emit(
         far ? EReport::Error : EReport::Warning, table.place, far ? 1502 : 1501,
         {KeywordText(table.keyword), CornerName(corner.column), end.where, end.found, end.expected},
         details.All());
+}
+
+/// What the levels of both states were found from.
+void AddLevels(CDetails& details, const SCorner& corner, double low, double high)
+{
+    details.Add("state", "driven low");
+    AddRows(details, corner.low, low);
+    AddSum(details, corner, corner.low);
+    details.Add("state", "driven high");
+    AddRows(details, corner.high, high);
+    AddSum(details, corner, corner.high);
+}
+
+void TellNoSwing(SCheck& check, const SWaveform& table, const SCorner& corner, double low,
+                 double high)
+{
+    CDetails details;
+    details.Add("table", KeywordText(table.keyword)).Add("corner", CornerName(corner.column));
+    AddExtent(details, table.line);
+    details.Add("r-fixture", table.rFixture)
+        .Add("v-fixture", FixtureVoltage(table, corner.column))
+        .Add("voltage", low);
+    AddPart(details, high - low, "part-of-supply", corner.span);
+    AddLevels(details, corner, low, high);
+    check.report.Emit(EReport::Note, table.place, 1503,
+                      {KeywordText(table.keyword), CornerName(corner.column), low, high},
+                      details.All());
 }
 
 void CheckEnds(SCheck& check, const SWaveform& table, const SCorner& corner)
@@ -158,13 +200,12 @@ void CheckEnds(SCheck& check, const SWaveform& table, const SCorner& corner)
     }
     const double swing = *high - *low;
     if (swing < kLeastSwingV) {
-        check.report.NoteAt(table.place, 1503, KeywordText(table.keyword),
-                            CornerName(corner.column), *low, *high);
+        TellNoSwing(check, table, corner, *low, *high);
         return;
     }
     const bool rising = table.keyword == EKeyword::RisingWaveform;
-    const SEnd first = {"begins", ends.first, rising ? *low : *high};
-    const SEnd last = {"ends", ends.last, rising ? *high : *low};
+    const SEnd first = {"begins", ends.first, rising ? *low : *high, ends.firstRow, !rising};
+    const SEnd last = {"ends", ends.last, rising ? *high : *low, ends.lastRow, rising};
     const auto off = [](const SEnd& e) { return std::abs(e.found - e.expected); };
     const SEnd& worst = off(first) > off(last) ? first : last;
     if (off(worst) > kEndWarning * swing) {
@@ -215,7 +256,13 @@ void CheckRampSwing(SCheck& check, const SCorner& corner, const SModelType& type
     }
     const bool slip = ratio > kRampSlip || ratio * kRampSlip < 1;
     CDetails details;
-    details.Add("r-load", ramp.rLoad).Add("low", *low).Add("high", *high).Add("ratio", ratio);
+    details.Add("corner", CornerName(corner.column))
+        .Add("r-load", ramp.rLoad)
+        .Add("low", *low)
+        .Add("high", *high)
+        .Add("ratio", ratio);
+    AddPart(details, std::abs(found - expected), "part-of-swing", *high - *low);
+    AddLevels(details, corner, *low, *high);
     check.report.Emit(slip ? EReport::Warning : EReport::Note, ramp.place, 1509,
                       {rise ? "dV/dt_r" : "dV/dt_f", found, expected}, details.All());
 }
@@ -228,58 +275,19 @@ void CheckVmeas(SCheck& check, const SModelInfo& info, const SCorner& corner)
     }
     const auto low = corner.Level(false, model.rref, model.vref);
     const auto high = corner.Level(true, model.rref, model.vref);
-    if (low && high && (model.vmeas <= *low || model.vmeas >= *high)) {
-        check.report.WarningAt(info.place, 1504, info.name, model.vmeas, *low, *high);
+    if (!low || !high || (model.vmeas > *low && model.vmeas < *high)) {
+        return;
     }
-}
-
-// --- columns -----------------------------------------------------------------------------------
-
-/// What of the model has numbers in a column.
-struct SColumnUse
-{
-    bool tables = false;
-    bool ramp = false;
-    const SWaveform* waveform = nullptr; ///< the first
-
-    [[nodiscard]] std::string_view Text() const
-    {
-        return tables ? "the I-V tables have" : ramp ? "[Ramp] has" : "the waveforms have";
-    }
-    [[nodiscard]] bool Any() const { return tables || ramp || waveform != nullptr; }
-};
-
-SColumnUse UseOf(const SModel& model, std::size_t column)
-{
-    SColumnUse use;
-    for (std::size_t i = 0; i < model.curveCount; ++i) {
-        use.tables = use.tables || HasNumbers(model.curves[i].current[column]);
-    }
-    use.ramp = STriple::Has(model.ramp.riseSwing.Column(column)) ||
-               STriple::Has(model.ramp.fallSwing.Column(column));
-    for (std::size_t i = 0; i < model.waveformCount && use.waveform == nullptr; ++i) {
-        if (HasNumbers(model.waveforms[i].value[column])) {
-            use.waveform = &model.waveforms[i];
-        }
-    }
-    return use;
-}
-
-/// Numbers for a corner that has no supply, and waveforms for one without tables. A corner that
-/// has its supply but no tables takes those of typ, which is legal.
-void CheckColumns(SCheck& check, const SModelInfo& info)
-{
-    const SModel& model = check.data.model;
-    for (const std::size_t column : {1U, 2U}) {
-        const SColumnUse use = UseOf(model, column);
-        if (use.Any() && !RailsOf(model, column).Complete() && RailsOf(model, 0).Complete()) {
-            check.report.WarningAt(info.place, 1511, info.name, use.Text(), CornerName(column));
-        }
-        if (use.waveform != nullptr && model.curveCount > 0 && !use.tables) {
-            check.report.NoteAt(use.waveform->place, 1512, KeywordText(use.waveform->keyword),
-                                CornerName(column));
-        }
-    }
+    CDetails details;
+    details.Add("corner", CornerName(corner.column))
+        .Add("voltage", model.vmeas)
+        .Add("r-load", model.rref)
+        .Add("v-load", model.vref);
+    AddPart(details, std::max(*low - model.vmeas, model.vmeas - *high), "part-of-swing",
+            *high - *low);
+    AddLevels(details, corner, *low, *high);
+    check.report.Emit(EReport::Warning, info.place, 1504, {info.name, model.vmeas, *low, *high},
+                      details.All());
 }
 
 } // namespace

@@ -59,49 +59,4 @@ double FixtureVoltage(const SWaveform& table, std::size_t column)
     return STriple::Has(own) ? own : table.vFixture;
 }
 
-CDetails PointOf(const SCurve& curve, std::size_t column, std::size_t row)
-{
-    CDetails details;
-    details.Add("table", KeywordText(curve.keyword))
-        .Add("corner", CornerName(column))
-        .Add("row", static_cast<double>(row + 1))
-        .Add("line", static_cast<double>(curve.line[row]))
-        .Add("voltage", curve.voltage[row]);
-    return details;
-}
-
-void AddFault(CDetails& details, const SCurve& curve, std::size_t column, double sizeA)
-{
-    details.Add("size", sizeA);
-    double least = kAbsent;
-    double most = kAbsent;
-    for (const double i : curve.current[column]) {
-        least = i > least ? least : STriple::Has(i) ? i : least;
-        most = i < most ? most : STriple::Has(i) ? i : most;
-    }
-    const double span = most - least;
-    details.Add("table-span", span);
-    if (span > 0) {
-        details.Add("part-of-span", sizeA / span);
-    }
-}
-
-void AddSum(CDetails& details, const SModel& model, const SModelType& type, EKeyword keyword,
-            std::size_t column)
-{
-    const SCorner corner = MakeCorner(model, type, column);
-    if (!(corner.span > 0)) {
-        return;
-    }
-    const CPadCurrent& sum = keyword == EKeyword::Pulldown ? corner.low
-                             : keyword == EKeyword::Pullup ? corner.high
-                                                           : corner.clamps;
-    const SFall fall =
-        sum.FindFalls(corner.rails.Low() - corner.span, corner.rails.High() + corner.span);
-    details.Add("sum-with-clamps", fall.count == 0 ? "monotonic" : "not monotonic");
-    if (fall.count != 0) {
-        details.Add("sum-falls-at", fall.voltage).Add("sum-falls-by", fall.size);
-    }
-}
-
 } // namespace zov::ibischk

@@ -41,19 +41,10 @@ using CCorners = std::array<SCorner, 3>;
 /// Below this a swing says nothing, volt.
 constexpr double kLeastSwingV = 1e-3;
 
+/// Columns with numbers whose supply, or whose I-V tables, are NA.
+void CheckColumns(SCheck& check, const SModelInfo& info);
 /// The corners against each other and against what is not a sum of tables: strength, ISSO tables,
 /// composite currents, slew, clamps, thresholds.
 void CheckCornersTogether(SCheck& check, const SModelInfo& info, const CCorners& corners);
-
-// --- evidence for curve findings ---------------------------------------------------------------
-
-/// Table, corner, row (from 1), line and voltage of a point.
-[[nodiscard]] CDetails PointOf(const SCurve& curve, std::size_t column, std::size_t row);
-/// The size of a fault, and its part of the span of the table's column where that is not 0.
-void AddFault(CDetails& details, const SCurve& curve, std::size_t column, double sizeA);
-/// Is the sum of the driving table with the clamps (of the clamps alone for these) still rising
-/// over the range of the supplies? Adds the answer where the model has the supplies for it.
-void AddSum(CDetails& details, const SModel& model, const SModelType& type, EKeyword keyword,
-            std::size_t column);
 
 } // namespace zov::ibischk

@@ -3,10 +3,11 @@
 
 #include "base/Text.h"
 #include "ibischk/cmn.h"
-#include "ibischk/mdlparts.h"
+#include "ibischk/evidence.h"
 #include "ibischk/tables.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace zov::ibischk {
 
@@ -91,29 +92,30 @@ void TakeMosfetRow(SCheck& check, const SLine& line)
     TakeRow(check, line);
 }
 
-/// Voltages rise or fall all the way; the first that does not is told.
-int CheckVoltageOrder(SCheck& check, const SCurve& curve)
+void TellOrder(SCheck& check, const SCurve& curve, std::size_t row)
+{
+    const std::vector<double>& v = curve.voltage;
+    const auto [low, high] = std::ranges::minmax(v);
+    CDetails details = PointOf(curve, 0, row);
+    details.Add("line-before", static_cast<double>(curve.line[row - 1]))
+        .Add("voltage-before", v[row - 1]);
+    AddPart(details, std::abs(v[row] - v[row - 1]), "part-of-sweep", high - low);
+    AddSum(details, check, curve, 0);
+    check.report.Emit(EReport::Error, {curve.line[row], 1}, 1407,
+                      {check.report.Path().table, v[row]}, details.All());
+}
+
+/// Voltages rise or fall all the way; the first that does not is told, equal ones when the model
+/// ends.
+int CheckVoltageOrder(SCheck& check, SCurve& curve)
 {
     const std::vector<double>& v = curve.voltage;
     const bool rises = v.back() > v.front();
-    bool equalTold = false;
     for (std::size_t i = 1; i < v.size(); ++i) {
         if (v[i] == v[i - 1]) {
-            if (!equalTold) {
-                CDetails details;
-                details.Add("row", static_cast<double>(i + 1)).Add("voltage", v[i]);
-                check.report.Emit(EReport::Warning, {curve.line[i], 1}, 1406,
-                                  {check.report.Path().table, v[i]}, details.All());
-                equalTold = true;
-            }
+            curve.equalRow = curve.equalRow == 0 ? i : curve.equalRow;
         } else if ((v[i] > v[i - 1]) != rises) {
-            CDetails details;
-            details.Add("row", static_cast<double>(i + 1))
-                .Add("line", static_cast<double>(curve.line[i]))
-                .Add("voltage", v[i])
-                .Add("before", v[i - 1]);
-            check.report.Emit(EReport::Error, {curve.line[i], 1}, 1407,
-                              {check.report.Path().table, v[i]}, details.All());
+            TellOrder(check, curve, i);
             return 0;
         }
     }
@@ -123,8 +125,9 @@ int CheckVoltageOrder(SCheck& check, const SCurve& curve)
 void CloseTable(SCheck& check)
 {
     SCurve& curve = OpenCurve(check);
-    CheckRowCount(check, curve.place, curve.voltage.size(), kMaxRows, 1403, 1404);
-    CheckColumnEnds(check, curve.place, curve.current, 1405);
+    const STableAxis axis = {"voltage", curve.place, curve.voltage, curve.line};
+    CheckRowCount(check, axis, kMaxRows, 1403, 1404);
+    CheckColumnEnds(check, axis, curve.current, 1405);
     if (curve.voltage.size() > 1) {
         curve.direction = CheckVoltageOrder(check, curve);
     }
@@ -187,6 +190,7 @@ void SCurve::Clear(EKeyword of, SPlace at)
     keyword = of;
     place = at;
     vds = kAbsent;
+    equalRow = 0;
     direction = 0;
     voltage.clear();
     line.clear();

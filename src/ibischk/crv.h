@@ -24,6 +24,7 @@ struct SCurve
     std::vector<std::uint32_t> line;
     std::vector<std::string_view> text; ///< the rows as written: their digits tell the rounding
     double vds = kAbsent;               ///< of [Series MOSFET]
+    std::size_t equalRow = 0; ///< the first row with the voltage of the row before; 0: none
     int direction = 0; ///< of the voltage: 1 rises, -1 falls, 0 neither: the table can't be used
 
     void Clear(EKeyword of, SPlace at);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The shape of each I-V table by itself: direction, turns, range, size, columns.
-#include "ibischk/corner.h"
+#include "ibischk/evidence.h"
+#include "ibischk/loadline.h"
 #include "ibischk/tables.h"
 
 #include <algorithm>
@@ -133,10 +134,7 @@ void TellTurn(SCheck& check, const SShape& shape, std::size_t column, const STur
         .Add("voltage-before", curve.voltage[turns.before])
         .Add("turns", static_cast<double>(turns.count));
     AddFault(details, curve, column, turns.against);
-    // The sum has the first table of a keyword.
-    if (shape.rails.Complete() && check.data.model.FindCurve(shape.kind) == &curve) {
-        AddSum(details, check.data.model, OpenModel(check).Type(), curve.keyword, column);
-    }
+    AddSum(details, check, curve, column);
     check.report.Path().corner = CornerName(column);
     check.report.Emit(EReport::Note, {curve.line[turns.after], 1}, 1408,
                       {KeywordText(curve.keyword), CornerName(column), current[turns.before],
@@ -150,8 +148,11 @@ void TellDirection(SCheck& check, const SShape& shape, std::size_t column, const
 {
     const SCurve& curve = shape.curve;
     CDetails details = PointOf(curve, column, ends.lastRow);
-    details.Add("voltage-first", curve.voltage[ends.firstRow]);
+    details.Add("row-first", static_cast<double>(ends.firstRow + 1))
+        .Add("line-first", static_cast<double>(curve.line[ends.firstRow]))
+        .Add("voltage-first", curve.voltage[ends.firstRow]);
     AddFault(details, curve, column, std::abs(ends.last - ends.first));
+    AddSum(details, check, curve, column);
     check.report.Path().corner = CornerName(column);
     check.report.Emit(EReport::Warning, curve.place, 1409,
                       {KeywordText(curve.keyword), CornerName(column), ends.first,
@@ -212,10 +213,9 @@ void CheckAtZero(SCheck& check, const SShape& shape, std::string_view model)
         if (InDiffPair(check, model)) {
             return;
         }
-        CDetails details;
-        details.Add("table", KeywordText(shape.curve.keyword)).Add("corner", CornerName(column));
-        details.Add("voltage", 0.0);
+        CDetails details = AroundOf(shape.curve, column, 0.0);
         AddFault(details, shape.curve, column, std::abs(*current));
+        AddSum(details, check, shape.curve, column);
         check.report.Emit(EReport::Note, shape.curve.place, 1410,
                           {KeywordText(shape.curve.keyword), CornerName(column), *current, largest},
                           details.All());
@@ -243,7 +243,8 @@ void CheckRange(SCheck& check, const SShape& shape, bool ecl)
 {
     constexpr double kTolerance = 0.05;
     const std::vector<double>& v = shape.curve.voltage;
-    if (!(shape.supply > 0) || shape.slope == 0) {
+    // A table without current goes on without current.
+    if (!(shape.supply > 0) || shape.slope == 0 || AllZero(shape.curve)) {
         return;
     }
     const SRange needed = NeededRange(shape, ecl);
@@ -253,10 +254,21 @@ void CheckRange(SCheck& check, const SShape& shape, bool ecl)
     if (low <= needed.low + slack && high >= needed.high - slack) {
         return;
     }
+    const double below = std::max(0.0, low - needed.low);
+    const double above = std::max(0.0, needed.high - high);
     CDetails details;
-    details.Add("table", KeywordText(shape.curve.keyword)).Add("supply", shape.supply);
-    details.Add("missing-below", std::max(0.0, low - needed.low))
-        .Add("missing-above", std::max(0.0, needed.high - high));
+    details.Add("table", KeywordText(shape.curve.keyword)).Add("corner", CornerName(0));
+    AddExtent(details, shape.curve.line);
+    details.Add("voltage", below > above ? low : high)
+        .Add("supply", shape.supply)
+        .Add("missing-below", below)
+        .Add("missing-above", above)
+        .Add("size", std::max(below, above));
+    if (high > low) {
+        details.Add("part-of-sweep", std::max(below, above) / (high - low));
+    }
+    // Beyond its ends a table goes on with its last slope.
+    AddSum(details, check, shape.curve, 0);
     check.report.Emit(EReport::Note, shape.curve.place, 1411,
                       {KeywordText(shape.curve.keyword), low, high, needed.low, needed.high},
                       details.All());
@@ -288,6 +300,7 @@ void TellSize(SCheck& check, const SShape& shape, int code, const SLargest& foun
 {
     CDetails details = PointOf(shape.curve, found.column, found.row);
     AddFault(details, shape.curve, found.column, std::abs(found.current));
+    AddSum(details, check, shape.curve, found.column);
     check.report.Emit(EReport::Caution, {shape.curve.line[found.row], 1}, code,
                       {check.report.Path().model, KeywordText(shape.curve.keyword), found.current,
                        shape.curve.voltage[found.row]},
@@ -327,17 +340,41 @@ void CheckClampInside(SCheck& check, const SShape& shape)
     for (std::size_t column = 0; column < 3; ++column) {
         const auto current = shape.curve.At(v, column);
         if (current && std::abs(*current) > kMostA) {
-            CDetails details;
-            details.Add("table", KeywordText(shape.curve.keyword))
-                .Add("corner", CornerName(column))
-                .Add("voltage", v);
+            CDetails details = AroundOf(shape.curve, column, v);
             AddFault(details, shape.curve, column, std::abs(*current));
+            AddSum(details, check, shape.curve, column);
             check.report.Emit(EReport::Note, shape.curve.place, 1415,
                               {KeywordText(shape.curve.keyword), CornerName(column), *current, v},
                               details.All());
             return;
         }
     }
+}
+
+/// Two rows at one voltage: programs that interpolate see a step there, or divide by zero.
+void CheckEqualVoltage(SCheck& check, const SCurve& curve)
+{
+    const std::size_t row = curve.equalRow;
+    if (row == 0) {
+        return;
+    }
+    std::size_t column = 0;
+    double step = 0.0;
+    for (std::size_t c = 0; c < 3; ++c) {
+        const double size = std::abs(curve.current[c][row] - curve.current[c][row - 1]);
+        if (size > step) {
+            step = size;
+            column = c;
+        }
+    }
+    CDetails details = PointOf(curve, column, row);
+    details.Add("line-before", static_cast<double>(curve.line[row - 1]))
+        .Add("current-before", curve.current[column][row - 1])
+        .Add("current", curve.current[column][row]);
+    AddFault(details, curve, column, step);
+    AddSum(details, check, curve, column);
+    check.report.Emit(EReport::Warning, {curve.line[row], 1}, 1406,
+                      {check.report.Path().table, curve.voltage[row]}, details.All());
 }
 
 // --- columns -----------------------------------------------------------------------------------
@@ -349,13 +386,35 @@ bool SuppliesDiffer(const SModel& model)
     return min.Complete() && max.Complete() && min.Span() != max.Span();
 }
 
+/// The fault is a difference that is not there: the supplies show how large it could be.
+void TellEqualColumns(SCheck& check, const SShape& shape)
+{
+    const SRails min = RailsOf(check.data.model, 1);
+    const SRails max = RailsOf(check.data.model, 2);
+    const double atSupply = shape.curve.At(shape.supply, 0).value_or(kAbsent);
+    CDetails details;
+    details.Add("table", KeywordText(shape.curve.keyword)).Add("corner", "typ, min, max");
+    AddExtent(details, shape.curve.line);
+    if (STriple::Has(shape.supply)) {
+        details.Add("voltage", shape.supply);
+    }
+    if (STriple::Has(atSupply)) {
+        details.Add("current", atSupply);
+    }
+    details.Add("supplies-min", min.Span()).Add("supplies-max", max.Span());
+    AddFault(details, shape.curve, 0, 0.0);
+    AddSum(details, check, shape.curve, 0);
+    check.report.Emit(EReport::Note, shape.curve.place, 1416, {KeywordText(shape.curve.keyword)},
+                      details.All());
+}
+
 void CheckEqualColumns(SCheck& check, const SShape& shape)
 {
     constexpr std::size_t kFew = 2;
     const auto& current = shape.curve.current;
     if (shape.curve.voltage.size() > kFew && current[0] == current[1] && current[0] == current[2] &&
         SuppliesDiffer(check.data.model) && !AllZero(shape.curve)) {
-        check.report.NoteAt(shape.curve.place, 1416, KeywordText(shape.curve.keyword));
+        TellEqualColumns(check, shape);
     }
 }
 
@@ -368,12 +427,25 @@ void CheckStrength(SCheck& check, const SShape& shape)
     if (!min || !max || std::abs(*min) <= (1 + kTolerance) * std::abs(*max)) {
         return;
     }
-    CDetails details;
-    details.Add("table", KeywordText(shape.curve.keyword)).Add("voltage", shape.supply);
+    CDetails details = AroundOf(shape.curve, 2, shape.supply);
     details.Add("min", *min).Add("max", *max);
     AddFault(details, shape.curve, 2, std::abs(*min) - std::abs(*max));
+    AddSum(details, check, shape.curve, 2);
     check.report.Emit(EReport::Warning, shape.curve.place, 1417,
                       {KeywordText(shape.curve.keyword), shape.supply, *min, *max}, details.All());
+}
+
+void TellAllZero(SCheck& check, const SShape& shape, const SModelInfo& info)
+{
+    const std::vector<double>& v = shape.curve.voltage;
+    CDetails details;
+    details.Add("table", KeywordText(shape.curve.keyword)).Add("corner", "typ, min, max");
+    AddExtent(details, shape.curve.line);
+    details.Add("voltage", v.front()).Add("until", v.back());
+    AddFault(details, shape.curve, 0, 0.0);
+    AddSum(details, check, shape.curve, 0);
+    check.report.Emit(EReport::Note, shape.curve.place, 1412,
+                      {KeywordText(shape.curve.keyword), info.name}, details.All());
 }
 
 void CheckDriver(SCheck& check, const SShape& shape, const SModelInfo& info, const SModelType& type)
@@ -384,8 +456,7 @@ void CheckDriver(SCheck& check, const SShape& shape, const SModelInfo& info, con
     if (AllZero(shape.curve)) {
         // What a schedule switches may drive one side only: its tables are judged by no one rule.
         if (type.drives == EDrives::Both && info.schedule.empty() && !info.hasExternalModel) {
-            check.report.NoteAt(shape.curve.place, 1412, KeywordText(shape.curve.keyword),
-                                info.name);
+            TellAllZero(check, shape, info);
         }
         return;
     }
@@ -409,11 +480,12 @@ void CheckCurveShapes(SCheck& check)
     const SRails rails = info != nullptr ? RailsOf(model, 0) : SRails{};
     for (std::size_t i = 0; i < model.curveCount; ++i) {
         const SCurve& curve = model.curves[i];
+        check.report.Path().table = KeywordText(curve.keyword);
+        CheckEqualVoltage(check, curve);
         if (curve.direction == 0) {
             continue;
         }
         const SShape shape = MakeShape(curve, rails, ecl);
-        check.report.Path().table = KeywordText(curve.keyword);
         CheckMonotonic(check, shape);
         CheckSize(check, shape);
         if (info != nullptr) {

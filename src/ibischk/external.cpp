@@ -2,6 +2,7 @@
 #include "ibischk/external.h"
 
 #include "base/Text.h"
+#include "ibischk/Ami.h"
 
 #include <algorithm>
 #include <utility>
@@ -104,6 +105,60 @@ std::string_view TakeValue(CTokens& tokens)
     return value;
 }
 
+/// Where a value stands in a parameter file: "file(root(parameter))".
+/// @return the file; empty when the form is another
+std::string_view FileOfReference(std::string_view value)
+{
+    const std::size_t open = value.find('(');
+    const std::size_t levels = value.size() - std::min(value.find(')'), value.size());
+    const std::string_view path = value.substr(open, value.size() - levels - open);
+    const bool closed = value.substr(value.size() - levels).find_first_not_of(')') == value.npos;
+    const bool balanced = levels == static_cast<std::size_t>(std::ranges::count(path, '('));
+    return closed && balanced && !path.ends_with('(') && path.find("((") == path.npos
+               ? value.substr(0, open)
+               : std::string_view();
+}
+
+/// Checks a parameter file that a value names, once whatever names it.
+void CheckParameterFile(SCheck& check, std::string_view file, SPlace place)
+{
+    auto& known = check.data.algorithmicFiles.parameters;
+    if (known.contains(file)) {
+        return;
+    }
+    SAmiFacts& facts = known[file];
+    const int base = ExternalBase(check);
+    for (const std::string_view extension : {".ibs", ".pkg", ".ebd"}) {
+        if (EndsWithNoCase(file, extension)) {
+            check.report.ErrorAt(place, base + 31, file, extension);
+            return;
+        }
+    }
+    if (!CheckFileName(check, file, EFileName::Referenced, place)) {
+        return;
+    }
+    if (!ReferencedFileExists(check, file)) {
+        check.report.WarningAt(place, base + 32, file);
+        return;
+    }
+    const bool ami = EndsWithNoCase(file, ".ami");
+    facts =
+        CheckNamedAmi(check, file, ami ? EFileType::Ami : EFileType::Parameters, EAmiSide::Open);
+}
+
+void CheckReference(SCheck& check, std::string_view name, std::string_view value, SPlace place)
+{
+    if (value.starts_with('"') || value.find('(') == std::string_view::npos) {
+        return;
+    }
+    const std::string_view file = FileOfReference(value);
+    if (file.empty()) {
+        check.report.ErrorAt(place, ExternalBase(check) + 30, name, value);
+    } else {
+        CheckParameterFile(check, file, place);
+    }
+}
+
 void TakeParameters(SCheck& check, const SLine& line, CTokens tokens, CNameIndex& names)
 {
     const int base = ExternalBase(check);
@@ -118,8 +173,11 @@ void TakeParameters(SCheck& check, const SLine& line, CTokens tokens, CNameIndex
             if (!check.state.AtLeast(V60)) {
                 check.report.ErrorAt(line.Place(name), base + 28, name);
             }
-            if (TakeValue(tokens).empty()) {
+            const std::string_view value = TakeValue(tokens);
+            if (value.empty()) {
                 check.report.ErrorAt(line.Place(name), base + 29, name);
+            } else {
+                CheckReference(check, name, value, line.Place(value));
             }
         }
         if (names.Add(name, line.line)) {

@@ -4,7 +4,11 @@
 #include "ibischk/cmn.h"
 #include "ibischk/table.h"
 
+#include <algorithm>
 #include <limits>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace zov::ibischk {
 
@@ -121,6 +125,12 @@ void TakeModelLine(SCheck& check, const SLine& line)
         check.report.ErrorAt(line.Place(), 6906, kModelRows[*row].name);
     }
     CheckValue(check, model, *row, *value, line.Place());
+    const bool around = value->typ >= std::min(value->min, value->max) &&
+                        value->typ <= std::max(value->min, value->max);
+    if (check.report.Verbose() && *row == kCapacitanceRow && value->HasTyp() && value->HasMin() &&
+        value->HasMax() && !around) {
+        check.report.Caution(line.Place(), 6909, model.name, value->typ, value->min, value->max);
+    }
     (*row == 0 ? model.c : *row == 1 ? model.r : model.leak) = *value;
 }
 
@@ -143,6 +153,59 @@ void CheckRails(SCheck& check, const CRails& rails, const SPdnDomain& domain)
     for (const std::string_view label : domain.labels) {
         if (!rails.IsLabel(label)) {
             check.report.ErrorAt(domain.place, 6890, label);
+        }
+    }
+}
+
+/// POWER or GND by the pins of a signal; NC when the pins don't agree.
+using TRailKinds = std::unordered_map<std::string_view, EPinKind>;
+
+TRailKinds RailKinds(const SComponent& component)
+{
+    TRailKinds kinds;
+    for (const SPin& pin : component.pins) {
+        if (!pin.IsRail()) {
+            continue;
+        }
+        const auto [at, fresh] = kinds.emplace(pin.signal, pin.kind);
+        if (!fresh && at->second != pin.kind) {
+            at->second = EPinKind::NoConnect;
+        }
+    }
+    return kinds;
+}
+
+EPinKind KindOf(const TRailKinds& kinds, std::string_view signal)
+{
+    const auto at = kinds.find(signal);
+    return at == kinds.end() ? EPinKind::NoConnect : at->second;
+}
+
+/// What rests on a reading of the two names on a line that is not settled.
+void CheckPairs(SCheck& check, const CRails& rails, const SComponent& component)
+{
+    const TRailKinds kinds = RailKinds(component);
+    std::unordered_set<std::string> pairs;
+    for (const SPdnDomain& domain : component.pdnDomains) {
+        if (!domain.signals.empty() && !domain.labels.empty()) {
+            check.report.Caution(domain.place, 6888, domain.name);
+        }
+        for (const auto* names : {&domain.signals, &domain.labels}) {
+            if (names->size() != 2 || names->front() == names->back()) {
+                continue;
+            }
+            const auto& [a, b] = std::minmax(names->front(), names->back());
+            if (!pairs.insert(std::string(a).append(" ").append(b)).second) {
+                check.report.Caution(domain.place, 6893, domain.name, names->front(),
+                                     names->back());
+            }
+            const bool given = names == &domain.signals;
+            const EPinKind kind = KindOf(kinds, given ? a : rails.SignalOf(a));
+            if (kind != EPinKind::NoConnect &&
+                kind == KindOf(kinds, given ? b : rails.SignalOf(b))) {
+                check.report.WarningAt(domain.place, 6892, domain.name, names->front(),
+                                       names->back(), PinKindText(kind));
+            }
         }
     }
 }
@@ -172,6 +235,9 @@ void CloseComponentDomains(SCheck& check)
         if (!component.pins.empty()) {
             CheckRails(check, rails, domain);
         }
+    }
+    if (check.report.Verbose()) {
+        CheckPairs(check, rails, component);
     }
 }
 

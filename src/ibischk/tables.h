@@ -4,6 +4,7 @@
 
 #include "ibischk/cmn.h"
 
+#include <cstdint>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -15,13 +16,22 @@ namespace zov::ibischk {
 /// @return false when the row can't be used
 bool TakeTableRow(SCheck& check, const SLine& line, SRow& row, int naCode);
 
+/// The first column of a table that is closed, and where its rows stand.
+struct STableAxis
+{
+    std::string_view name; ///< "voltage", "time"
+    SPlace place;
+    std::span<const double> value;
+    std::span<const std::uint32_t> line;
+};
+
 /// Reports too few or too many rows (with keyword, count and limit).
-void CheckRowCount(SCheck& check, SPlace place, std::size_t count, std::size_t most, int fewCode,
+void CheckRowCount(SCheck& check, const STableAxis& axis, std::size_t most, int fewCode,
                    int manyCode);
 
 /// Reports `code` (with keyword and column) when typ, or another column that has any number,
 /// begins or ends with NA.
-void CheckColumnEnds(SCheck& check, SPlace place, const std::vector<double> (&columns)[3],
+void CheckColumnEnds(SCheck& check, const STableAxis& axis, const std::vector<double> (&columns)[3],
                      int code);
 
 /// Has the column a number at all?

@@ -272,8 +272,9 @@ void TakeTimeRow(SCheck& check, const SLine& line, SWaveform& table)
 
 void CheckTimeTable(SCheck& check, SWaveform& table, std::size_t mostRows)
 {
-    CheckRowCount(check, table.place, table.time.size(), mostRows, 1305, 1306);
-    CheckColumnEnds(check, table.place, table.value, 1309);
+    const STableAxis axis = {"time", table.place, table.time, table.line};
+    CheckRowCount(check, axis, mostRows, 1305, 1306);
+    CheckColumnEnds(check, axis, table.value, 1309);
     if (!table.time.empty() && table.time.front() < 0) {
         check.report.WarningAt(table.place, 1308, check.report.Path().table, table.time.front());
     }

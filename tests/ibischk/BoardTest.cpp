@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Board descriptions.
-#include "ibischk/CheckSupport.h"
+#include "ibischk/GoodFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -8,60 +8,11 @@ namespace zov::ibischk::test {
 
 namespace {
 
-/// A memory module: a chain of two parts, a branch, a part that another board describes.
-constexpr std::string_view kGood = R"([Begin Board Description] 16Meg X 8 SIMM Module
-[Manufacturer] m
-[Number of Pins] 5
-[Pin List] signal_name
-J1 CAS
-J2 POWER5
-J3 GND
-J4 NC
-J5 RAS
-[Path Description] chain
-Pin J1
-Len = 0.5 L=8.35n C=3.34p R=0.01 /
-Node u21.15
-Len = 0.5 L=8.35n C=3.34p
-R=0.01 /
-Node u22.15
-[Path Description] branches
-Pin J5
-Len = 0 L=1.0n /
-Fork
-Len = 1.0 L=1.0n C=2.0p /
-Node u21.16
-Endfork
-Len = 1.0 L=1.0n C=2.0p /
-Node u23.B1
-[Path Description] supply
-Pin J2
-Len=0 L=1n/
-Node u21.1
-[Path Description] inside
-Node u21.2
-Len=0 R=22/
-Node u22.2
-[Reference Designator Map]
-u21 pp100.ibs Processor
-u22 pp100.ibs Processor
-u23 sub.ebd Daughter
-[End Board Description]
-)";
-constexpr std::string_view kProcessor = "[IBIS Ver] 3.2\n[Component] Processor\n"
-                                        "[Pin] signal_name model_name\n1 VCC POWER\n2 a io\n"
-                                        "15 b io\n16 c io\n[Model] io\n";
-constexpr std::string_view kDaughter =
-    "[IBIS Ver] 3.2\n[Begin Board Description] Daughter\n[Pin List] signal_name\nB1 x\n";
+constexpr std::string_view kGood = kGoodBoard;
 
 SCheckHow How()
 {
-    return {
-        .type = EFileType::Ebd,
-        .name = "test.ebd",
-        .beside = {{"pp100.ibs", std::string(kProcessor)},
-                   {"sub.ebd", std::string(kDaughter)},
-                   {"back.ebd", "[IBIS Ver] 3.2\n[Reference Designator Map]\nu1 test.ebd b\n"}}};
+    return BoardHow();
 }
 
 std::string Board(std::string_view version, std::string_view body)

@@ -12,6 +12,7 @@ SCheckHow How()
 {
     return {.verbose = true,
             .beside = {{"c.iss", ".subckt c pad vdd vss\n"},
+                       {"p.ts", "[Number of Ports] 4\n"},
                        {"c.s2p", ""},
                        {"slow.s2p", ""},
                        {"fast.s2p", ""}}};
@@ -110,6 +111,8 @@ TEST(CCompModel, RulesFire)
         {"c-comp-model/body-terminals", "I/O", head, "E6855@7"},
         {"c-comp-model/body-subcircuit-nodes", "I/O",
          head + "File_IBIS-ISS c.iss c\nNumber_of_terminals = 4\n", "W6856@10"},
+        {"c-comp-model/body-file-ports", "I/O", head + "File_TS0 p.ts\nNumber_of_terminals = 3\n",
+         "W6857@10"},
         {"c-comp-model/body-terminals-last", "I/O", circuit + "1 A_gnd\nParam a Value 1\n",
          "W6858@12"},
         {"c-comp-model/body-subcircuit-found", "I/O",

@@ -2,6 +2,8 @@
 #include "ibischk/CheckSupport.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <fstream>
 #include <gtest/gtest.h>
 
 namespace zov::ibischk::test {
@@ -49,12 +51,27 @@ std::string CodeText(const STaken& finding)
     return text;
 }
 
+/// With ZOV_FIRED_CODES set, the codes of all findings go to that file, for tools/unfired-codes.sh.
+void NoteFired(const std::vector<STaken>& findings)
+{
+    const char* name = std::getenv("ZOV_FIRED_CODES");
+    if (name == nullptr) {
+        return;
+    }
+    std::ofstream file(name, std::ios::app);
+    for (const STaken& finding : findings) {
+        file << finding.code << '\n';
+    }
+}
+
 } // namespace
 
 SChecked CheckText(std::string_view text, const SCheckHow& how)
 {
     CMemoryFiles files;
-    files.Add(how.name, text);
+    if (!how.absent) {
+        files.Add(how.name, text);
+    }
     for (const auto& [name, bytes] : how.beside) {
         files.Add(name, bytes);
     }
@@ -72,6 +89,7 @@ SChecked CheckText(std::string_view text, const SCheckHow& how)
         checker.PrintSummary();
     }
     checked.text = std::move(log.text);
+    NoteFired(keep.all);
     checked.findings = std::move(keep.all);
     checked.counts = checker.Counts();
     checked.ami = checker.AmiText();
@@ -105,6 +123,20 @@ std::string MessageOf(const SChecked& checked, int code)
 {
     const auto found = std::ranges::find(checked.findings, code, &STaken::code);
     return found == checked.findings.end() ? "" : found->message;
+}
+
+std::string DetailOf(const SChecked& checked, int code, std::string_view name)
+{
+    const auto found = std::ranges::find(checked.findings, code, &STaken::code);
+    if (found == checked.findings.end()) {
+        return "no finding";
+    }
+    for (const auto& [key, value] : found->details) {
+        if (key == name) {
+            return value;
+        }
+    }
+    return "no detail";
 }
 
 std::string Header(std::string_view version, std::string_view fileName)

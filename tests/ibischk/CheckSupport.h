@@ -47,6 +47,7 @@ struct SCheckHow
     bool verbose = false;
     bool progress = false;
     bool summary = false;
+    bool absent = false; ///< the file itself is not there
     /// Files that the text may name.
     std::vector<std::pair<std::string, std::string>> beside = {};
 };
@@ -62,6 +63,9 @@ std::string Codes(const SChecked& checked, int first, int last);
 bool Has(const SChecked& checked, int code, std::size_t line = 0);
 /// Message of the first finding with the code; empty when there is none.
 std::string MessageOf(const SChecked& checked, int code);
+
+/// A detail of the first finding with the code, or what is missing.
+std::string DetailOf(const SChecked& checked, int code, std::string_view name);
 
 /// A header of 3 lines for test.ibs: the body begins in line 4.
 std::string Header(std::string_view version, std::string_view fileName = "test.ibs");

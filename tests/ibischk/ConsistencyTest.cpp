@@ -115,6 +115,58 @@ TEST(Consistency, FindingsCarryTheirNumbers)
     EXPECT_EQ(found->table, "Rising Waveform");
     const std::pair<std::string, std::string> part{"part-of-swing", "0.04"};
     EXPECT_NE(std::ranges::find(found->details, part), found->details.end());
+
+    using TDetails = std::vector<std::pair<std::string_view, std::string_view>>;
+    const struct
+    {
+        int code;
+        std::string body;
+        TDetails details;
+    } kCases[] = {
+        {1506,
+         Swapped("-3 -0.3 NA NA\n6 0.6", "-3 -0.5 NA NA\n6 0.4"),
+         {{"state", "driven low"},
+          {"voltage", "1.99998"},
+          {"expected", "0"},
+          {"part-of-supply", "0.66666"},
+          {"rows", "1 to 2"},
+          {"lines", "12 to 13"},
+          {"sum-with-clamps", "monotonic"}}},
+        {1507,
+         std::string(kDriver) + "[GND Clamp]\n-3 -0.3 NA NA\n0 0 NA NA\n3 0 NA NA\n",
+         {{"corner", "typ"},
+          {"voltage", "-1.5"},
+          {"lines", "12 to 13"},
+          {"size", "0.15"},
+          {"part-of-span", "0.166666667"},
+          {"sum-with-clamps", "monotonic"}}},
+        {1511,
+         Swapped("dV/dt_r 1.5/0.5n NA NA", "dV/dt_r 1.5/0.5n 1.2/1n 1.8/1n"),
+         {{"corner", "min"},
+          {"supplies-na", "pullup, power clamp"},
+          {"table", "Ramp"},
+          {"line", "17"},
+          {"size", "1.2"},
+          {"sum-with-clamps", "not built: a supply of the corner is NA or not given"}}},
+        {1512,
+         Wave("0 0 0 NA\n2n 2.5 2.5 NA\n"),
+         {{"table", "Rising Waveform"},
+          {"corner", "min"},
+          {"lines", "23 to 24"},
+          {"size", "2.5"},
+          {"table-na", "Pulldown"}}},
+        {1501,
+         Wave("0 0 NA NA\n2n 2.4 NA NA\n"),
+         {{"row", "2"}, {"line", "24"}, {"size", "0.1"}, {"sum-with-clamps", "monotonic"}}},
+    };
+    for (const auto& c : kCases) {
+        const SChecked one = CheckText(Ibs("3.2", c.body));
+        for (const auto& [name, value] : c.details) {
+            EXPECT_EQ(DetailOf(one, c.code, name), value) << c.code << ' ' << name;
+        }
+    }
+    // Both corners in one finding.
+    EXPECT_EQ(Codes(CheckText(Ibs("3.2", kCases[2].body)), 1511, 1511), "W1511@4");
 }
 
 TEST(LoadLine, RoundingOfTheFileIsNoFall)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ibischk/CheckSupport.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace zov::ibischk::test {
@@ -75,20 +74,6 @@ TEST(CurveShape, SoundTablesAreSilent)
     EXPECT_EQ(Codes(ecl, 1408, 1417), "") << ecl.text;
 }
 
-std::string DetailOf(const SChecked& checked, int code, std::string_view name)
-{
-    const auto found = std::ranges::find(checked.findings, code, &STaken::code);
-    if (found == checked.findings.end()) {
-        return "no finding";
-    }
-    for (const auto& [key, value] : found->details) {
-        if (key == name) {
-            return value;
-        }
-    }
-    return "no detail";
-}
-
 TEST(CurveShape, FindingsCarryTheirEvidence)
 {
     const SChecked alone = CheckText(Ibs("3.2", Model("Output", kTurn)));
@@ -113,6 +98,90 @@ TEST(CurveShape, FindingsCarryTheirEvidence)
         "3.2", Model("Output", std::string(kTurn) + "[POWER Clamp]\n-3 0.5 NA NA\n0 0 NA NA\n")));
     EXPECT_EQ(DetailOf(saved, 1408, "sum-with-clamps"), "monotonic");
     EXPECT_FALSE(Has(saved, 1505));
+}
+
+TEST(CurveShape, EvidenceTellsPlaceSizeAndSum)
+{
+    std::string many = "[Pulldown]\n";
+    for (int i = 0; i < 101; ++i) {
+        many += std::to_string(i) + " " + std::to_string(i) + " NA NA\n";
+    }
+    using TDetails = std::vector<std::pair<std::string_view, std::string_view>>;
+    const struct
+    {
+        int code;
+        std::string body;
+        TDetails details;
+    } kCases[] = {
+        {1403,
+         "[Pulldown]\n0 0 NA NA\n",
+         {{"table", "Pulldown"},
+          {"rows", "1"},
+          {"lines", "8"},
+          {"size", "1 rows"},
+          {"part-of-limit", "0.5"},
+          {"sum-with-clamps", "built without this table: one row is no curve"}}},
+        {1404,
+         many,
+         {{"rows", "101"}, {"lines", "8 to 108"}, {"line-surplus", "108"}, {"voltage", "100"}}},
+        {1405,
+         "[Pulldown]\n-3 NA NA NA\n0 0 NA NA\n6 0.6 NA NA\n",
+         {{"corner", "typ"},
+          {"lines", "8 to 10"},
+          {"line", "8"},
+          {"voltage", "-3"},
+          {"numbers-from", "0"},
+          {"size", "3"},
+          {"part-of-sweep", "0.333333333"}}},
+        {1406,
+         "[Pulldown]\n-3 -0.3 NA NA\n0 0 NA NA\n0 0.1 NA NA\n6 0.6 NA NA\n",
+         {{"corner", "typ"},
+          {"row", "3"},
+          {"line", "10"},
+          {"voltage", "0"},
+          {"size", "0.1"},
+          {"part-of-span", "0.111111111"},
+          {"sum-with-clamps", "monotonic"}}},
+        {1407,
+         "[Pulldown]\n-3 -0.3 NA NA\n0 0 NA NA\n-1 0.1 NA NA\n6 0.6 NA NA\n",
+         {{"row", "3"},
+          {"line-before", "9"},
+          {"size", "1"},
+          {"part-of-sweep", "0.111111111"},
+          {"sum-with-clamps", "built without this table: its voltages don't go one way"}}},
+        {1411,
+         "[Pulldown]\n0 0 NA NA\n4 0.4 NA NA\n",
+         {{"lines", "8 to 9"},
+          {"voltage", "0"},
+          {"missing-above", "2"},
+          {"size", "3"},
+          {"part-of-sweep", "0.75"},
+          {"sum-with-clamps", "monotonic"}}},
+        {1416,
+         "[Pulldown]\n-3 -0.3 -0.3 -0.3\n0 0 0 0\n6 0.6 0.6 0.6\n",
+         {{"rows", "3"},
+          {"lines", "8 to 10"},
+          {"voltage", "3"},
+          {"current", "0.3"},
+          {"supplies-min", "2"},
+          {"supplies-max", "4"},
+          {"table-span", "0.9"},
+          {"sum-with-clamps", "monotonic"}}},
+        {1417,
+         "[Pulldown]\n-3 -0.3 -0.4 -0.2\n6 0.6 0.8 0.4\n",
+         {{"lines", "8 to 9"}, {"voltage", "3"}, {"sum-with-clamps", "monotonic"}}},
+    };
+    for (const auto& c : kCases) {
+        const SChecked checked = CheckText(Ibs("3.2", Model("Output", c.body)));
+        for (const auto& [name, value] : c.details) {
+            EXPECT_EQ(DetailOf(checked, c.code, name), value) << c.code << ' ' << name;
+        }
+    }
+    const SChecked submodel =
+        CheckText(Ibs("3.2", "[Submodel] s\nSubmodel_type Dynamic_clamp\n[GND Clamp]\n-3 -1 NA NA\n"
+                             "0 0 NA NA\n1 -0.50 NA NA\n"));
+    EXPECT_EQ(DetailOf(submodel, 1408, "sum-with-clamps"),
+              "not built: the supplies are those of the models that use the submodel");
 }
 
 } // namespace

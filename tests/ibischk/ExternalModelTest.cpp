@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ibischk/CheckSupport.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace zov::ibischk::test {
@@ -84,6 +85,11 @@ TEST(External, EveryRuleOfTheBodyFiresInModelsAndCircuits)
         {27, 'E', "parameter-once", "", "Parameters x x\n", 5},
         {28, 'E', "parameter-version", "", "Parameters x = 1\n", 5},
         {29, 'E', "parameter-value", "", "Parameters x =\n", 5, "6.0"},
+        {30, 'E', "parameter-reference", "", "Parameters x = f.par(r(x)\n", 5, "6.0"},
+        {30, 'E', "parameter-reference", "", "Parameters x = (r(x))\n", 5, "6.0"},
+        {30, 'E', "parameter-reference", "", "Parameters x = f.par()\n", 5, "6.0"},
+        {31, 'E', "parameter-file-kind", "", "Parameters x = f.IBS(r(x))\n", 5, "6.0"},
+        {32, 'W', "parameter-file-found", "", "Converter_Parameters x = f.par(r(x))\n", 5, "6.0"},
     };
     for (const auto& c : kCases) {
         const std::string body = Swapped(c.from, c.to);
@@ -119,6 +125,25 @@ TEST(External, RulesOfModelsAndOfCircuitsFire)
     for (const auto& c : kCases) {
         ExpectRule({c.rule, "4.2", c.body, c.expected}, Beside());
     }
+}
+
+TEST(External, ParameterFilesAreCheckedOnce)
+{
+    SCheckHow how = Beside();
+    how.beside.emplace_back("f.par",
+                            "(r\n(Model_Specific (x (Usage In) (Type Float) (Value 1))))\n");
+    how.beside.emplace_back("g.par", "(r (Model_Specific (x (Usage Info) (Type Float) (Value 1)\n"
+                                     "(Description \"length\"))))\n");
+    const std::string body = InModel("Language IBIS-ISS\nCorner Typ a.sp c\n"
+                                     "Parameters a = f.par(r(x)) b = g.par(r(x)) c = f.par(r(y))\n"
+                                     "Parameters d = \"no(file\"\nPorts A_signal D\n"
+                                     "D_to_A D_drive D A_gnd 0 3 1n 1n Typ\n");
+    const SChecked checked = CheckText(Ibs("6.0", body), how);
+    EXPECT_EQ(Codes(checked, 2300, 2499), "") << checked.text;
+    EXPECT_EQ(Codes(checked, 4600, 4799), "E4629@2") << checked.text;
+    const auto found = std::ranges::find(checked.findings, 4629, &STaken::code);
+    ASSERT_NE(found, checked.findings.end());
+    EXPECT_EQ(found->file, "f.par");
 }
 
 TEST(External, SoundBodiesAreSilent)

@@ -27,14 +27,10 @@ TEST(FileName, ExtensionIsAppendedOrRefused)
         {"a/x.IBS", EFileType::Ibs, "E1905 - Unable To Open File 'a/x.IBS'\n"},
     };
     for (const SRow& row : kRows) {
-        CVectorLog log;
-        CMemoryFiles none;
-        CChecker checker;
-        checker.Report().SetQuietProgress(true);
-        checker.SetOutputStream(&log);
-        EXPECT_FALSE(checker.CheckFile(row.name, row.type, none));
-        ASSERT_EQ(log.Lines().size(), 1U) << row.name;
-        EXPECT_EQ(log.Lines().front(), row.report);
+        const SChecked checked =
+            CheckText("", {.type = row.type, .name = row.name, .absent = true});
+        EXPECT_FALSE(checked.read);
+        EXPECT_EQ(checked.text, row.report);
     }
 }
 

@@ -107,6 +107,8 @@ TEST(Framework, BlocksAreOpenedAndClosedOnce)
         {Ibs, "[Component] c\n", "[Interconnect Model Group] g", "[End Interconnect Model Group]",
          6200, 6201, 6202},
         {Ibs, "[Component] c\n", "[PDN Domain] d", "[End PDN Domain]", 6880, 6881, 6882},
+        {Ibs, "[Component] c\n[PDN Domain] d\n", "[PDN Model] m", "[End PDN Model]", 6900, 6901,
+         6883},
         {Ibs, "[Model] m\n", "[External Model]", "[End External Model]", 2390, 2391, 2392},
         {Ibs, "[Model] m\n", "[Algorithmic Model]", "[End Algorithmic Model]", 4609, 4608, 4610},
         {Ibs, "[Model] m\n", "[Begin EMI Model]", "[End EMI Model]", 4895, 4896, 4897},

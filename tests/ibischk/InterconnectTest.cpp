@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Interconnect model sets, the circuit body, and groups of sets.
 #include "ibischk/ComponentSupport.h"
+#include "ibischk/GoodFiles.h"
 #include "ibischk/circuitfiles.h"
 
 #include <gtest/gtest.h>
@@ -9,16 +10,9 @@ namespace zov::ibischk::test {
 
 namespace {
 
-constexpr std::string_view kIss = "* package\n.subckt Pkg a b\n+ c d r0=1\nr1 a b 1\n.ends\n";
-
 SCheckHow How()
 {
-    return {.type = EFileType::Ims,
-            .name = "test.ims",
-            .beside = {{"p.s4p", ""},
-                       {"p.ts", "[Version] 2.0\n[Number of Ports] 4\n[Network Data]\n"},
-                       {"p.iss", std::string(kIss)},
-                       {"sub/q.iss", ".SUBCKT q 1 2\n"}}};
+    return InterconnectHow();
 }
 
 /// Lines 4 and 5; a body begins in line 6.
@@ -32,39 +26,7 @@ std::string Model(std::string_view body)
 
 TEST(Interconnect, GoodSetIsSilent)
 {
-    const std::string text = Header("7.1", "test.ims") + R"([Interconnect Model Set] packages
-[Manufacturer] m
-[Description] d
-[Interconnect Model] signals
-Unused_port_termination = 50
-File_TS p.s4p
-Number_of_terminals = 5
-1 Pin_I/O pin_name A1
-2 Buffer_I/O pin_name A1
-3 Pin_I/O pin_name A2 Aggressor_Only
-4 Buffer_I/O pin_name A2 Aggressor_Only
-5 A_gnd
-[End Interconnect Model]
-[Interconnect Model] supply
-Param length Value 5m
-Param corner Value "slow"
-File_IBIS-ISS p.iss pkg
-Number_of_terminals = 4
-1 Pin_Rail signal_name VCC
-2 Pad_Rail pad_name V1
-3 Buffer_Rail bus_label VCC
-4 Pullup_ref pin_name A1
-[End Interconnect Model]
-[Interconnect Model] ports
-File_TS0 p.ts
-Number_of_terminals = 4
-4 Pad_I/O pin_name A1
-1 Buffer_I/O pin_name A1
-2 Pin_Rail pin_name V1
-[End Interconnect Model]
-[End Interconnect Model Set]
-[End]
-)";
+    const std::string text = Header("7.1", "test.ims").append(kGoodSets) + "[End]\n";
     EXPECT_EQ(Codes(CheckText(text, How())), "");
 }
 

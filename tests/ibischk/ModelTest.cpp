@@ -81,6 +81,13 @@ TEST(Model, EveryRuleOfSubParametersFires)
         {"model/c-comp-series", "4.2", "", "[Model] m\nModel_type Series\nC_comp_pullup 1p NA NA\n",
          "W116@4"},
         {"model/c-comp-pullup-version", "3.2", "", "[Model] m\nC_comp_pullup 1p NA NA\n", "E170@5"},
+        {"model/c-comp-pulldown-version", "3.2", "", "[Model] m\nC_comp_pulldown 1p NA NA\n",
+         "E171@5"},
+        {"model/c-comp-power-clamp-version", "3.2", "", "[Model] m\nC_comp_power_clamp 1p NA NA\n",
+         "E172@5"},
+        {"model/c-comp-gnd-clamp-version", "3.2", "", "[Model] m\nC_comp_gnd_clamp 1p NA NA\n",
+         "E173@5"},
+        {"model/rref-diff-version", "3.2", "", "[Model] m\nRref_diff = 100\n", "E161@5"},
         {"model/cref-diff-version", "3.2", "", "[Model] m\nCref_diff = 1p\n", "E162@5"},
         {"model/vmeas-recommended", "3.2", "", "[Model] m\nModel_type Output\n", "W117@4"},
         {"model/load-recommended", "3.2", "", "[Model] m\nModel_type Output\n", "N118@4"},
@@ -218,6 +225,12 @@ TEST(Series, EveryRuleFires)
         {"terminator/pair", "3.2", kInput, "[Rac] 50 NA NA\n", "E2904@4"},
     };
     ExpectAll(kCases);
+    std::string many;
+    for (int i = 0; i < 101; ++i) {
+        many += "[Series MOSFET]\n";
+    }
+    const SCase kMany[] = {{"series/mosfet-count", "3.2", kSeries, many, "E2855@106"}};
+    ExpectAll(kMany);
     const SChecked checked = CheckText(Ibs("3.2", With(kSeries, mosfet)));
     EXPECT_EQ(Codes(checked, 1300, 1899) + Codes(checked, 2800, 2999), "");
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Electrical module descriptions and the sets of their models.
-#include "ibischk/CheckSupport.h"
+#include "ibischk/GoodFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -8,81 +8,11 @@ namespace zov::ibischk::test {
 
 namespace {
 
-constexpr std::string_view kMemory = "[IBIS Ver] 7.1\n[Component] DRAM\n"
-                                     "[Pin] signal_name model_name\nA1 DQ0 dq\nA2 VDD POWER\n"
-                                     "A3 VSS GND\nA4 SA strap\nA5 NC NC\n[Model] dq\n";
-
-/// A module of two memories, lines 4 to 53.
-constexpr std::string_view kGood = R"([Begin EMD] module
-[Manufacturer] m
-[Description] d
-[Number of EMD Pins] 4
-[EMD Pin List] signal_name signal_type bus_label
-1 DQ0
-2 VDD POWER VDD_L
-3 VSS GND
-4 open nc
-[End EMD Pin List]
-[EMD Parts]
-ram dram.ibs DRAM
-[End EMD Parts]
-[EMD Designator List]
-u1 ram
-u2 ram
-[End EMD Designator List]
-[Designator Pin List] signal_name signal_type bus_label
-u1.A1 DQ0
-u1.A2 VDD POWER VDD_L
-u1.A3 VSS GND
-u1.A4 VSS GND
-u2.A1 DQ0
-u2.A2 VDD POWER VDD_R
-u2.A3 VSS GND
-u2.A4 VSS GND
-[End Designator Pin List]
-[Voltage List]
-VDD 1.2 1.14 1.26
-[End Voltage List]
-[EMD Group] all
-nets NA
-[End EMD Group]
-[End EMD]
-[EMD Set] nets
-[Manufacturer] m
-[Description] d
-[EMD Model] dq
-File_TS n.s5p
-Number_of_terminals = 6
-1 Pin_I/O pin_name 1
-2 Pin_I/O pin_name u1.A1
-3 Pin_I/O pin_name u2.A1
-4 Pin_Rail signal_name VDD
-5 Pin_Rail bus_label u2.VDD_R
-6 A_gnd
-[End EMD Model]
-[EMD Model] supply
-File_TS0 n.s2p
-Number_of_terminals = 2
-1 Pin_Rail signal_name *.VDD
-2 Pin_Rail pin_name u1.A3
-[End EMD Model]
-[End EMD Set]
-)";
+constexpr std::string_view kGood = kGoodModule;
 
 SCheckHow How(EFileType type = EFileType::Emd)
 {
-    return {.type = type,
-            .name = type == EFileType::Emd ? "test.emd" : "test.ems",
-            .verbose = true,
-            .beside = {{"dram.ibs", std::string(kMemory)},
-                       {"n.s5p", ""},
-                       {"n.s2p", ""},
-                       {"n.s1p", ""},
-                       {"c.iss", ".subckt c 1 2\n"},
-                       {"p.ts", "[Number of Ports] 4\n"},
-                       {"back.emd", "[IBIS Ver] 7.1\n[Begin EMD] b\n[EMD Parts]\np test.emd b\n"},
-                       {"old.ebd", "[IBIS Ver] 7.1\n[Begin Board Description] b\n"},
-                       {"none.ems", Header("7.1", "none.ems") + "[End]\n"}}};
+    return ModuleHow(type);
 }
 
 std::string Replaced(std::string_view text, std::string_view from, std::string_view to)

@@ -88,6 +88,10 @@ TEST(Thresholds, EveryRuleFires)
         {"differential-order", input + "Vcross_low = 1\nVcross_high = 0.9\n", "W2009@7"},
         {"value-positive", input + "Tslew_ac = 0\n", "E2010@8"},
         {"empty", input, "E2011@7"},
+        {"both-sets",
+         input + "Vth = 1.5\nVinh_ac = 0.2\nVinh_dc = 0.1\nVinl_ac = -0.2\nVinl_dc = -0.1\n"
+                 "Vcross_low = 0.9\nVcross_high = 1.1\nVdiff_ac = 0.2\nVdiff_dc = 0.1\n",
+         "N2012@7"},
     };
     for (const auto& c : kCases) {
         ExpectRule({"receiver-thresholds/" + std::string(c.rule), "4.2", c.body, c.expected});
