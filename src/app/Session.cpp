@@ -13,6 +13,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr std::string_view kVendorSection = "ZOV Vendors";
+constexpr std::string_view kVendorLibraries = "Decap Libraries";
 constexpr std::uint64_t kListFileLimit = std::uint64_t{64} << 20U;
 
 /// The libraries that a file brings: itself, or those that a preference file lists.
@@ -57,7 +59,19 @@ CZovSession::CZovSession(ISettingsStore& store, CLogSink& log, const FEnvironmen
 void CZovSession::SetSettings(SZovSettings settings)
 {
     m_settings = std::move(settings);
+    m_set.SetUnits(m_settings.units);
     Q_EMIT SettingsChanged();
+}
+
+QStringList CZovSession::VendorLibraries() const
+{
+    const std::string paths = m_store.Text(kVendorSection, kVendorLibraries).value_or("");
+    return QString::fromStdString(paths).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+void CZovSession::SetVendorLibraries(const QStringList& paths)
+{
+    m_store.SetText(kVendorSection, kVendorLibraries, paths.join(QLatin1Char('\n')).toStdString());
 }
 
 void CZovSession::StoreSettings()
@@ -189,36 +203,54 @@ CResult<void> CZovSession::NewExternal(const fs::path& path, CLibraryTree::TNode
     return {};
 }
 
-void CZovSession::AddExternals(const std::vector<fs::path>& paths, CLibraryTree::TNode collection)
+void CZovSession::AddExternals(const TPaths& paths, CLibraryTree::TNode collection)
 {
-    LoadThen(tr("Loading libraries"), paths, [this, paths, collection] {
-        for (const fs::path& path : paths) {
-            if (const CResult<EOpened> added = m_set.AddExternal(path, m_log); !added) {
+    std::vector<SListedLibrary> listed;
+    for (const fs::path& path : paths) {
+        listed.push_back({path, true});
+    }
+    AddListed(listed, collection);
+}
+
+void CZovSession::OpenRemembered()
+{
+    AddListed(m_settings.externalLibraries, CLibraryTree::kRoot);
+}
+
+void CZovSession::AddListed(const std::vector<SListedLibrary>& libraries,
+                            CLibraryTree::TNode collection)
+{
+    TPaths paths;
+    for (const SListedLibrary& listed : libraries) {
+        paths.push_back(listed.path);
+    }
+    if (paths.empty()) {
+        return;
+    }
+    LoadThen(tr("Loading libraries"), paths, [this, libraries, collection] {
+        for (const SListedLibrary& library : libraries) {
+            const CResult<EOpened> added = m_set.AddExternal(library.path, m_log, library.on);
+            if (!added) {
                 Tell(added.Error());
+            } else if (*added == EOpened::Ignored) {
+                m_log.Write("[WARNING] '" + PathText(library.path) +
+                            "' is no library, or it is not there.");
             }
         }
         SyncTree(m_tree.Has(collection) ? collection : CLibraryTree::kRoot);
     });
 }
 
-void CZovSession::OpenRemembered()
+void CZovSession::ImportPreferences(const fs::path& path, CLibraryTree::TNode parent)
 {
-    TPaths paths;
-    for (const SListedLibrary& listed : m_settings.externalLibraries) {
-        paths.push_back(listed.path);
-    }
-    if (paths.empty()) {
+    const CResult<std::string> text = ReadWholeFile(path, kListFileLimit);
+    const auto listed = text ? ParsePreferences(*text, PathText(path), path.parent_path())
+                             : CResult<std::vector<SListedLibrary>>(text.Error());
+    if (!listed) {
+        Tell(listed.Error());
         return;
     }
-    LoadThen(tr("Loading libraries"), paths, [this, listed = m_settings.externalLibraries] {
-        for (const SListedLibrary& library : listed) {
-            if (const CResult<EOpened> added = m_set.AddExternal(library.path, m_log, library.on);
-                !added) {
-                m_log.Write("[Error] " + added.Error().Full());
-            }
-        }
-        SyncTree();
-    });
+    AddListed(*listed, AddCollection(parent, PathText(path.stem())));
 }
 
 CResult<void> CZovSession::LoadConfiguration(const fs::path& path)

@@ -12,6 +12,7 @@
 #include "core/Settings.h"
 
 #include <QObject>
+#include <QStringList>
 
 #include <deque>
 #include <filesystem>
@@ -42,6 +43,9 @@ public:
     /// Changes settings and tells everybody.
     void SetSettings(SZovSettings settings);
     void StoreSettings();
+    /// Makers' decap libraries, which complete generated capacitors; kept with the settings.
+    [[nodiscard]] QStringList VendorLibraries() const;
+    void SetVendorLibraries(const QStringList& paths);
 
     /// Loads beside the window, then opens: a project library (`.zov`, `.zovx`, `.xml`, `.sp`) or a
     /// project by its preference file (`.zovp`). `questions` is asked before an open project
@@ -58,6 +62,10 @@ public:
     /// External libraries, loaded beside the window, into a collection.
     void AddExternals(const std::vector<std::filesystem::path>& paths,
                       CLibraryTree::TNode collection);
+    /// The same, each on or off as listed.
+    void AddListed(const std::vector<SListedLibrary>& libraries, CLibraryTree::TNode collection);
+    /// The external libraries of a preference file, in a new collection of its name below `parent`.
+    void ImportPreferences(const std::filesystem::path& path, CLibraryTree::TNode parent);
     /// Drops what is being loaded and what waits for it. Doesn't wait for a file that is half read.
     void CancelLoading();
     /// The sets of a JSON configuration in place of the external libraries.

@@ -145,6 +145,8 @@ public:
     /// Takes a library that was loaded elsewhere, on another thread for instance. One that is open
     /// under the path stays.
     void Put(const std::filesystem::path& path, std::shared_ptr<CZovLibrary> library);
+    /// For libraries that are loaded from now on.
+    void SetUnits(const CDisplayUnits& units) { m_units = units; }
     /// Forgets a path; whoever holds the library keeps it.
     void Close(const std::filesystem::path& path);
     [[nodiscard]] std::size_t Count() const { return m_open.size(); }

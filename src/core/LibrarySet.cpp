@@ -238,6 +238,12 @@ CResult<void> CLibrarySet::SaveProject(const fs::path& path, CLogSink& log)
     return {};
 }
 
+void CLibrarySet::SetUnits(const CDisplayUnits& units)
+{
+    m_units = units;
+    m_cache.SetUnits(units);
+}
+
 void CLibrarySet::SavedAs(const CZovLibrary& library, const fs::path& path)
 {
     for (auto* list : {&m_project, &m_externals}) {

@@ -88,6 +88,9 @@ public:
     /// project library, or without any path.
     CResult<void> SaveProject(const std::filesystem::path& path, CLogSink& log);
 
+    /// For libraries that are loaded from now on.
+    void SetUnits(const CDisplayUnits& units);
+
     /// A library of the set was written to that path: its entry has it from now on.
     void SavedAs(const CZovLibrary& library, const std::filesystem::path& path);
 

@@ -69,7 +69,9 @@ std::unique_ptr<CUiDialog> CDialogForms::Create(const QString& formName, QWidget
         return nullptr;
     }
     std::unique_ptr<CUiDialog> dialog = at->second(parent);
-    dialog->setObjectName(formName);
+    if (dialog) {
+        dialog->setObjectName(formName);
+    }
     return dialog;
 }
 

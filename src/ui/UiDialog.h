@@ -68,7 +68,7 @@ class CDialogForms
 public:
     /// Adds one; a name twice is a fault of the program.
     static void Register(const QString& formName, DialogFactory make);
-    /// Null for a name that no dialog has.
+    /// Null for a name that no dialog has, and when the dialog can't be made for that parent.
     static std::unique_ptr<CUiDialog> Create(const QString& formName, QWidget* parent);
     static QStringList Names();
 };

@@ -3,6 +3,9 @@
 
 #include "app/Images.h"
 #include "app/manager/MainCommands.h"
+#include "app/manager/ManagerForms.h"
+#include "app/manager/OptionsDlg.h"
+#include "app/manager/VeldaDlg.h"
 #include "base/File.h"
 #include "ui/Prompt.h"
 
@@ -17,6 +20,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QTreeView>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -60,6 +64,10 @@ ZOV_ON_COMMAND_UPDATE_BY(ID_THEME_LIGHT, ThemeLight, OnUpdateTheme)
 ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_PROJECT, NavPageProject, OnUpdateNavPage)
 ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_SEARCH, NavPageSearch, OnUpdateNavPage)
 ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_EXT_LIBS, NavPageExtLibs, OnUpdateNavPage)
+ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_VELDA, NavPageVelda, OnUpdateNavPage)
+ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_OPTIONS, NavPageOptions, OnUpdateNavPage)
+ZOV_ON_COMMAND(ID_TOOLS_OPTIONS, ToolsOptions)
+ZOV_ON_COMMAND(ID_VELDA_LIBRARY, VeldaLibrary)
 ZOV_ON_COMMAND(ID_APP_HELP, AppHelp)
 ZOV_ON_COMMAND(ID_APP_ABOUT, AppAbout)
 ZOV_ON_COMMAND(ID_NEW_ZOV_LIB_FILE, NewZovLibFile)
@@ -89,6 +97,7 @@ CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnviro
     , m_cancel(new QPushButton(tr("Cancel"), this))
 {
     setObjectName(QStringLiteral("ZovMainFrm"));
+    RegisterManagerForms();
     setAcceptDrops(true);
     setDockNestingEnabled(true);
     resize(1280, 800);
@@ -150,6 +159,9 @@ void CZovMainFrm::MakePanes()
     m_pages->setObjectName(QStringLiteral("Pages"));
     for (CModelListView* list : {m_models, m_search, m_external}) {
         m_pages->addWidget(list);
+    }
+    for (const int page : {kVeldaPage, kOptionsPage}) {
+        m_pages->insertWidget(page, new QWidget(m_pages));
     }
     setCentralWidget(m_pages);
 
@@ -352,8 +364,26 @@ CZovSession::TLibrary CZovMainFrm::SelectedLibrary() const
     return selected ? selected : m_session.ProjectLibrary();
 }
 
+void CZovMainFrm::MakePage(int page)
+{
+    QWidget* empty = m_pages->widget(page);
+    if (page < kVeldaPage || empty->layout() != nullptr) {
+        return;
+    }
+    auto* layout = new QVBoxLayout(empty);
+    if (page == kOptionsPage) {
+        layout->addWidget(new COptionsDlg(m_session, empty, COptionsDlg::EUse::Page));
+        return;
+    }
+    auto* velda = new CVeldaMgr(m_session, empty);
+    velda->setWindowFlags(Qt::Widget);
+    connect(velda, &CVeldaMgr::ImportAsked, this, &CZovMainFrm::OnImportLibFile);
+    layout->addWidget(velda);
+}
+
 void CZovMainFrm::ShowPage(int page)
 {
+    MakePage(page);
     m_pages->setCurrentIndex(page);
     if (page == kSearchPage) {
         m_search->SearchField().setFocus();
@@ -373,7 +403,8 @@ std::array<CModelListView*, 3> CZovMainFrm::Lists() const
 
 CModelListView& CZovMainFrm::CurrentList() const
 {
-    return *Lists()[static_cast<std::size_t>(m_pages->currentIndex())];
+    const int page = m_pages->currentIndex();
+    return *Lists()[static_cast<std::size_t>(page < kVeldaPage ? page : kProjectPage)];
 }
 
 } // namespace zov::app

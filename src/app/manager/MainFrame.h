@@ -77,7 +77,11 @@ private:
     void OnNavPageProject();
     void OnNavPageSearch();
     void OnNavPageExtLibs();
+    void OnNavPageVelda();
+    void OnNavPageOptions();
     void OnUpdateNavPage(ui::CCmdUI& ui);
+    void OnToolsOptions();
+    void OnVeldaLibrary();
     void OnAppHelp();
     void OnAppAbout();
     void OnNewZovLibFile();
@@ -139,8 +143,12 @@ private:
     {
         kProjectPage,
         kSearchPage,
-        kExternalPage
+        kExternalPage,
+        kVeldaPage,
+        kOptionsPage
     };
+    /// Pages without a list are made when they are shown first.
+    void MakePage(int page);
 
     QSettings& m_layout;
     COutputPane* m_output;

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // The main frame's commands on files, its layout between two runs, and its views.
 #include "app/Theme.h"
+#include "app/manager/AboutDlg.h"
 #include "app/manager/CommandIds.h"
 #include "app/manager/MainFrame.h"
+#include "app/manager/OptionsDlg.h"
+#include "app/manager/VeldaDlg.h"
 #include "base/File.h"
 #include "ui/Prompt.h"
 
@@ -309,19 +312,36 @@ void CZovMainFrm::OnNavPageExtLibs()
     ShowPage(kExternalPage);
 }
 
+void CZovMainFrm::OnNavPageVelda()
+{
+    ShowPage(kVeldaPage);
+}
+
+void CZovMainFrm::OnNavPageOptions()
+{
+    ShowPage(kOptionsPage);
+}
+
 void CZovMainFrm::OnUpdateNavPage(ui::CCmdUI& ui)
 {
-    const int page = m_pages->currentIndex();
-    ui.SetCheck(ui.Command() == (page == kProjectPage  ? ID_NAV_PAGE_PROJECT
-                                 : page == kSearchPage ? ID_NAV_PAGE_SEARCH
-                                                       : ID_NAV_PAGE_EXT_LIBS));
+    constexpr unsigned kCommands[] = {ID_NAV_PAGE_PROJECT, ID_NAV_PAGE_SEARCH, ID_NAV_PAGE_EXT_LIBS,
+                                      ID_NAV_PAGE_VELDA, ID_NAV_PAGE_OPTIONS};
+    ui.SetCheck(ui.Command() == kCommands[m_pages->currentIndex()]);
+}
+
+void CZovMainFrm::OnToolsOptions()
+{
+    COptionsDlg(m_session, this).DoModal();
+}
+
+void CZovMainFrm::OnVeldaLibrary()
+{
+    CVeldaDlg(m_session, this).DoModal();
 }
 
 void CZovMainFrm::OnAppAbout()
 {
-    ui::CPrompt::Tell(this, tr("Zovra %1\n\nAnalysis models of board components: libraries, "
-                               "checks and assignment.")
-                                .arg(QStringLiteral(ZOV_VERSION)));
+    CAboutDlg(this).DoModal();
 }
 
 } // namespace zov::app

@@ -149,20 +149,7 @@ void CZovMainFrm::OnImportPrefFile()
     if (file.isEmpty()) {
         return;
     }
-    const std::filesystem::path path = TextPath(file.toStdString());
-    const CResult<std::string> text = ReadWholeFile(path);
-    const auto listed = text ? ParsePreferences(*text, PathText(path), path.parent_path())
-                             : CResult<std::vector<SListedLibrary>>(text.Error());
-    if (!listed) {
-        Report(CResult<void>(listed.Error()));
-        return;
-    }
-    std::vector<std::filesystem::path> paths;
-    for (const SListedLibrary& library : *listed) {
-        paths.push_back(library.path);
-    }
-    m_session.AddExternals(paths,
-                           m_session.AddCollection(SelectedCollection(), PathText(path.stem())));
+    m_session.ImportPreferences(TextPath(file.toStdString()), SelectedCollection());
 }
 
 void CZovMainFrm::OnReloadLib()
