@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/replay/RecordFile.h"
+
+#include "base/File.h"
+#include "base/Text.h"
+#include "ui/replay/Brief.h"
+#include "ui/replay/RecordXml.h"
+
+#include <fmt/format.h>
+
+namespace zov::ui::replay {
+namespace {
+
+constexpr std::string_view kPrefix = "GUIReplay_";
+constexpr std::string_view kRecPathMark = "%RECPATH%";
+
+std::string SnapshotTime(const SLocalTime& time)
+{
+    return fmt::format("{:02}{:02}{:04}_{:02}{:02}{:02}", time.month, time.day, time.year,
+                       time.hour, time.minute, time.second);
+}
+
+void Expand(std::string& text, const std::string& value)
+{
+    if (text.find(kRecPathMark) != std::string::npos) {
+        text = ReplaceAll(text, kRecPathMark, value);
+    }
+}
+
+/// A backup that is there already is of an earlier upgrade and is worth more than this file.
+bool KeepBackup(const std::filesystem::path& path, int version)
+{
+    std::filesystem::path backup = path;
+    backup += fmt::format("_{}.bak", version);
+    std::error_code failure;
+    std::filesystem::copy_file(path, backup, std::filesystem::copy_options::skip_existing, failure);
+    return !failure;
+}
+
+bool WriteUpgraded(const SRecord& record, const std::filesystem::path& path, int oldVersion)
+{
+    return KeepBackup(path, oldVersion) && SaveRecord(record, path).Ok();
+}
+
+/// The record that a brief stands for.
+CResult<std::filesystem::path> RecordOfBrief(const std::filesystem::path& brief)
+{
+    for (const char* extension : {".xml", ".re"}) {
+        const std::filesystem::path twin = TwinOf(brief, extension);
+        std::error_code ignored;
+        if (std::filesystem::exists(twin, ignored)) {
+            return twin;
+        }
+    }
+    return Fail(EErr::NotFound,
+                fmt::format("{}: the record '{}' that it stands for is not there", PathText(brief),
+                            PathText(TwinOf(brief, ".xml").filename())));
+}
+
+CResult<bool> BriefMatches(const std::filesystem::path& path, const SRecord& record)
+{
+    ASSIGN_OR_RETURN(const std::string text, ReadWholeFile(path, kMaxRecordBytes));
+    ASSIGN_OR_RETURN(const SBrief brief, ParseBrief(text, PathText(path)));
+    // Both through the text, where delays are rounded.
+    const auto expected = ParseBrief(FormatBrief(MakeBrief(record)), PathText(path));
+    return expected.Ok() && *expected == brief;
+}
+
+} // namespace
+
+std::string RecordFileName(const std::string& name)
+{
+    return std::string(name.starts_with(kPrefix) ? "" : kPrefix) + name +
+           (EndsWithNoCase(name, ".xml") ? "" : ".xml");
+}
+
+std::filesystem::path TwinOf(const std::filesystem::path& record, const char* extension)
+{
+    return std::filesystem::path(record).replace_extension(extension);
+}
+
+std::filesystem::path CheckPointResult(const std::filesystem::path& record, int n)
+{
+    return record.parent_path() / "CheckPointFiles" / fmt::format("CheckPoint{}.ckp", n);
+}
+
+std::filesystem::path WatchPointResult(const std::filesystem::path& record, int n)
+{
+    return record.parent_path() / "WatchPointFiles" / fmt::format("{}{}.ckp", "WatchPoint", n);
+}
+
+std::string WindowSnapshotName(const std::string& prefix, const SLocalTime& time)
+{
+    return fmt::format("{}window_live_{}", prefix, SnapshotTime(time)) + ".png";
+}
+
+std::string ScreenSnapshotName(const std::string& prefix, const SLocalTime& time)
+{
+    return fmt::format("{}screen_live_{}", prefix, SnapshotTime(time)) + ".png";
+}
+
+CResult<void> SaveRecord(const SRecord& record, const std::filesystem::path& path)
+{
+    RETURN_IF_ERROR(WriteFileAtomic(path, FormatRecord(record)));
+    return WriteFileAtomic(TwinOf(path, ".brf"), FormatBrief(MakeBrief(record)));
+}
+
+CResult<SLoadedRecord> LoadRecord(const std::filesystem::path& path, const SReplayOptions& options,
+                                  CLogSink& log)
+{
+    SLoadedRecord loaded;
+    loaded.path = path;
+    if (path.is_relative() && !options.recFixPath.empty()) {
+        loaded.path = options.recFixPath / path;
+    }
+    const std::filesystem::path asked = loaded.path;
+    const bool isBrief = EqualsNoCase(ExtensionOf(asked), ".brf");
+    if (isBrief) {
+        ASSIGN_OR_RETURN(loaded.path, RecordOfBrief(asked));
+    }
+    ASSIGN_OR_RETURN(const std::string text, ReadWholeFile(loaded.path, kMaxRecordBytes));
+    ASSIGN_OR_RETURN(loaded.record, ParseRecord(text, PathText(loaded.path)));
+    if (isBrief) {
+        ASSIGN_OR_RETURN(const bool matches, BriefMatches(asked, loaded.record));
+        if (!matches) {
+            log.Write("Warning: The .brf file may not match the .xml file.\n");
+        }
+    }
+    const int version = loaded.record.version;
+    if (version < kRecordVersion || loaded.record.headerVersion < kHeaderVersion) {
+        UpgradeRecord(loaded.record);
+        if (!WriteUpgraded(loaded.record, loaded.path, version)) {
+            log.Write("Warning: Upgrading failed.");
+        }
+    }
+    ExpandRecPath(loaded.record, options.recPath);
+    return loaded;
+}
+
+void ExpandRecPath(SRecord& record, const std::string& value)
+{
+    for (SRecordedEvent& event : record.events) {
+        Expand(event.fields.text, value);
+        Expand(event.fields.commit, value);
+        Expand(event.extraInfo, value);
+        for (SWidgetLevel& widget : event.target.widgets) {
+            Expand(widget.windowTitle, value);
+        }
+        if (event.item) {
+            for (STreeNode& node : event.item->path) {
+                Expand(node.title, value);
+            }
+        }
+    }
+}
+
+void UpgradeRecord(SRecord& record)
+{
+    record.version = kRecordVersion;
+    record.headerVersion = kHeaderVersion;
+    for (SRecordedEvent& event : record.events) {
+        event.hasExtraInfo = event.hasExtraInfo || !event.extraInfo.empty();
+    }
+}
+
+} // namespace zov::ui::replay
