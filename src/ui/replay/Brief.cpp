@@ -35,12 +35,13 @@ constexpr std::int64_t kLastModifierKey = 0x01000023;
 constexpr std::int64_t kF1 = 0x01000030;
 constexpr std::int64_t kF35 = 0x01000052;
 
-void AppendQuoted(std::string& out, std::string_view text)
+/// What would end a level or a quoted text stands behind a backslash.
+void AppendEscaped(std::string& out, std::string_view text)
 {
-    out += '"';
     for (const char c : text) {
         switch (c) {
         case '"':
+        case ']':
         case '\\':
             out += '\\';
             out += c;
@@ -55,6 +56,12 @@ void AppendQuoted(std::string& out, std::string_view text)
             out += c;
         }
     }
+}
+
+void AppendQuoted(std::string& out, std::string_view text)
+{
+    out += '"';
+    AppendEscaped(out, text);
     out += '"';
 }
 
@@ -192,7 +199,7 @@ std::string TakeLevel(std::string_view& text)
     std::string_view rest = text;
     while (!rest.empty() && rest.front() != ']') {
         if (TakeQuoted(rest).empty()) {
-            rest.remove_prefix(1);
+            rest.remove_prefix(std::min<std::size_t>(rest.front() == '\\' ? 2 : 1, rest.size()));
         }
     }
     if (rest.empty()) {
@@ -256,7 +263,8 @@ std::string BriefLevel(const SWidgetLevel& widget)
 {
     std::string out = "[";
     if (!widget.objectName.empty() || widget.windowTitle.empty()) {
-        out += '#' + (widget.objectName.empty() ? widget.className : widget.objectName);
+        out += '#';
+        AppendEscaped(out, widget.objectName.empty() ? widget.className : widget.objectName);
         out += widget.windowTitle.empty() ? "" : ", ";
     }
     if (!widget.windowTitle.empty()) {

@@ -3,6 +3,7 @@
 
 #include "base/File.h"
 #include "base/Text.h"
+#include "ui/replay/RecordFile.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -53,6 +54,11 @@ std::string WithoutOrder(std::string_view text)
 bool SameState(std::string_view golden, std::string_view result, bool anyOrder)
 {
     return anyOrder ? WithoutOrder(golden) == WithoutOrder(result) : Lines(golden) == Lines(result);
+}
+
+std::string WithRecPath(const std::string& state, const std::string& value)
+{
+    return value.empty() ? state : ReplaceAll(state, value, kRecPathMark);
 }
 
 CResult<SVerified> VerifyState(const std::filesystem::path& golden,

@@ -18,6 +18,13 @@ constexpr std::string_view kBlockLine = "--------\n";
 /// Line ends are not compared.
 [[nodiscard]] bool SameState(std::string_view golden, std::string_view result, bool anyOrder);
 
+/// What stands in a record for the check points that are only saved.
+constexpr const char* kWatchPointMark = "WatchPoint";
+
+/// The state with %RECPATH% for every `value`, so that golden files hold no folder of one machine;
+/// an empty value changes nothing.
+[[nodiscard]] std::string WithRecPath(const std::string& state, const std::string& value);
+
 struct SVerified
 {
     bool passed = false;

@@ -22,6 +22,7 @@ constexpr std::pair<EPlace, std::string_view> kPlaces[] = {
 
 constexpr std::size_t kMaxDepth = 256;
 constexpr int kMaxSize = 1'000'000;
+constexpr int kEdge = 6; ///< pixels at the right end that are a handle or an arrow
 
 /// Takes what stands before the separator, or everything.
 std::string_view TakeUntil(std::string_view& text, char separator)
@@ -136,10 +137,16 @@ SExtraIndex ParseExtraIndex(std::string_view text)
 
 SPoint FitOffset(const SExtraIndex& index, const SPoint& size)
 {
-    const bool inside = index.size.x > 0 && index.offset.x >= 0 && index.offset.x < size.x &&
-                        index.offset.x < index.size.x;
-    return {inside ? index.offset.x : Scaled(index.offset.x, index.size.x, size.x),
-            Scaled(index.offset.y, index.size.y, size.y)};
+    const int fromRight = index.size.x - index.offset.x;
+    const int y = Scaled(index.offset.y, index.size.y, size.y);
+    if (index.size.x <= 0) {
+        return {size.x / 2, y};
+    }
+    if (fromRight >= 0 && fromRight <= kEdge && index.offset.x > kEdge) {
+        return {std::max(size.x - fromRight, 0), y};
+    }
+    return {index.offset.x < size.x ? index.offset.x : Scaled(index.offset.x, index.size.x, size.x),
+            y};
 }
 
 } // namespace zov::ui::replay

@@ -48,8 +48,9 @@ struct SExtraIndex
 /// What can't be understood is left at its default: an event then goes to the middle of its widget.
 [[nodiscard]] SExtraIndex ParseExtraIndex(std::string_view text);
 
-/// The offset for a place whose size is another one now: kept from the left as long as it lies
-/// inside (a check mark stays where it is), else in proportion; in proportion from the top.
+/// The offset for a place whose size is another one now: kept from the right when it is at that
+/// edge (a handle), from the left as long as it lies inside or before it (a check mark, a branch),
+/// else in proportion; in proportion from the top.
 [[nodiscard]] SPoint FitOffset(const SExtraIndex& index, const SPoint& size);
 
 } // namespace zov::ui::replay

@@ -12,7 +12,6 @@ namespace zov::ui::replay {
 namespace {
 
 constexpr std::string_view kPrefix = "GUIReplay_";
-constexpr std::string_view kRecPathMark = "%RECPATH%";
 
 std::string SnapshotTime(const SLocalTime& time)
 {
@@ -152,6 +151,77 @@ void ExpandRecPath(SRecord& record, const std::string& value)
             }
         }
     }
+}
+
+namespace {
+
+bool IsTyped(const SRecordedEvent& event)
+{
+    const std::string& text = event.fields.text;
+    return event.fields.type == EEvent::KeyPress && !event.isCheckPoint && !text.empty() &&
+           static_cast<unsigned char>(text[0]) >= ' ' && text[0] != 0x7F;
+}
+
+/// From `first` on, the event behind the keys that type `value`; `first` itself when something else
+/// is typed there.
+std::size_t EndOfTyped(const std::vector<SRecordedEvent>& events, std::size_t first,
+                       std::string_view value)
+{
+    std::string typed;
+    for (std::size_t i = first; i < events.size(); ++i) {
+        if (!events[i].fields.IsKey() || events[i].isCheckPoint ||
+            events[i].target.widgets != events[first].target.widgets) {
+            return first;
+        }
+        typed += IsTyped(events[i]) ? events[i].fields.text : "";
+        if (!value.starts_with(typed)) {
+            return first;
+        }
+        if (typed == value) {
+            return i + 1;
+        }
+    }
+    return first;
+}
+
+void Shorten(std::string& text, const std::string& value)
+{
+    if (text.find(value) != std::string::npos) {
+        text = ReplaceAll(text, value, kRecPathMark);
+    }
+}
+
+} // namespace
+
+void ShortenToRecPath(SRecord& record, const std::string& value)
+{
+    if (value.empty()) {
+        return;
+    }
+    std::vector<SRecordedEvent> events;
+    for (std::size_t i = 0; i < record.events.size();) {
+        events.push_back(std::move(record.events[i]));
+        SRecordedEvent& event = events.back();
+        Shorten(event.fields.text, value);
+        Shorten(event.fields.commit, value);
+        Shorten(event.extraInfo, value);
+        for (SWidgetLevel& widget : event.target.widgets) {
+            Shorten(widget.windowTitle, value);
+        }
+        if (event.item) {
+            for (STreeNode& node : event.item->path) {
+                Shorten(node.title, value);
+            }
+        }
+        record.events[i] = event; // the keys behind it are compared with it
+        const std::size_t end = IsTyped(event) ? EndOfTyped(record.events, i, value) : i;
+        if (end > i) {
+            event.fields.text = kRecPathMark;
+            event.fields.key = 0;
+        }
+        i = std::max(end, i + 1);
+    }
+    record.events = std::move(events);
 }
 
 void UpgradeRecord(SRecord& record)

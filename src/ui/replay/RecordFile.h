@@ -13,6 +13,8 @@
 
 namespace zov::ui::replay {
 
+constexpr const char* kRecPathMark = "%RECPATH%";
+
 /// "GUIReplay_" + name + ".xml"; a name that has both already stays.
 [[nodiscard]] std::string RecordFileName(const std::string& name);
 /// The file beside the record that differs in its ending only.
@@ -43,6 +45,9 @@ CResult<SLoadedRecord> LoadRecord(const std::filesystem::path& path, const SRepl
 
 /// Puts `value` for every %RECPATH% in typed texts, titles and extra infos.
 void ExpandRecPath(SRecord& record, const std::string& value);
+/// The other way, when a record is saved: typed paths, titles and extra infos that hold the folder
+/// `value`. The single keys of such a path become one event.
+void ShortenToRecPath(SRecord& record, const std::string& value);
 /// Fills what older versions lack.
 void UpgradeRecord(SRecord& record);
 

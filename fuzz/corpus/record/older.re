@@ -1,0 +1,1 @@
+<GUI_Record version="3"><EventInfo><Event Type="2"/><LocateWidget TopisMain="1"><WidgetList><Widget KeyTitle="1"><ClassName>QWidget</ClassName><ObjectName>W</ObjectName><WindowTitle>a&#x0D&#x0Ab</WindowTitle><Pos>1,2</Pos></Widget></WidgetList><PtRefToTop>3,4</PtRefToTop><ExtraIndex>Item (1,0)/(2,1) #1 @1,2/3x4</ExtraIndex></LocateWidget></EventInfo></GUI_Record>

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+/// While one lives, the toolkit's own messages go into a file.
+#pragma once
+
+#include <QtGlobal>
+
+#include <filesystem>
+
+namespace zov::ui::replay {
+
+class CToolkitLog
+{
+public:
+    explicit CToolkitLog(const std::filesystem::path& file);
+    CToolkitLog(const CToolkitLog&) = delete;
+    CToolkitLog& operator=(const CToolkitLog&) = delete;
+    ~CToolkitLog();
+
+private:
+    QtMessageHandler m_before;
+};
+
+} // namespace zov::ui::replay
