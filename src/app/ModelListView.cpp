@@ -275,6 +275,22 @@ std::vector<CZovRcdProps*> CModelListView::Selected() const
     return records;
 }
 
+std::vector<CModelListView::SSelected> CModelListView::SelectedByLibrary() const
+{
+    QModelIndexList rows = m_table->selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end());
+    std::vector<SSelected> selected;
+    for (const QModelIndex& row : rows) {
+        const std::shared_ptr<CZovLibrary> library = m_model.LibraryAt(row.row());
+        auto at = std::ranges::find(selected, library, &SSelected::library);
+        if (at == selected.end()) {
+            at = selected.insert(at, {library, {}});
+        }
+        at->records.push_back(m_model.RecordAt(row.row()));
+    }
+    return selected;
+}
+
 void CModelListView::Select(const CZovRcdProps& record)
 {
     if (const int row = m_model.RowOf(record); row >= 0) {
@@ -294,18 +310,14 @@ void CModelListView::KeepSelection()
     m_keeping = true;
 }
 
-void CModelListView::RestoreSelection()
+std::size_t CModelListView::Select(const std::vector<const CZovRcdProps*>& records)
 {
-    if (!m_keeping) {
-        return;
-    }
-    const std::unordered_set<const CZovRcdProps*> kept(m_keptSelection.begin(),
-                                                       m_keptSelection.end());
+    const std::unordered_set<const CZovRcdProps*> wanted(records.begin(), records.end());
     QItemSelection selection;
     int first = -1;
     std::size_t found = 0;
-    for (int row = 0; found < kept.size() && row < m_model.rowCount(); ++row) {
-        if (kept.contains(m_model.RecordAt(row))) {
+    for (int row = 0; found < wanted.size() && row < m_model.rowCount(); ++row) {
+        if (wanted.contains(m_model.RecordAt(row))) {
             selection.merge(QItemSelection(m_model.index(row, 0), m_model.index(row, 0)),
                             QItemSelectionModel::Select);
             first = first < 0 ? row : first;
@@ -318,10 +330,20 @@ void CModelListView::RestoreSelection()
         m_table->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect |
                                                          QItemSelectionModel::Rows);
     }
+    return found;
+}
+
+void CModelListView::RestoreSelection()
+{
+    if (!m_keeping) {
+        return;
+    }
+    const std::size_t found = Select(m_keptSelection);
+    const bool allThere = found == m_keptSelection.size();
     m_table->verticalScrollBar()->setValue(m_keptScroll);
     m_keeping = false;
     m_keptSelection.clear();
-    if (found != kept.size()) {
+    if (!allThere) {
         Q_EMIT SelectionChanged();
     }
 }

@@ -53,7 +53,16 @@ public:
 
     /// Selected records in the order of the rows.
     [[nodiscard]] std::vector<CZovRcdProps*> Selected() const;
+    /// The same by library.
+    struct SSelected
+    {
+        std::shared_ptr<CZovLibrary> library;
+        std::vector<CZovRcdProps*> records;
+    };
+    [[nodiscard]] std::vector<SSelected> SelectedByLibrary() const;
     void Select(const CZovRcdProps& record);
+    /// These and no others, as far as they are shown; returns how many are.
+    std::size_t Select(const std::vector<const CZovRcdProps*>& records);
     /// Selected rows, or all when none is selected, with a head line; texts with separators are
     /// quoted.
     [[nodiscard]] QString SelectionAsCsv() const;

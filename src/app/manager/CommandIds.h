@@ -52,7 +52,8 @@ enum ECommandId : unsigned
     ID_DELETE_MODELS,
 
     ID_EDIT_UNDO,
-    ID_EDIT_REDO
+    ID_EDIT_REDO,
+    ID_EDIT_MODELS
 };
 
 } // namespace zov::app

@@ -60,6 +60,8 @@ constexpr ui::SCommand kCommands[] = {
     {ID_ADD_MODEL, "OnAddModel", "Add Model", "Add Model\nAdd Model", "add", "Ins"},
     {ID_COPY_TO_LIBRARY, "OnCopyToLibrary", "Copy to Library", "Copy to Library\nCopy to Library",
      "copy", ""},
+    {ID_EDIT_MODELS, "OnEditModels", "Edit Models...", "Edit Models\nEdit Models", "rename",
+     "Ctrl+E"},
     {ID_DELETE_MODELS, "OnDeleteModels", "Delete Models", "Delete Models\nDelete Models", "delete",
      "Del"},
 };

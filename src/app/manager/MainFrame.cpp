@@ -58,6 +58,7 @@ ZOV_ON_COMMAND_UPDATE(ID_EDIT_UNDO, EditUndo)
 ZOV_ON_COMMAND_UPDATE(ID_EDIT_REDO, EditRedo)
 ZOV_ON_COMMAND_UPDATE(ID_VIEW_TOOLBAR_MAIN, ViewToolbarMain)
 ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_LIBRARIES, ViewPaneLibraries, OnUpdateViewPane)
+ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_EDITOR, ViewPaneEditor, OnUpdateViewPane)
 ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_OUTPUT, ViewPaneOutput, OnUpdateViewPane)
 ZOV_ON_COMMAND_UPDATE_BY(ID_THEME_DARK, ThemeDark, OnUpdateTheme)
 ZOV_ON_COMMAND_UPDATE_BY(ID_THEME_LIGHT, ThemeLight, OnUpdateTheme)
@@ -83,6 +84,7 @@ ZOV_ON_COMMAND(ID_IMPORT_PREF_FILE, ImportPrefFile)
 ZOV_ON_COMMAND_UPDATE_BY(ID_REFRESH_ZOV_LIB, ReloadLib, OnUpdateOfLibrary)
 ZOV_ON_COMMAND(ID_EXPAND_ALL, ExpandAll)
 ZOV_ON_COMMAND(ID_COLLAPSE_ALL, CollapseAll)
+ZOV_ON_COMMAND_UPDATE_BY(ID_EDIT_MODELS, EditModels, OnUpdateOfModels)
 ZOV_ON_COMMAND_UPDATE_BY(ID_DELETE_MODELS, DeleteModels, OnUpdateOfModels)
 ZOV_END_MESSAGE_MAP()
 
@@ -164,6 +166,7 @@ void CZovMainFrm::MakePanes()
         m_pages->insertWidget(page, new QWidget(m_pages));
     }
     setCentralWidget(m_pages);
+    MakeEditorPane();
 
     connect(m_tree, &QWidget::customContextMenuRequested, this,
             [this](const QPoint& pos) { ShowTreeMenu(m_tree->viewport()->mapToGlobal(pos)); });
@@ -191,7 +194,8 @@ void CZovMainFrm::MakeMenus()
                                    ui::kSeparator, ID_ZOV_FRM_EXIT});
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
     edit->setObjectName(QStringLiteral("EditMenu"));
-    m_actions->FillMenu(*edit, {ID_EDIT_UNDO, ID_EDIT_REDO, ui::kSeparator, ID_DELETE_MODELS});
+    m_actions->FillMenu(
+        *edit, {ID_EDIT_UNDO, ID_EDIT_REDO, ui::kSeparator, ID_EDIT_MODELS, ID_DELETE_MODELS});
     QMenu* view = menuBar()->addMenu(tr("&View"));
     view->setObjectName(QStringLiteral("ViewMenu"));
     QMenu* bars = view->addMenu(tr("&Toolbar"));
@@ -199,7 +203,7 @@ void CZovMainFrm::MakeMenus()
     QMenu* theme = view->addMenu(tr("&Theme"));
     m_actions->FillMenu(*theme, {ID_THEME_DARK, ID_THEME_LIGHT});
     QMenu* panes = view->addMenu(tr("Pane"));
-    m_actions->FillMenu(*panes, {ID_VIEW_PANE_LIBRARIES, ID_VIEW_PANE_OUTPUT});
+    m_actions->FillMenu(*panes, {ID_VIEW_PANE_LIBRARIES, ID_VIEW_PANE_EDITOR, ID_VIEW_PANE_OUTPUT});
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
     m_actions->FillMenu(*tools, {ID_TOOLS_OPTIONS});
     QMenu* help = menuBar()->addMenu(tr("&Help"));
@@ -385,6 +389,7 @@ void CZovMainFrm::ShowPage(int page)
 {
     MakePage(page);
     m_pages->setCurrentIndex(page);
+    ShowInEditor();
     if (page == kSearchPage) {
         m_search->SearchField().setFocus();
         m_search->SearchField().selectAll();
@@ -393,7 +398,9 @@ void CZovMainFrm::ShowPage(int page)
 
 QDockWidget* CZovMainFrm::PaneOf(unsigned command) const
 {
-    return command == ID_VIEW_PANE_OUTPUT ? m_outputPane : m_librariesPane;
+    return command == ID_VIEW_PANE_OUTPUT   ? m_outputPane
+           : command == ID_VIEW_PANE_EDITOR ? m_editorPane
+                                            : m_librariesPane;
 }
 
 std::array<CModelListView*, 3> CZovMainFrm::Lists() const

@@ -25,6 +25,8 @@ class QTreeView;
 
 namespace zov::app {
 
+class CRecordEditor;
+
 class CZovMainFrm : public QMainWindow, public ui::CCmdTargetBase
 {
     Q_OBJECT
@@ -69,6 +71,7 @@ private:
     void OnViewToolbarMain();
     void OnUpdateViewToolbarMain(ui::CCmdUI& ui);
     void OnViewPaneLibraries();
+    void OnViewPaneEditor();
     void OnViewPaneOutput();
     void OnUpdateViewPane(ui::CCmdUI& ui);
     void OnThemeDark();
@@ -100,6 +103,7 @@ private:
     void OnReloadLib();
     void OnExpandAll();
     void OnCollapseAll();
+    void OnEditModels();
     void OnDeleteModels();
     void OnUpdateOfModels(ui::CCmdUI& ui);
 
@@ -108,6 +112,8 @@ private:
     void MakePanes();
     QDockWidget* MakePane(const QString& title, const char* objectName, QWidget* content,
                           Qt::DockWidgetArea area);
+    void MakeEditorPane();
+    void ShowInEditor();
     void ConnectSession();
     void ShowPage(int page);
     void ShowLibraries();
@@ -165,6 +171,8 @@ private:
     QToolBar* m_mainBar = nullptr;
     QDockWidget* m_librariesPane = nullptr;
     QDockWidget* m_outputPane = nullptr;
+    CRecordEditor* m_editor = nullptr;
+    QDockWidget* m_editorPane = nullptr;
     QMenu* m_recentMenu = nullptr;
     QProgressBar* m_progress;
     QPushButton* m_cancel;

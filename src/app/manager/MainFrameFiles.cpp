@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The main frame's commands on files, its layout between two runs, and its views.
 #include "app/Theme.h"
+#include "app/editor/RecordEditor.h"
 #include "app/manager/AboutDlg.h"
 #include "app/manager/CommandIds.h"
 #include "app/manager/MainFrame.h"
@@ -139,6 +140,9 @@ void CZovMainFrm::ShowInUse(const CZovSession::TLibrary& library, const QString&
 
 void CZovMainFrm::OnFileSave()
 {
+    if (!m_editor->MayLeave()) {
+        return;
+    }
     for (const CZovSession::TLibrary& library : m_session.ModifiedLibraries()) {
         if (!SaveLibrary(library, false)) {
             return;
@@ -148,7 +152,7 @@ void CZovMainFrm::OnFileSave()
 
 void CZovMainFrm::OnUpdateFileSave(ui::CCmdUI& ui)
 {
-    ui.Enable(!m_session.ModifiedLibraries().empty());
+    ui.Enable(!m_session.ModifiedLibraries().empty() || m_editor->IsTouched());
 }
 
 void CZovMainFrm::OnFileSaveAs()
@@ -168,6 +172,9 @@ void CZovMainFrm::OnZovFrmExit()
 
 bool CZovMainFrm::MayClose()
 {
+    if (!m_editor->MayLeave()) {
+        return false;
+    }
     const auto modified = m_session.ModifiedLibraries();
     if (modified.empty()) {
         return true;

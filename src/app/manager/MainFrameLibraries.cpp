@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The main frame's commands on the library tree and on the models of a list.
+#include "app/editor/RecordEditor.h"
 #include "app/manager/CommandIds.h"
 #include "app/manager/MainFrame.h"
 #include "base/File.h"
@@ -15,7 +16,6 @@
 #include <QUrl>
 
 #include <algorithm>
-#include <map>
 
 namespace zov::app {
 namespace {
@@ -81,6 +81,9 @@ void CZovMainFrm::OnExploreLib()
 
 void CZovMainFrm::OnRemoveLib()
 {
+    if (!m_editor->MayLeave()) {
+        return;
+    }
     if (ui::CPrompt::Ask(this, tr("Remove the selected libraries or library collections?"),
                          ui::EButtons::YesNo) == ui::EAnswer::Yes) {
         m_session.RemoveNode(SelectedNode());
@@ -175,31 +178,6 @@ void CZovMainFrm::OnCollapseAll()
     m_tree->collapseAll();
 }
 
-void CZovMainFrm::OnDeleteModels()
-{
-    CModelListView& list = CurrentList();
-    std::map<CZovSession::TLibrary, std::vector<const CZovRcdProps*>> doomed;
-    for (const CZovRcdProps* record : list.Selected()) {
-        doomed[list.Model().LibraryAt(list.Model().RowOf(*record))].push_back(record);
-    }
-    if (ui::CPrompt::Ask(this,
-                         list.Selected().size() == 1
-                             ? tr("Delete the selected model?")
-                             : tr("Delete %1 models?").arg(list.Selected().size()),
-                         ui::EButtons::YesNo) != ui::EAnswer::Yes) {
-        return;
-    }
-    for (const auto& [library, records] : doomed) {
-        CLibraryChange change(library);
-        for (const CZovRcdProps* record : records) {
-            change.Remove(*record);
-        }
-        m_session.Edits().Apply(change, records.size() == 1
-                                            ? tr("Delete Model")
-                                            : tr("Delete %1 Models").arg(records.size()));
-    }
-}
-
 void CZovMainFrm::OnUpdateOfModels(ui::CCmdUI& ui)
 {
     ui.Enable(CurrentList().Table().selectionModel()->hasSelection());
@@ -248,7 +226,7 @@ void CZovMainFrm::ShowModelMenu(const QPoint& globalPos)
     QMenu menu(this);
     menu.setObjectName(QStringLiteral("ModelMenu"));
     m_actions->UpdateAll();
-    m_actions->FillMenu(menu, {ID_DELETE_MODELS});
+    m_actions->FillMenu(menu, {ID_EDIT_MODELS, ID_DELETE_MODELS});
     menu.addAction(CurrentList().Table().findChild<QAction*>(QStringLiteral("CopyAsCsv")));
     menu.exec(globalPos);
 }

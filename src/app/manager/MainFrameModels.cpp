@@ -1,8 +1,84 @@
 // SPDX-License-Identifier: Apache-2.0
 // The main frame's commands that change the models of libraries.
+#include "app/editor/EditorDlg.h"
 #include "app/manager/MainFrame.h"
+#include "ui/Prompt.h"
+
+#include <QDockWidget>
 
 namespace zov::app {
+
+void CZovMainFrm::MakeEditorPane()
+{
+    m_editor = new CRecordEditor(m_session, this);
+    m_editorPane = MakePane(tr("Editor"), "EditorPane", m_editor, Qt::RightDockWidgetArea);
+    for (CModelListView* list : Lists()) {
+        connect(list, &CModelListView::SelectionChanged, this, [this, list] {
+            if (list == &CurrentList()) {
+                ShowInEditor();
+            }
+        });
+        connect(list, &CModelListView::Activated, this, &CZovMainFrm::OnEditModels);
+    }
+}
+
+/// What is selected, unless the user wants to go on with what was typed before; then that is
+/// selected again.
+void CZovMainFrm::ShowInEditor()
+{
+    CModelListView& list = CurrentList();
+    const std::vector<CModelListView::SSelected> selected = list.SelectedByLibrary();
+    const bool isOne = selected.size() == 1;
+    const CZovSession::TLibrary library = isOne ? selected.front().library : nullptr;
+    if (library) {
+        m_session.Edits().SetActive(library);
+    }
+    if (!m_editor->Show(library, isOne ? selected.front().records : CRecordEditor::TRecords())) {
+        list.Select({m_editor->Records().begin(), m_editor->Records().end()});
+    }
+}
+
+void CZovMainFrm::OnViewPaneEditor()
+{
+    m_editorPane->setVisible(m_editorPane->isHidden());
+}
+
+void CZovMainFrm::OnEditModels()
+{
+    const std::vector<CModelListView::SSelected> selected = CurrentList().SelectedByLibrary();
+    if (selected.size() != 1) {
+        ui::CPrompt::Tell(this, tr("Select models of one library to edit them together."));
+        return;
+    }
+    if (m_editor->MayLeave()) {
+        CUiEditorDlg(m_session, selected.front().library, selected.front().records, this).DoModal();
+    }
+}
+
+void CZovMainFrm::OnDeleteModels()
+{
+    const std::vector<CModelListView::SSelected> doomed = CurrentList().SelectedByLibrary();
+    std::size_t count = 0;
+    for (const CModelListView::SSelected& of : doomed) {
+        count += of.records.size();
+    }
+    if (ui::CPrompt::Ask(this,
+                         count == 1 ? tr("Delete the selected model?")
+                                    : tr("Delete %1 models?").arg(count),
+                         ui::EButtons::YesNo) != ui::EAnswer::Yes) {
+        return;
+    }
+    m_editor->Reset(); // what was typed goes with its records
+    for (const auto& [library, records] : doomed) {
+        CLibraryChange change(library);
+        for (const CZovRcdProps* record : records) {
+            change.Remove(*record);
+        }
+        m_session.Edits().Apply(change, records.size() == 1
+                                            ? tr("Delete Model")
+                                            : tr("Delete %1 Models").arg(records.size()));
+    }
+}
 
 void CZovMainFrm::OnEditUndo()
 {

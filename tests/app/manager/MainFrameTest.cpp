@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MainFrameFixture.h"
+#include "app/editor/RecordEditor.h"
 #include "core/LibraryLock.h"
 
 #include <QDockWidget>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QStackedWidget>
 
@@ -124,6 +126,42 @@ TEST_F(MainFrameTest, DeletedModelsAreSavedWhenTheUserSaysSo)
     EXPECT_TRUE(frame.close());
     CNullLog log;
     EXPECT_EQ(LoadLibrary(path, {}, log)->Count(), 9U);
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(MainFrameTest, TheEditorFollowsTheSelectionAndKeepsItWhileChangesAreUnsettled)
+{
+    OpenProject(Library("project", 3));
+    auto* editor = frame.findChild<CRecordEditor*>();
+    EXPECT_TRUE(editor->Records().empty());
+    Models().Table().selectRow(1);
+    ASSERT_EQ(editor->Records().size(), 1U);
+    const CZovRcdProps* edited = editor->Records().front();
+    auto* maker = editor->PageOf("General")->findChild<QLineEdit*>(QStringLiteral("ui_IDC_Manuf"));
+    QTest::keyClicks(maker, QStringLiteral("Norvik"));
+    EXPECT_TRUE(IsEnabled(ID_FILE_SAVE));
+    answers.Then(ui::EAnswer::Cancel);
+    Models().Table().selectRow(2);
+    EXPECT_EQ(editor->Records().front(), edited);
+    EXPECT_EQ(Models().Selected(), editor->Records()) << "the list goes back to it";
+    answers.Then(ui::EAnswer::Yes);
+    Models().Table().selectRow(2);
+    WaitIdle();
+    EXPECT_EQ(edited->GetString(EPropId::Manuf), "Norvik");
+    EXPECT_EQ(editor->Records(), Models().Selected());
+    EXPECT_NE(editor->Records().front(), edited);
+    Trigger(ID_EDIT_UNDO);
+    WaitIdle();
+    EXPECT_FALSE(edited->Has(EPropId::Manuf));
+    EXPECT_EQ(editor->Records(), Models().Selected()) << "the selection outlives the edit";
+
+    answers.ThenDialog([](QDialog& dialog) {
+        QTest::keyClicks(dialog.findChild<QLineEdit*>(QStringLiteral("ui_IDC_Manuf")),
+                         QStringLiteral("Tesal"));
+        dialog.accept();
+    });
+    Trigger(ID_EDIT_MODELS);
+    EXPECT_EQ(editor->Records().front()->GetString(EPropId::Manuf), "Tesal");
     EXPECT_EQ(answers.Unexpected(), 0);
 }
 
