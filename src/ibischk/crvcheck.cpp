@@ -1,20 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // Which tables a model type has.
-#include "ibischk/mdlparts.h"
-#include "ibischk/tables.h"
-
-#include <algorithm>
+#include "ibischk/crvshape.h"
 
 namespace zov::ibischk {
 
 namespace {
-
-bool AllZero(const SCurve& curve)
-{
-    return std::ranges::all_of(curve.current, [](const std::vector<double>& column) {
-        return std::ranges::all_of(column, [](double i) { return !(i < 0 || i > 0); });
-    });
-}
 
 /// A table of the side that an open type does not drive.
 void CheckOpenSide(SCheck& check, const SModelInfo& info, EKeyword keyword)

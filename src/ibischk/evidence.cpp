@@ -37,12 +37,16 @@ std::string_view WhyNoSum(const SCheck& check, const SCurve& curve)
     if (curve.direction == 0) {
         return "built without this table: its voltages don't go one way";
     }
+    // A model without repeated keywords has far fewer tables: the search for the first stays short.
+    constexpr std::ptrdiff_t kMostTables = 200;
+    const SModel& model = check.data.model;
     switch (curve.keyword) {
     case EKeyword::Pulldown:
     case EKeyword::Pullup:
     case EKeyword::GNDClamp:
     case EKeyword::POWERClamp:
-        return check.data.model.FindCurve(curve.keyword) == &curve
+        return &curve - model.curves.data() < kMostTables &&
+                       model.FindCurve(curve.keyword) == &curve
                    ? ""
                    : "not built: only the first table of the keyword counts";
     case EKeyword::SubmodelPulldown:
@@ -69,6 +73,17 @@ void AddExtent(CDetails& details, std::span<const std::uint32_t> lines)
     if (!lines.empty()) {
         details.Add("lines", FormatSpan(lines.front(), lines.back()));
     }
+}
+
+CDetails ExtentOf(const SWaveform& table, std::size_t column)
+{
+    CDetails details;
+    details.Add("table", KeywordText(table.keyword)).Add("corner", CornerName(column));
+    AddExtent(details, table.line);
+    if (!table.time.empty()) {
+        details.Add("time", table.time.front()).Add("until", table.time.back());
+    }
+    return details;
 }
 
 CDetails PointOf(const SCurve& curve, std::size_t column, std::size_t row)

@@ -25,6 +25,8 @@ struct SFall;
 [[nodiscard]] std::string FormatSpan(std::size_t first, std::size_t last);
 /// Adds how many rows a table has, and their lines. Nothing for a table without rows.
 void AddExtent(CDetails& details, std::span<const std::uint32_t> lines);
+/// Table, corner, how many rows, their lines, and the times of the first and last.
+[[nodiscard]] CDetails ExtentOf(const SWaveform& table, std::size_t column);
 /// Table, corner, row (from 1), line and voltage of a point.
 [[nodiscard]] CDetails PointOf(const SCurve& curve, std::size_t column, std::size_t row);
 /// Table, corner, and the rows and lines on both sides of a table voltage.

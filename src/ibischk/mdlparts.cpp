@@ -94,7 +94,7 @@ std::optional<double> TakeSingle(SCheck& check, const SLine& line, CTokens& toke
 
 CDetails& CDetails::Add(std::string_view name, double value)
 {
-    m_all.push_back({name, FormatG(value, 9)});
+    m_all.push_back({name, STriple::Has(value) ? FormatG(value, 9) : "NA"});
     return *this;
 }
 

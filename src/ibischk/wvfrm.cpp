@@ -3,7 +3,7 @@
 
 #include "base/Text.h"
 #include "ibischk/cmn.h"
-#include "ibischk/mdlparts.h"
+#include "ibischk/evidence.h"
 #include "ibischk/tables.h"
 
 #include <algorithm>
@@ -119,15 +119,21 @@ void CheckSettled(SCheck& check, const SWaveform& table)
     const double swing = std::abs(v[last] - v[0]);
     const double atStart = std::abs(v[1] - v[0]);
     const double atEnd = std::abs(v[last] - v[last - 1]);
-    const auto tell = [&](std::string_view where, double step) {
-        check.report.NoteAt(table.place, 1310, check.report.Path().table, "typ", where, step,
-                            swing);
+    const auto tell = [&](std::string_view where, double step, std::size_t row) {
+        CDetails details = ExtentOf(table, 0);
+        details.Add("row", FormatSpan(row + 1, row + 2))
+            .Add("line", FormatSpan(table.line[row], table.line[row + 1]))
+            .Add("voltage", v[row])
+            .Add("voltage-next", v[row + 1]);
+        AddPart(details, step, "part-of-swing", swing);
+        check.report.Emit(EReport::Note, table.place, 1310,
+                          {check.report.Path().table, "typ", where, step, swing}, details.All());
     };
     if (atStart > kStill * swing && swing > 0) {
-        tell("start", atStart);
+        tell("start", atStart, 0);
     }
     if (atEnd > kStill * swing && swing > 0) {
-        tell("end", atEnd);
+        tell("end", atEnd, last - 1);
     }
 }
 
@@ -142,7 +148,12 @@ void CheckSwing(SCheck& check, const SWaveform& table)
                         table.keyword == EKeyword::SubmodelRisingWaveform;
     const double swing = rising ? ends.last - ends.first : ends.first - ends.last;
     if (swing < kNoSwing) {
-        check.report.WarningAt(table.place, 1311, check.report.Path().table, ends.first, ends.last);
+        CDetails details = ExtentOf(table, 0);
+        details.Add("voltage", ends.first)
+            .Add("voltage-last", ends.last)
+            .Add("size", std::abs(swing));
+        check.report.Emit(EReport::Warning, table.place, 1311,
+                          {check.report.Path().table, ends.first, ends.last}, details.All());
     }
 }
 
@@ -191,7 +202,11 @@ void CloseComposite(SCheck& check)
     }
     const double difference = std::abs(voltage.time.back() - table.time.back());
     if (difference > kSpanTolerance * std::abs(voltage.time.back())) {
-        check.report.NoteAt(table.place, 5105, table.time.back(), voltage.time.back());
+        CDetails details = ExtentOf(table, 0);
+        details.Add("waveform-line", static_cast<double>(voltage.place.line));
+        AddPart(details, difference, "part-of-waveform", std::abs(voltage.time.back()));
+        check.report.Emit(EReport::Note, table.place, 5105,
+                          {table.time.back(), voltage.time.back()}, details.All());
     }
 }
 
@@ -259,7 +274,12 @@ void TakeTimeRow(SCheck& check, const SLine& line, SWaveform& table)
     if (!table.time.empty() && time <= table.time.back() && table.timeGood) {
         table.timeGood = false;
         CDetails details;
-        details.Add("time", time).Add("before", table.time.back());
+        details.Add("table", check.report.Path().table)
+            .Add("row", static_cast<double>(table.time.size() + 1))
+            .Add("line", static_cast<double>(line.line))
+            .Add("time", time)
+            .Add("before", table.time.back())
+            .Add("size", table.time.back() - time);
         check.report.Emit(EReport::Error, line.Place(), 1307,
                           {check.report.Path().table, time, table.time.back()}, details.All());
     }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Waveforms of a model among themselves, and by its type.
-#include "ibischk/mdlparts.h"
+#include "ibischk/evidence.h"
 #include "ibischk/tables.h"
 #include "ibischk/wvfrm.h"
 
@@ -49,7 +49,13 @@ void CheckFixtures(SCheck& check, const SModelType& type, const SWaveform& table
     if ((table.vFixture < 0 || table.vFixture > 0) && suppliesVary &&
         !STriple::Has(table.vFixtureMin) && !STriple::Has(table.vFixtureMax) &&
         HasNumbers(table.value[1])) {
-        check.report.NoteAt(table.place, 1316, keyword, table.vFixture);
+        CDetails details = ExtentOf(table, 1);
+        details.Add("v-fixture", table.vFixture)
+            .Add("supply-typ", typ.pullup)
+            .Add("supply-min", min.pullup)
+            .Add("supply-max", max.pullup);
+        check.report.Emit(EReport::Note, table.place, 1316, {keyword, table.vFixture},
+                          details.All());
     }
     if (!typ.Complete()) {
         return;
@@ -76,12 +82,18 @@ void CheckLength(SCheck& check, const SModelInfo& info, const SWaveform& table)
     const double end = table.time.back();
     const std::string_view keyword = KeywordText(table.keyword);
     if (end > kLongestS) {
-        check.report.Caution(table.place, 1321, info.name, keyword, end);
+        CDetails details = ExtentOf(table, 0);
+        AddPart(details, end, "part-of-limit", kLongestS);
+        check.report.Emit(EReport::Caution, table.place, 1321, {info.name, keyword, end},
+                          details.All());
     }
     const double longest =
         std::max({0.0, ramp.riseTime.typ, ramp.riseTime.min, ramp.fallTime.typ, ramp.fallTime.min});
     if (longest > 0 && end > kManyRamps * longest) {
-        check.report.WarningAt(table.place, 1322, keyword, end, longest);
+        CDetails details = ExtentOf(table, 0);
+        AddPart(details, end, "part-of-ramp", longest);
+        check.report.Emit(EReport::Warning, table.place, 1322, {keyword, end, longest},
+                          details.All());
     }
 }
 
@@ -139,8 +151,11 @@ void CheckDelayOf(SCheck& check, const STriple& delay, std::string_view name,
         const double swing = std::abs(ends.last - ends.first);
         const double moved = MovedBefore(table, c, time);
         if (ends.Good() && swing > 0 && moved > kStill * swing && name == "V-T") {
-            check.report.WarningAt(check.data.model.initialDelay.place, 5155, keyword,
-                                   table.place.line, moved, name, time);
+            CDetails details = ExtentOf(table, c);
+            details.Add("delay", time);
+            AddPart(details, moved, "part-of-swing", swing);
+            check.report.Emit(EReport::Warning, check.data.model.initialDelay.place, 5155,
+                              {keyword, table.place.line, moved, name, time}, details.All());
             return;
         }
     }
