@@ -60,6 +60,8 @@ function(zov_window_engine name)
     find_package(Qt5 5.15 REQUIRED COMPONENTS Widgets)
     zov_engine(${name} ${ARGN})
     target_link_libraries(zov_${name} PUBLIC Qt5::Widgets)
+    # Headers made of forms, for the tests of dialogs.
+    target_include_directories(zov_${name} PUBLIC "${CMAKE_CURRENT_BINARY_DIR}/zov_${name}_autogen/include")
     # The rule that runs moc depends on the headers of its last run only: after a new one it has to
     # be told to run again.
     file(GLOB headers CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.h")

@@ -71,6 +71,7 @@ public:
         return m_entries[row.place]->row;
     }
 
+    [[nodiscard]] AssignRow& ComponentRow(AssignRow& row) { return m_entries[row.place]->row; }
     /// The rows of a component's reference designators.
     [[nodiscard]] std::vector<const AssignRow*> RefDesOf(const AssignRow& row) const;
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "assign/WhyReport.h"
 
+#include "assign/LegaliseName.h"
+
 #include <algorithm>
 #include <optional>
 #include <tuple>
@@ -44,7 +46,7 @@ public:
     {
         SExplanation told;
         if (m_found.model) {
-            told.how = How();
+            told.how = HowFound(m_found, m_wanted.name);
         }
         std::vector<std::pair<SRank, SRunnerUp>> others;
         for (const SModelRef& model : Candidates()) {
@@ -61,16 +63,6 @@ public:
     }
 
 private:
-    std::string How() const
-    {
-        std::string how = m_found.exact ? "exact by " : "partial by ";
-        how += Quoted(LabelOf(m_found.key));
-        if (m_found.legalised) {
-            how += ", after legalising to " + Quoted(m_names.legal->Name());
-        }
-        return how;
-    }
-
     /// Whatever matches the name or its legalised form, of any type.
     std::vector<SModelRef> Candidates()
     {
@@ -162,6 +154,16 @@ std::string_view LabelOf(EPropId key)
         }
     }
     return {};
+}
+
+std::string HowFound(const SFound& found, std::string_view name)
+{
+    std::string how = found.exact ? "exact by " : "partial by ";
+    how += Quoted(LabelOf(found.key));
+    if (found.legalised) {
+        how += ", after legalising to " + Quoted(LegaliseName(name, false));
+    }
+    return how;
 }
 
 SExplanation Explain(CModelSearch& search, TLibraryNode node, const CSearchOptions& options,

@@ -26,6 +26,9 @@ struct SExplanation
     std::size_t others = 0;           ///< how many there are in all
 };
 
+/// How FindAll came to a model for the name, as in SExplanation::how.
+[[nodiscard]] std::string HowFound(const SFound& found, std::string_view name);
+
 /// @param found  what FindAll gave for `wanted` with these options
 /// @param limit  most runners-up that are listed
 [[nodiscard]] SExplanation Explain(CModelSearch& search, TLibraryNode node,

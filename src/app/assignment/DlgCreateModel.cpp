@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/assignment/DlgCreateModel.h"
+
+#include "app/assignment/DiscreteGuess.h"
+#include "batch/CellValue.h"
+
+#include <QPushButton>
+
+namespace zov::app {
+namespace {
+
+QString Shown(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+}
+
+EQuantity QuantityOf(ERecordType type)
+{
+    return type == ERecordType::Capacitor  ? EQuantity::Capacitance
+           : type == ERecordType::Inductor ? EQuantity::Inductance
+                                           : EQuantity::Resistance;
+}
+
+QString ValueText(const SDiscreteGuess& guess)
+{
+    const EQuantity quantity = QuantityOf(guess.type);
+    return Shown(FormatQuantity(guess.value, quantity, CDisplayUnits()));
+}
+
+} // namespace
+
+CDlgCreateModel::CDlgCreateModel(CZovLibrary* library, const SDesignComponent& component,
+                                 QWidget* parent)
+    : CqtDialogRes(parent)
+    , m_library(library)
+{
+    for (const SRecordTypeInfo& info : RecordTypes()) {
+        m_form.ui_IDC_TYPE->addItem(Shown(info.name), static_cast<unsigned>(info.type));
+    }
+    const auto guess = GuessDiscrete(component);
+    const ERecordType type = component.requiredType != ERecordType::Any ? component.requiredType
+                             : guess                                    ? guess->type
+                                                                        : ERecordType::Ic;
+    m_form.ui_IDC_TYPE->setCurrentIndex(m_form.ui_IDC_TYPE->findData(static_cast<unsigned>(type)));
+    m_form.ui_IDC_NAME->setText(Shown(component.name));
+    m_form.ui_IDC_VALUE->setText(guess ? ValueText(*guess) : QString());
+    connect(m_form.ui_IDC_NAME, &QLineEdit::textChanged, this, &CDlgCreateModel::ShowState);
+    connect(m_form.ui_IDC_VALUE, &QLineEdit::textChanged, this, &CDlgCreateModel::ShowState);
+    connect(m_form.ui_IDC_TYPE, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            &CDlgCreateModel::ShowState);
+    connect(m_form.ui_IDC_BUTTONS, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(m_form.ui_IDC_BUTTONS, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    ShowState();
+}
+
+ERecordType CDlgCreateModel::Type() const
+{
+    return static_cast<ERecordType>(m_form.ui_IDC_TYPE->currentData().toUInt());
+}
+
+std::optional<double> CDlgCreateModel::Value() const
+{
+    const batch::SCellReading cell =
+        batch::ReadQuantity(m_form.ui_IDC_VALUE->text().toStdString(), QuantityOf(Type()), {});
+    return cell.state == batch::ECell::Value ? std::optional(cell.value) : std::nullopt;
+}
+
+void CDlgCreateModel::ShowState()
+{
+    const bool discrete = IsDiscrete(Type());
+    m_form.ui_IDC_VALUE->setVisible(discrete);
+    m_form.ui_IDC_VALUE_LABEL->setVisible(discrete);
+    const QString name = m_form.ui_IDC_NAME->text().trimmed();
+    QString why;
+    if (m_library == nullptr) {
+        why = tr("No project library is open. Make or open one in the library manager.");
+    } else if (name.isEmpty()) {
+        why = tr("The model needs a name.");
+    } else if (m_library->Find(Type(), name.toStdString()) != nullptr) {
+        why = tr("'%1' has a model of this type and name already.").arg(Shown(m_library->Name()));
+    } else if (discrete && !Value()) {
+        why =
+            tr("The model needs a value: %1.").arg(Shown(batch::ExpectedText(QuantityOf(Type()))));
+    }
+    m_form.ui_IDC_HINT->setText(
+        why.isEmpty() ? tr("The model goes to the project library '%1' and to the component.")
+                            .arg(Shown(m_library->Name()))
+                      : why);
+    m_form.ui_IDC_BUTTONS->button(QDialogButtonBox::Ok)->setEnabled(why.isEmpty());
+}
+
+CZovRcdProps& CDlgCreateModel::Create(CZovLibrary& library) const
+{
+    const std::string name = m_form.ui_IDC_NAME->text().trimmed().toStdString();
+    CZovRcdProps* record = nullptr;
+    if (IsDiscrete(Type())) {
+        record = &AddDiscrete(library, name, {Type(), Value().value_or(0.0), {}, {}, {}});
+    } else {
+        record = &library.Add(Type());
+        record->SetString(EPropId::ModelName, name);
+    }
+    record->SetString(EPropId::Description, m_form.ui_IDC_DESCRIPTION->text().toStdString());
+    return *record;
+}
+
+} // namespace zov::app
