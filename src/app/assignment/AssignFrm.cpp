@@ -30,6 +30,8 @@ constexpr const char* kStateKey = "Assignment/State";
 constexpr const char* kDesignFilter =
     "Designs (*.csv *.xlsx *.xls *.net *.kicad_net);;All files (*)";
 constexpr int kToldMs = 8000;
+constexpr int kOutputHeight = 110;
+constexpr int kWhyWidth = 280;
 
 } // namespace
 
@@ -99,6 +101,8 @@ CResult<void> CAssignFrm::OnCreate()
     MakeMenus();
     MakeStatusBar();
     ConnectView();
+    resizeDocks({m_outputPane}, {kOutputHeight}, Qt::Vertical);
+    resizeDocks({m_whyPane}, {kWhyWidth}, Qt::Horizontal);
     restoreGeometry(m_layout.value(QLatin1String(kGeometryKey)).toByteArray());
     restoreState(m_layout.value(QLatin1String(kStateKey)).toByteArray());
     ShowTitle();

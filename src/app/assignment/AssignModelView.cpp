@@ -285,27 +285,27 @@ void CAssignModelView::Map()
         return;
     }
     m_work = EWork::Map;
-    m_job.Start(
-        tr("Looking for %Ln models", nullptr, static_cast<int>(names->rows.size())),
-        [this, names, libraries = Active(),
-         keys = m_session.Settings().searchOptions.EnabledKeys()](CJobState& state) {
-            auto found = std::make_shared<std::vector<SFound>>(
-                m_search.FindAll(libraries, keys, names->wanted, ProgressOf(state)));
-            return [this, names, found] {
-                m_table->TakeFound(*names, *found);
-                int count = 0;
-                for (std::size_t i = 0; i < found->size(); ++i) {
-                    const SFound& one = (*found)[i];
-                    if (one.model) {
-                        m_origins[names->rows[i]] = {one, false, one.model};
-                        ++count;
-                    }
-                }
-                Q_EMIT Told(
-                    tr("%1 of %2 rows were given a model").arg(count).arg(names->rows.size()));
-                RefreshStatus();
-            };
-        });
+    m_job.Start(tr("Looking for %Ln models", nullptr, static_cast<int>(names->rows.size())),
+                [this, names, libraries = Active(),
+                 keys = m_session.Settings().searchOptions.EnabledKeys()](CJobState& state) {
+                    auto found = std::make_shared<std::vector<SFound>>(
+                        m_search.FindAll(libraries, keys, names->wanted, ProgressOf(state)));
+                    return [this, names, found] {
+                        m_table->TakeFound(*names, *found);
+                        int count = 0;
+                        for (std::size_t i = 0; i < found->size(); ++i) {
+                            const SFound& one = (*found)[i];
+                            if (one.model) {
+                                m_origins[names->rows[i]] = {one, false, one.model};
+                                ++count;
+                            }
+                        }
+                        Q_EMIT Told(tr("Rows that were given a model: %1 of %2")
+                                        .arg(count)
+                                        .arg(names->rows.size()));
+                        RefreshStatus();
+                    };
+                });
     m_rows.RowsChanged();
 }
 
@@ -374,8 +374,7 @@ void CAssignModelView::TakeImport(const std::shared_ptr<SImport>& import)
                         }
                         Remember(m_importing);
                         SetModified(false);
-                        Q_EMIT Told(tr("%n rows were given a model by the map file", nullptr,
-                                       static_cast<int>(rows.size())));
+                        Q_EMIT Told(tr("Rows that the map file gave a model: %1").arg(rows.size()));
                         RefreshStatus();
                     };
                 });
@@ -418,8 +417,7 @@ void CAssignModelView::LibraryChanged(CZovLibrary& library)
     }
     const std::size_t lost = m_table->AfterChange(library);
     if (lost > 0) {
-        Q_EMIT Told(tr("%n models left their components: they are not in their library any more",
-                       nullptr, static_cast<int>(lost)));
+        Q_EMIT Told(tr("Rows whose model is not in its library any more: %1").arg(lost));
     }
     m_table->ForgetCandidates();
     m_rows.RowsChanged();

@@ -208,10 +208,10 @@ void CAssignModelView::OnCreateModel()
     if (dialog.DoModal() != ui::EAnswer::Ok || !library) {
         return;
     }
-    m_session.BeginChange(library);
-    const CZovRcdProps& record = dialog.Create(*library);
-    m_session.EndChange(library);
-    Assign(rows, {library, &record, record.Type()});
+    CLibraryChange change(library);
+    dialog.Fill(change.Insert(dialog.Type()));
+    const CZovRcdProps* record = m_session.Edits().Apply(change, tr("Create Model")).front();
+    Assign(rows, {library, record, record->Type()});
 }
 
 void CAssignModelView::OnUpdateCreateModel(ui::CCmdUI& ui)
@@ -248,14 +248,15 @@ void CAssignModelView::OnCreateDiscModel()
     {
         AssignRow* row;
         SDiscreteGuess guess;
-        const CZovRcdProps* record = nullptr;
+        const CZovRcdProps* record; ///< null: it has to be made
     };
     std::vector<SNew> created;
     int open = 0;
     for (AssignRow* row : RowsToGenerate()) {
         const SDesignComponent& component = m_table->ComponentOf(*row);
         if (auto guess = GuessDiscrete(component)) {
-            created.push_back({&m_table->ComponentRow(*row), std::move(*guess)});
+            const CZovRcdProps* there = library->Find(guess->type, component.name);
+            created.push_back({&m_table->ComponentRow(*row), std::move(*guess), there});
         } else {
             ++open;
             m_output.Write("'" + component.name + "': no value of a capacitor, inductor or " +
@@ -263,23 +264,23 @@ void CAssignModelView::OnCreateDiscModel()
         }
     }
     if (!created.empty()) {
-        m_session.BeginChange(library);
-        for (SNew& one : created) {
-            const std::string& name = one.row->component;
-            one.record = library->Find(one.guess.type, name);
+        CLibraryChange change(library);
+        for (const SNew& one : created) {
             if (one.record == nullptr) {
-                one.record = &AddDiscrete(*library, name, one.guess);
+                FillDiscrete(change.Insert(one.guess.type), one.row->component, one.guess);
             }
         }
-        m_session.EndChange(library);
+        const std::vector<CZovRcdProps*> made =
+            m_session.Edits().Apply(change, tr("Auto Generate Discrete Models"));
+        auto next = made.begin();
         for (const SNew& one : created) {
-            m_table->SetModel(*one.row, {library, one.record, one.guess.type});
+            const CZovRcdProps* record = one.record == nullptr ? *next++ : one.record;
+            m_table->SetModel(*one.row, {library, record, one.guess.type});
         }
         SetModified(true);
     }
-    Q_EMIT Told(tr("%1 models were made; for %2 components no value was found")
-                    .arg(created.size())
-                    .arg(open));
+    Q_EMIT Told(
+        tr("Models made: %1; components without a value: %2").arg(created.size()).arg(open));
     RefreshStatus();
 }
 
@@ -332,7 +333,7 @@ bool CAssignModelView::Export()
     }
     Remember(path);
     SetModified(false);
-    Q_EMIT Told(tr("%n assignments were written", nullptr, static_cast<int>(map.Rows().size())));
+    Q_EMIT Told(tr("Assignments written: %1").arg(map.Rows().size()));
     return true;
 }
 
@@ -454,7 +455,7 @@ void CAssignModelView::Find()
     const std::size_t count = m_table->FindAll(m_pattern.toStdString(), m_ambiguousOnly);
     m_rows.RowsChanged();
     ShowHint();
-    Q_EMIT Told(tr("%n rows were found", nullptr, static_cast<int>(count)));
+    Q_EMIT Told(tr("Rows found: %1").arg(count));
     if (count > 0) {
         ShowHit(m_table->FindNext());
     }

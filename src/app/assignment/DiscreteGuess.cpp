@@ -152,9 +152,8 @@ std::optional<SDiscreteGuess> GuessDiscrete(const SDesignComponent& component)
     return std::nullopt;
 }
 
-CZovRcdProps& AddDiscrete(CZovLibrary& library, std::string_view name, const SDiscreteGuess& guess)
+void FillDiscrete(CZovRcdProps& record, std::string_view name, const SDiscreteGuess& guess)
 {
-    CZovRcdProps& record = library.Add(guess.type);
     record.SetString(EPropId::ModelName, name);
     SDiscreteModel model;
     model.resistance = guess.type == ERecordType::Resistor ? guess.value : 0.0;
@@ -170,7 +169,6 @@ CZovRcdProps& AddDiscrete(CZovLibrary& library, std::string_view name, const SDi
         }
     }
     record.SetDiscreteModel(model);
-    return record;
 }
 
 } // namespace zov::app

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "assign/Design.h"
-#include "core/ZovLibrary.h"
+#include "core/ZovRcdProps.h"
 
 #include <optional>
 #include <string>
@@ -26,7 +26,7 @@ struct SDiscreteGuess
 /// value.
 [[nodiscard]] std::optional<SDiscreteGuess> GuessDiscrete(const SDesignComponent& component);
 
-/// Adds an ideal part of that value under the component's name.
-CZovRcdProps& AddDiscrete(CZovLibrary& library, std::string_view name, const SDiscreteGuess& guess);
+/// Makes a record of the guess's type an ideal part of its value.
+void FillDiscrete(CZovRcdProps& record, std::string_view name, const SDiscreteGuess& guess);
 
 } // namespace zov::app

@@ -89,18 +89,15 @@ void CDlgCreateModel::ShowState()
     m_form.ui_IDC_BUTTONS->button(QDialogButtonBox::Ok)->setEnabled(why.isEmpty());
 }
 
-CZovRcdProps& CDlgCreateModel::Create(CZovLibrary& library) const
+void CDlgCreateModel::Fill(CZovRcdProps& record) const
 {
     const std::string name = m_form.ui_IDC_NAME->text().trimmed().toStdString();
-    CZovRcdProps* record = nullptr;
     if (IsDiscrete(Type())) {
-        record = &AddDiscrete(library, name, {Type(), Value().value_or(0.0), {}, {}, {}});
+        FillDiscrete(record, name, {Type(), Value().value_or(0.0), {}, {}, {}});
     } else {
-        record = &library.Add(Type());
-        record->SetString(EPropId::ModelName, name);
+        record.SetString(EPropId::ModelName, name);
     }
-    record->SetString(EPropId::Description, m_form.ui_IDC_DESCRIPTION->text().toStdString());
-    return *record;
+    record.SetString(EPropId::Description, m_form.ui_IDC_DESCRIPTION->text().toStdString());
 }
 
 } // namespace zov::app

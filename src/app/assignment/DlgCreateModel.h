@@ -20,8 +20,8 @@ public:
     CDlgCreateModel(CZovLibrary* library, const SDesignComponent& component, QWidget* parent);
 
     [[nodiscard]] ERecordType Type() const;
-    /// Adds the model to the library.
-    CZovRcdProps& Create(CZovLibrary& library) const;
+    /// Makes a record of that type the model.
+    void Fill(CZovRcdProps& record) const;
 
 private:
     [[nodiscard]] std::optional<double> Value() const;

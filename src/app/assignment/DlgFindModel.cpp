@@ -159,7 +159,7 @@ void CDlgFindModel::Take(std::vector<SModelRef> hits)
                  "on."));
     m_form.ui_IDC_COUNT->setText(
         count < static_cast<int>(kMostHits)
-            ? tr("%n models", nullptr, count)
+            ? tr("Models: %1").arg(count)
             : tr("The first %L1 models; type more to see others").arg(count));
     if (count > 0) {
         m_form.ui_IDC_RESULTS->setCurrentIndex(m_hits->index(0, 0));

@@ -8,9 +8,9 @@
 namespace zov::app {
 namespace {
 
-QString Tr(const char* text, int n = -1)
+QString Tr(const char* text)
 {
-    return QCoreApplication::translate("zov::app::WhyText", text, nullptr, n);
+    return QCoreApplication::translate("zov::app::WhyText", text);
 }
 
 QString Html(std::string_view text)
@@ -52,8 +52,8 @@ QString WhyHtml(const SWhy& why, const SFound& found, const SExplanation& told)
     if (list.isEmpty()) {
         return html + QStringLiteral("<p>%1</p>").arg(Tr("No other model matches."));
     }
-    html += QStringLiteral("<p>%1</p><ul>%2</ul>")
-                .arg(Tr("%n others match:", static_cast<int>(others)), list);
+    html +=
+        QStringLiteral("<p>%1</p><ul>%2</ul>").arg(Tr("Others that match: %1").arg(others), list);
     if (others > told.runnersUp.size()) {
         html += QStringLiteral("<p>%1</p>").arg(Tr("More are in the libraries."));
     }

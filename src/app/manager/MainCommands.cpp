@@ -34,6 +34,8 @@ constexpr ui::SCommand kCommands[] = {
     {ID_NAV_PAGE_EXT_LIBS, "OnNavPageExtLibs", "External", "", "external", "Ctrl+2"},
     {ID_NAV_PAGE_VELDA, "OnNavPageVelda", "VELDA", "", "velda", ""},
     {ID_NAV_PAGE_OPTIONS, "OnNavPageOptions", "Options", "", "options", ""},
+    {ID_TOOLS_ASSIGN, "OnToolsAssign", "Model &Assignment...",
+     "Model Assignment\nGive the components of a design their models", "assign", "Ctrl+T"},
     {ID_TOOLS_OPTIONS, "OnToolsOptions", "Options...", "", "options", "Ctrl+,"},
     {ID_APP_HELP, "OnAppHelp", "&Documents", "", "help", "F1"},
     {ID_APP_ABOUT, "OnAppAbout", "&About Zovra...", "About Zovra\nAbout Zovra", "about", ""},

@@ -2,6 +2,7 @@
 #include "app/manager/MainFrame.h"
 
 #include "app/Images.h"
+#include "app/assignment/AssignFrm.h"
 #include "app/manager/MainCommands.h"
 #include "app/manager/ManagerForms.h"
 #include "app/manager/OptionsDlg.h"
@@ -69,6 +70,7 @@ ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_VELDA, NavPageVelda, OnUpdateNavPage)
 ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_OPTIONS, NavPageOptions, OnUpdateNavPage)
 ZOV_ON_COMMAND(ID_TOOLS_OPTIONS, ToolsOptions)
 ZOV_ON_COMMAND(ID_VELDA_LIBRARY, VeldaLibrary)
+ZOV_ON_COMMAND(ID_TOOLS_ASSIGN, ToolsAssign)
 ZOV_ON_COMMAND(ID_APP_HELP, AppHelp)
 ZOV_ON_COMMAND(ID_APP_ABOUT, AppAbout)
 ZOV_ON_COMMAND(ID_NEW_ZOV_LIB_FILE, NewZovLibFile)
@@ -90,6 +92,7 @@ ZOV_END_MESSAGE_MAP()
 
 CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnvironment& environment)
     : m_layout(layout)
+    , m_environment(environment)
     , m_output(new COutputPane(this))
     , m_session(store, *m_output, environment)
     , m_questions(*this)
@@ -205,7 +208,7 @@ void CZovMainFrm::MakeMenus()
     QMenu* panes = view->addMenu(tr("Pane"));
     m_actions->FillMenu(*panes, {ID_VIEW_PANE_LIBRARIES, ID_VIEW_PANE_EDITOR, ID_VIEW_PANE_OUTPUT});
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
-    m_actions->FillMenu(*tools, {ID_TOOLS_OPTIONS});
+    m_actions->FillMenu(*tools, {ID_TOOLS_ASSIGN, ui::kSeparator, ID_TOOLS_OPTIONS});
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     m_actions->FillMenu(*help, {ID_APP_HELP, ID_APP_ABOUT});
     ShowRecent();

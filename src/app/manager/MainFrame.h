@@ -14,6 +14,7 @@
 #include <QMainWindow>
 
 #include <array>
+#include <memory>
 
 class QDockWidget;
 class QProgressBar;
@@ -26,6 +27,7 @@ class QTreeView;
 namespace zov::app {
 
 class CRecordEditor;
+class CAssignFrm;
 
 class CZovMainFrm : public QMainWindow, public ui::CCmdTargetBase
 {
@@ -85,6 +87,7 @@ private:
     void OnUpdateNavPage(ui::CCmdUI& ui);
     void OnToolsOptions();
     void OnVeldaLibrary();
+    void OnToolsAssign();
     void OnAppHelp();
     void OnAppAbout();
     void OnNewZovLibFile();
@@ -157,6 +160,7 @@ private:
     void MakePage(int page);
 
     QSettings& m_layout;
+    FEnvironment m_environment;
     COutputPane* m_output;
     CZovSession m_session;
     CBoxQuestions m_questions;
@@ -177,6 +181,7 @@ private:
     QProgressBar* m_progress;
     QPushButton* m_cancel;
     bool m_dark = false;
+    std::unique_ptr<CAssignFrm> m_assign; ///< made when it is first asked for
 };
 
 } // namespace zov::app

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The main frame's commands on files, its layout between two runs, and its views.
 #include "app/Theme.h"
+#include "app/assignment/AssignFrm.h"
 #include "app/editor/RecordEditor.h"
 #include "app/manager/AboutDlg.h"
 #include "app/manager/CommandIds.h"
@@ -192,7 +193,7 @@ bool CZovMainFrm::MayClose()
 
 void CZovMainFrm::closeEvent(QCloseEvent* event)
 {
-    if (!MayClose()) {
+    if ((m_assign && m_assign->isVisible() && !m_assign->close()) || !MayClose()) {
         event->ignore();
         return;
     }

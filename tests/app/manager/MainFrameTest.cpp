@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MainFrameFixture.h"
+#include "app/assignment/AssignCommands.h"
+#include "app/assignment/AssignFrm.h"
 #include "app/editor/RecordEditor.h"
 #include "core/LibraryLock.h"
 
@@ -260,6 +262,28 @@ TEST_F(MainFrameTest, ALibraryThatSomebodyHasForWritingIsToldAndPassed)
     EXPECT_EQ(ParseLock(folder.Read("project.zov.lock"))->user, MyLockOwner().user);
     EXPECT_FALSE(IsEnabled(ID_FILE_SAVE));
     EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(MainFrameTest, TheAssignmentFrameWorksOnTheSameLibraries)
+{
+    frame.show();
+    OpenProject(Library("board", 3));
+    Trigger(ID_TOOLS_ASSIGN);
+    CAssignFrm* assign = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        assign = assign == nullptr ? qobject_cast<CAssignFrm*>(window) : assign;
+    }
+    ASSERT_NE(assign, nullptr);
+    EXPECT_TRUE(assign->isVisible());
+    frame.hide();
+    assign->Actions().Action(ID_VIEW_ZVMGR)->trigger();
+    EXPECT_TRUE(frame.isVisible());
+    assign->View().SetDesign({{{"board1", {"R1"}, "", ERecordType::Any, false, false}}},
+                             QStringLiteral("host"), {});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !assign->View().IsBusy(); }));
+    EXPECT_EQ(assign->View().Table()->Rows()[0]->assigned.size(), 1U);
+    EXPECT_TRUE(frame.close());
+    EXPECT_FALSE(assign->isVisible()) << "it ends with the library manager";
 }
 
 } // namespace
