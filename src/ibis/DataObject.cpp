@@ -156,9 +156,33 @@ bool CIPDataObject::Equals(const CIPDataObject& other) const
 {
     return typeid(*this) == typeid(other) && Keyword() == other.Keyword() &&
            EqualsNoCase(m_name, other.m_name) && SameWords(m_value, other.m_value) &&
-           m_closed == other.m_closed && SameContent(other) &&
-           std::ranges::equal(m_children, other.m_children,
-                              [](const auto& a, const auto& b) { return a->Equals(*b); });
+           m_closed == other.m_closed && SameContent(other) && SameChildren(other, false) &&
+           SameChildren(other, true);
+}
+
+/// Statements and keywords are compared apart: a table prints its statements before its keywords.
+bool CIPDataObject::SameChildren(const CIPDataObject& other, bool keywords) const
+{
+    const auto next = [keywords](auto& at, const auto& end) {
+        at = std::find_if(at, end, [keywords](const auto& child) {
+            return (child->m_form != nullptr) == keywords;
+        });
+        return at != end;
+    };
+    auto a = m_children.begin();
+    auto b = other.m_children.begin();
+    for (;; ++a, ++b) {
+        const bool more = next(a, m_children.end());
+        if (more != next(b, other.m_children.end())) {
+            return false;
+        }
+        if (!more) {
+            return true;
+        }
+        if (!(*a)->Equals(**b)) {
+            return false;
+        }
+    }
 }
 
 void CIPDataObject::Print(std::string& out) const

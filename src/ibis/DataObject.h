@@ -150,7 +150,8 @@ public:
         return found;
     }
 
-    /// Same class, keyword, name, words, numbers and children; lines and marks do not count.
+    /// Same class, keyword, name, words, numbers, statements in their order and keywords in theirs;
+    /// lines and marks do not count.
     [[nodiscard]] bool Equals(const CIPDataObject& other) const;
     /// Appends the lines that read back to an equal object; they end in LF.
     virtual void Print(std::string& out) const;
@@ -172,6 +173,8 @@ protected:
     void SetValue(std::string_view value) { m_value = value; }
 
 private:
+    [[nodiscard]] bool SameChildren(const CIPDataObject& other, bool keywords) const;
+
     const SIPForm* m_form = nullptr;
     std::string_view m_name;
     std::string_view m_value;
