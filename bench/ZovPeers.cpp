@@ -322,19 +322,19 @@ void SqliteFind(const char* path, const char* names, std::string_view label, con
     if (!text) {
         Stop(text.Error().Full());
     }
-    const std::vector<std::string_view> lines = Split(*text, '\n');
-    const std::size_t step = std::max<std::size_t>(1, lines.size() / limit);
+    std::vector<std::string_view> lines = Split(*text, '\n');
+    std::erase(lines, "");
     std::size_t hits = 0;
-    std::size_t queries = 0;
+    const std::size_t queries = std::min(limit, lines.size());
     const CStopwatch watch;
-    for (std::size_t i = 0; i < lines.size() && queries < limit; i += step) {
-        sqlite3_bind_text(select, 1, lines[i].data(), static_cast<int>(lines[i].size()),
-                          SQLITE_STATIC);
+    for (std::size_t i = 0; i < queries; ++i) {
+        // The names that zov_bench takes: a step that meets all ten kinds of them alike.
+        const std::string_view name = lines[i * 51 % lines.size()];
+        sqlite3_bind_text(select, 1, name.data(), static_cast<int>(name.size()), SQLITE_STATIC);
         while (sqlite3_step(select) == SQLITE_ROW) {
             ++hits;
         }
         sqlite3_reset(select);
-        ++queries;
     }
     PrintTime(label, watch.Seconds() / static_cast<double>(queries));
     PrintNumber("hits", hits);

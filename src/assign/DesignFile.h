@@ -22,7 +22,8 @@ namespace zov {
 /// A column of a list that was used, and for what.
 struct SDesignColumn
 {
-    std::string use; ///< "component", "reference designators", "original model", "required type"
+    /// "component", "reference designators", "original model", "required type", "quantity"
+    std::string use;
     std::string title;
     std::uint32_t column = 0; ///< counted from 1
 };
@@ -37,16 +38,20 @@ struct SDesignFile
 struct SDesignOptions
 {
     std::string sheet; ///< empty: the first that is visible
+    std::string
+        component; ///< title of the column that names components; empty: by the usual titles
 };
 
 /// Reads either form; a netlist has the extension ".net" or ".kicad_net". Rows of one component
-/// name become one component. What could not be used is told to `diag` with its row. Errors: those
-/// of OpenWorkbook; NotFound: no row of titles that names a component or its designators; Format: a
+/// name become one component. What could not be used is told to `diag` with its row as a warning; a
+/// type that is none, and a quantity that differs from the number of designators, as a note.
+/// Errors: those of OpenWorkbook; NotFound: no row of titles that names a component; Format: a
 /// broken netlist.
 CResult<SDesignFile> ReadDesignFile(const std::filesystem::path& path,
                                     const SDesignOptions& options, CDiagSink& diag);
 
-CResult<SDesignFile> ReadDesignList(CWorkbook& book, const std::string& shown, CDiagSink& diag);
+CResult<SDesignFile> ReadDesignList(CWorkbook& book, const std::string& shown,
+                                    const std::string& componentTitle, CDiagSink& diag);
 /// KiCad's S-expression netlist: `(export ... (components (comp (ref ..) (value ..) ..)))`.
 CResult<SDesignFile> ReadKicadNetlist(std::string_view text, const std::string& shown);
 
@@ -63,8 +68,9 @@ private:
     std::unordered_map<std::string, std::size_t> m_places; ///< by upper-cased name
 };
 
-/// A required type as lists name it: "C", "cap", "Capacitor (MLCC)", "resistors", "IC", the type
-/// code in decimal or as 0x...; empty, "any" and "0" are Any. None when it is not understood.
+/// A required type as lists name it: "C", "cap", "Ceramic Capacitor", "resistors", "IC", the type
+/// code in decimal or as 0x...; empty, "any" and "0" are Any. None when it is not understood, or
+/// when its words name two types.
 [[nodiscard]] std::optional<ERecordType> RequiredTypeOf(std::string_view text);
 
 /// Lower-case letters and digits of a column or field title: "Mfg. Part No." is "mfgpartno".

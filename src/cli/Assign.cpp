@@ -26,6 +26,7 @@ struct SOptions
 {
     std::string design;
     std::string sheet;
+    std::string component;
     std::string project;
     std::string set;
     std::vector<std::string> externals;
@@ -72,8 +73,9 @@ public:
     void Report(const SDiag& diag) override
     {
         Print(m_streams.err, "{}:{}: {}\n", diag.pos.file, diag.pos.line, diag.text);
-        m_any = true;
+        m_any = m_any || diag.severity != ESeverity::Note;
     }
+    /// Something was left out.
     [[nodiscard]] bool Any() const { return m_any; }
 
 private:
@@ -119,8 +121,8 @@ CResult<SAssignReport> Run(const SOptions& options, const SStreams& streams)
     CSetLog log(streams);
     CStreamDiag diag(streams);
     ASSIGN_OR_RETURN(report.options, ReadKeys(options.keys));
-    ASSIGN_OR_RETURN(SDesignFile file,
-                     ReadDesignFile(TextPath(options.design), {options.sheet}, diag));
+    ASSIGN_OR_RETURN(SDesignFile file, ReadDesignFile(TextPath(options.design),
+                                                      {options.sheet, options.component}, diag));
     RETURN_IF_ERROR(OpenLibraries(options, *report.set, log));
     report.design = options.design;
     report.form = file.form;
@@ -199,6 +201,10 @@ void AddAssign(CLI::App& zov, SChosen& chosen)
     path("--map-out", options->mapOut, "Map file to write");
     path("--compare", options->compare, "Map file of an earlier day; tell what changed");
     command->add_option("--sheet", options->sheet, "Sheet of a workbook")->type_name("NAME");
+    command
+        ->add_option("--component", options->component,
+                     "Title of the column that names components; a usual one if not given")
+        ->type_name("TITLE");
     command->add_flag("--no-mapping", options->noMapping,
                       "Only what --map-in gives; no automatic mapping");
     command->add_flag("--why", options->why,

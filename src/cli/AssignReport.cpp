@@ -206,8 +206,11 @@ void PrintAssignText(SAssignReport& report, const SAssignCounts& counts, bool wh
     if (report.changes) {
         PrintChanges(*report.changes, streams);
     }
-    Print(streams.out, "{}: {} assigned, {} ambiguous, {} not found\n",
-          Counted(counts.components, "component"), counts.assigned, counts.ambiguous,
+    const std::string named = report.columns.empty()
+                                  ? std::string()
+                                  : fmt::format(" by '{}'", OneLine(report.columns.front().title));
+    Print(streams.out, "{}{}: {} assigned, {} ambiguous, {} not found\n",
+          Counted(counts.components, "component"), named, counts.assigned, counts.ambiguous,
           counts.notFound);
 }
 

@@ -35,6 +35,7 @@ void AddImport(CLI::App& zov, SChosen& chosen);
 void AddCurve(CLI::App& zov, SChosen& chosen);
 void AddCurveInfo(CLI::App& curve, SChosen& chosen);
 void AddCurveExport(CLI::App& curve, SChosen& chosen);
+void AddCurveImpedance(CLI::App& curve, SChosen& chosen);
 void AddCalc(CLI::App& zov, SChosen& chosen);
 void AddNetInfo(CLI::App& net, SChosen& chosen);
 void AddNetConvert(CLI::App& net, SChosen& chosen);

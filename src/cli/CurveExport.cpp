@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "base/File.h"
-#include "base/Text.h"
 #include "cli/Commands.h"
 #include "cli/CurveFiles.h"
 #include "cli/Reporting.h"
-#include "curve/CurveCsv.h"
-#include "curve/CurveMessages.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
@@ -51,31 +47,9 @@ CResult<std::vector<curve::TCurvePtr>> Choose(const curve::SCurveFile& file,
     return chosen;
 }
 
-CResult<void> WriteCsv(const std::filesystem::path& path, std::span<const curve::TCurvePtr> curves)
-{
-    ASSIGN_OR_RETURN(const std::unique_ptr<CAtomicFile> file, CAtomicFile::Create(path));
-    curve::WriteCurveCsv(curves, *file);
-    return file->Commit();
-}
-
-CResult<void> Write(const SOptions& options, const curve::SCurveFile& file,
-                    std::span<const curve::TCurvePtr> curves)
-{
-    const std::filesystem::path path = TextPath(options.out);
-    if (EqualsNoCase(ExtensionOf(path), ".csv")) {
-        return WriteCsv(path, curves);
-    }
-    curve::SCurveWriteOptions write;
-    write.digits = options.fifteen ? curve::EDigits::Fifteen : curve::EDigits::SameDoubles;
-    return curve::SaveCurves(path, curves, file.kind, write);
-}
-
 int Execute(const SOptions& options, const SStreams& streams)
 {
-    const std::string extension = ExtensionOf(TextPath(options.out));
-    if (!EqualsNoCase(extension, ".csv") && !EqualsNoCase(extension, curve::kCurveExtension)) {
-        Print(streams.err, "zov: '{}' can't be written, expected a .cur or .csv file\n",
-              options.out);
+    if (!IsCurveOutput(options.out, streams)) {
         return kExitUsage;
     }
     const auto file = LoadCurves(options.file, streams);
@@ -87,7 +61,8 @@ int Execute(const SOptions& options, const SStreams& streams)
         PrintError(streams, curves.Error());
         return kExitNotRight;
     }
-    if (const CResult<void> done = Write(options, *file, *curves); !done) {
+    const auto digits = options.fifteen ? curve::EDigits::Fifteen : curve::EDigits::SameDoubles;
+    if (const auto done = WriteCurves(options.out, *curves, file->kind, digits); !done) {
         PrintError(streams, done.Error());
         return kExitFile;
     }
@@ -122,13 +97,15 @@ void AddCurveExport(CLI::App& curve, SChosen& chosen)
 
 void AddCurve(CLI::App& zov, SChosen& chosen)
 {
-    CLI::App* curve = zov.add_subcommand("curve", "Curve files (.cur)");
+    CLI::App* curve = zov.add_subcommand("curve", "Curve files (.cur) and impedances as curves");
     curve->footer(R"(Examples:
   zov curve info port1.cur
-  zov curve export port1.cur port1.csv)");
+  zov curve export port1.cur port1.csv
+  zov curve impedance caps.zov caps.cur --model '*0402*')");
     curve->require_subcommand(1);
     AddCurveInfo(*curve, chosen);
     AddCurveExport(*curve, chosen);
+    AddCurveImpedance(*curve, chosen);
 }
 
 } // namespace zov::cli

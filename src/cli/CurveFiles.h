@@ -15,6 +15,12 @@ namespace zov::cli {
 [[nodiscard]] std::optional<curve::SCurveFile> LoadCurves(const std::string& path,
                                                           const SStreams& streams);
 
+/// Whether curves can be written to a file of this name (.cur or .csv); tells it when not.
+[[nodiscard]] bool IsCurveOutput(const std::string& path, const SStreams& streams);
+/// Writes them there.
+CResult<void> WriteCurves(const std::string& path, std::span<const curve::TCurvePtr> curves,
+                          curve::EKind kind, curve::EDigits digits);
+
 /// What a curve is called on the command line: its name or, when it has none, its legend.
 [[nodiscard]] const std::string& NameOfCurve(const curve::CCurve& curve);
 

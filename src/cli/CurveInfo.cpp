@@ -123,29 +123,19 @@ TJson ToJson(const std::string& path, const curve::SCurveFile& file)
 
 int Execute(const SOptions& options, const SStreams& streams)
 {
-    TJson document = {{"version", kJsonVersion}, {"files", TJson::array()}};
-    std::size_t failed = 0;
-    bool inPart = false;
-    for (const std::string& path : options.files) {
+    const auto report = [&](const std::string& path, TJson* documents) -> std::optional<bool> {
         const auto file = LoadCurves(path, streams);
         if (!file) {
-            ++failed;
-            continue;
+            return std::nullopt;
         }
-        inPart = inPart || file->skippedLines != 0;
-        if (options.json) {
-            document["files"].push_back(ToJson(path, *file));
+        if (documents != nullptr) {
+            documents->push_back(ToJson(path, *file));
         } else {
             PrintFile(path, *file, streams);
         }
-    }
-    if (options.json) {
-        PrintJson(streams, document);
-    }
-    if (failed == options.files.size()) {
-        return kExitFile;
-    }
-    return StatusOf(kExitGood, inPart || failed != 0);
+        return file->skippedLines == 0;
+    };
+    return ReportEach(options.files, "files", options.json, streams, report);
 }
 
 } // namespace

@@ -64,7 +64,9 @@ public:
         if (object.Table() != nullptr) {
             line += "  (" + Counted(object.Table()->RowCount(), "row") + ")";
         }
-        Print(m_streams.out, "{}  #{}\n", line, object.Line());
+        const bool isRun = object.LastLine() != object.Line();
+        Print(m_streams.out, "{}  #{}{}\n", line, object.Line(),
+              isRun ? fmt::format("-{}", object.LastLine()) : "");
         for (const SIPMark& mark : object.Marks()) {
             Print(m_streams.out, "{}  ! {}: {}\n", indent, mark.line, MarkText(mark, m_check));
         }
@@ -110,6 +112,9 @@ TJson ObjectJson(const CIPDataObject& object, const SOptions& options, const SIP
                   {"value", object.Value()},
                   {"class", object.ClassName()},
                   {"line", object.Line()}};
+    if (object.LastLine() != object.Line()) {
+        json["lastLine"] = object.LastLine();
+    }
     if (const auto* number = dynamic_cast<const CIPDataNumber*>(&object)) {
         json["number"] = NumberJson(number->Number().value);
     } else if (const auto* range = dynamic_cast<const CIPDataValueRange*>(&object)) {

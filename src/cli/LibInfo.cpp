@@ -126,30 +126,20 @@ TJson ToJson(const SReport& report)
 
 int Execute(const SOptions& options, const SStreams& streams)
 {
-    TJson document = {{"version", kJsonVersion}, {"libraries", TJson::array()}};
-    std::size_t failed = 0;
-    bool inPart = false;
-    for (const std::string& file : options.files) {
-        const std::optional<SLoaded> loaded = Load(file, streams);
+    const auto tell = [&](const std::string& path, TJson* documents) -> std::optional<bool> {
+        const std::optional<SLoaded> loaded = Load(path, streams);
         if (!loaded) {
-            ++failed;
-            continue;
+            return std::nullopt;
         }
-        inPart = inPart || loaded->inPart;
-        const SReport report = ReportOn(file, loaded->library);
-        if (options.json) {
-            document["libraries"].push_back(ToJson(report));
+        const SReport report = ReportOn(path, loaded->library);
+        if (documents != nullptr) {
+            documents->push_back(ToJson(report));
         } else {
             PrintReport(report, streams);
         }
-    }
-    if (options.json) {
-        PrintJson(streams, document);
-    }
-    if (failed == options.files.size()) {
-        return kExitFile;
-    }
-    return StatusOf(kExitGood, inPart || failed != 0);
+        return !loaded->inPart;
+    };
+    return ReportEach(options.files, "libraries", options.json, streams, tell);
 }
 
 } // namespace

@@ -17,10 +17,7 @@ std::optional<CNetworkData> LoadNetwork(const std::string& path, const SStreams&
 {
     CVectorDiag diag;
     CResult<CNetworkData> data = ReadTouchstone(TextPath(path), diag);
-    for (const SDiag& one : diag.Diags()) {
-        const std::string line = one.pos.line == 0 ? "" : ":" + std::to_string(one.pos.line);
-        Print(streams.err, "zov: {}{}: warning: {}\n", one.pos.file, line, one.text);
-    }
+    PrintRemarks(streams, diag);
     if (!data) {
         PrintError(streams, data.Error());
         return std::nullopt;

@@ -211,25 +211,20 @@ TJson ToJson(const SReport& report)
 
 int Execute(const SOptions& options, const SStreams& streams)
 {
-    TJson document = {{"version", kJsonVersion}, {"networks", TJson::array()}};
-    std::size_t failed = 0;
-    for (const std::string& file : options.files) {
-        std::optional<CNetworkData> data = LoadNetwork(file, streams);
+    const auto tell = [&](const std::string& path, TJson* documents) -> std::optional<bool> {
+        std::optional<CNetworkData> data = LoadNetwork(path, streams);
         if (!data) {
-            ++failed;
-            continue;
+            return std::nullopt;
         }
-        const SReport report = ReportOn(file, std::move(*data));
-        if (options.json) {
-            document["networks"].push_back(ToJson(report));
+        const SReport report = ReportOn(path, std::move(*data));
+        if (documents != nullptr) {
+            documents->push_back(ToJson(report));
         } else {
             PrintReport(report, streams);
         }
-    }
-    if (options.json) {
-        PrintJson(streams, document);
-    }
-    return failed == options.files.size() ? kExitFile : StatusOf(kExitGood, failed != 0);
+        return true;
+    };
+    return ReportEach(options.files, "networks", options.json, streams, tell);
 }
 
 } // namespace

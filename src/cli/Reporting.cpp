@@ -68,6 +68,31 @@ int StatusOf(int status, bool inPart)
     return status == kExitGood && inPart ? kExitInPart : status;
 }
 
+int ReportEach(const std::vector<std::string>& paths, const char* key, bool json,
+               const SStreams& streams, const FReportFile& report)
+{
+    TJson document = {{"version", kJsonVersion}, {key, TJson::array()}};
+    std::size_t failed = 0;
+    bool inPart = false;
+    for (const std::string& path : paths) {
+        const std::optional<bool> whole = report(path, json ? &document[key] : nullptr);
+        failed += whole ? 0U : 1U;
+        inPart = inPart || !whole.value_or(false);
+    }
+    if (json) {
+        PrintJson(streams, document);
+    }
+    return failed == paths.size() ? kExitFile : StatusOf(kExitGood, inPart);
+}
+
+void PrintRemarks(const SStreams& streams, const CVectorDiag& diag)
+{
+    for (const SDiag& one : diag.Diags()) {
+        const std::string line = one.pos.line == 0 ? "" : ":" + std::to_string(one.pos.line);
+        Print(streams.err, "zov: {}{}: warning: {}\n", one.pos.file, line, one.text);
+    }
+}
+
 std::string Counted(std::size_t count, std::string_view noun)
 {
     return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");

@@ -8,9 +8,11 @@
 #include "core/ZovLibrary.h"
 
 #include <filesystem>
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace zov::cli {
 
@@ -59,6 +61,16 @@ bool Save(const CZovLibrary& library, const std::string& path, const CDisplayUni
 
 /// `status`, unless that is good and something was read in part only.
 [[nodiscard]] int StatusOf(int status, bool inPart);
+
+/// Reports on one file: into `documents` or, when that is null, on standard output. Whether it was
+/// read whole; none when it could not be read. What went wrong has been told.
+using FReportFile = std::function<std::optional<bool>(const std::string& path, TJson* documents)>;
+/// Reports on each file, with `json` in one document under `key`; the exit status.
+int ReportEach(const std::vector<std::string>& paths, const char* key, bool json,
+               const SStreams& streams, const FReportFile& report);
+
+/// Tells remarks about a file.
+void PrintRemarks(const SStreams& streams, const CVectorDiag& diag);
 
 /// "1 record", "2 records"
 [[nodiscard]] std::string Counted(std::size_t count, std::string_view noun);

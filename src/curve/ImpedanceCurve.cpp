@@ -180,11 +180,13 @@ std::vector<double> SweepHz(const SSweep& sweep)
     }
     hz.reserve(sweep.points);
     const double steps = static_cast<double>(sweep.points) - 1.0;
-    const double ratio = std::log(sweep.toHz / sweep.fromHz);
+    // In decades, so that decades come out as powers of ten.
+    const double from = std::log10(sweep.fromHz);
+    const double decades = std::log10(sweep.toHz) - from;
     for (std::size_t i = 0; i < sweep.points; ++i) {
         const bool isLast = i > 0 && i + 1 == sweep.points;
-        const double share = i == 0 ? 0.0 : static_cast<double>(i) / steps;
-        hz.push_back(isLast ? sweep.toHz : sweep.fromHz * std::exp(ratio * share));
+        const double exponent = from + decades * static_cast<double>(i) / steps;
+        hz.push_back(i == 0 ? sweep.fromHz : isLast ? sweep.toHz : std::pow(10.0, exponent));
     }
     return hz;
 }

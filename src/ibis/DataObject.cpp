@@ -36,6 +36,24 @@ bool SameWords(std::string_view a, std::string_view b)
     }
 }
 
+/// Children of an object beyond which lines kept as text are joined.
+constexpr std::size_t kSingleLines = 1000;
+
+/// Whether no keyword stands between two texts of a file.
+bool Follows(std::string_view before, std::string_view after)
+{
+    const char* const begin = before.data() + before.size();
+    std::string_view gap(begin, static_cast<std::size_t>(after.data() - begin));
+    for (std::size_t end = gap.find('\n'); end != std::string_view::npos; end = gap.find('\n')) {
+        gap.remove_prefix(end + 1);
+        const std::string_view line = TrimLine(gap.substr(0, gap.find('\n')));
+        if (line.starts_with('[')) {
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 bool SIPNumber::Unreadable() const
@@ -214,11 +232,44 @@ CIPDataObject& CIPDataObject::Add(std::unique_ptr<CIPDataObject> child)
     return *m_children.back();
 }
 
+CIPDataObject* CIPDataObject::ContinueRun(const SIPLine& line, const EIPMark* mark)
+{
+    if (m_children.size() < kSingleLines) {
+        return nullptr;
+    }
+    auto* const last = dynamic_cast<CIPDataItem*>(m_children.back().get());
+    if (last == nullptr || !last->Name().empty() || !last->Children().empty() ||
+        last->Marks().empty() != (mark == nullptr) ||
+        (mark != nullptr && last->Marks().front().mark != *mark) ||
+        !Follows(last->Value(), line.text)) {
+        return nullptr;
+    }
+    const char* const begin = last->Value().data();
+    CIPDataObject& run = *last;
+    run.m_value = {begin, static_cast<std::size_t>(line.text.data() + line.text.size() - begin)};
+    return &run;
+}
+
 CIPDataObject& CIPDataObject::AddUnread(const SIPLine& line, EIPMark mark)
 {
+    if (CIPDataObject* const run = ContinueRun(line, &mark)) {
+        return *run;
+    }
     CIPDataObject& item = Add(std::make_unique<CIPDataItem>("", line.number, line.text));
     item.Mark(mark, line.number);
     return item;
+}
+
+void CIPDataObject::AddText(const SIPLine& line)
+{
+    if (ContinueRun(line, nullptr) == nullptr) {
+        Add(std::make_unique<CIPDataItem>("", line.number, line.text));
+    }
+}
+
+std::size_t CIPDataObject::LastLine() const
+{
+    return m_line + static_cast<std::size_t>(std::ranges::count(m_value, '\n'));
 }
 
 void CIPDataObject::Mark(EIPMark mark, std::size_t line, std::size_t message)

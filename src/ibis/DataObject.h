@@ -103,6 +103,8 @@ public:
     [[nodiscard]] EIPKeyword Keyword() const;
     /// Line of the file, from 1.
     [[nodiscard]] std::size_t Line() const { return m_line; }
+    /// The last line of the value: the same but for runs of lines that were kept as one text.
+    [[nodiscard]] std::size_t LastLine() const;
     /// In the order of the file.
     [[nodiscard]] std::span<const std::unique_ptr<CIPDataObject>> Children() const
     {
@@ -168,12 +170,17 @@ protected:
     [[nodiscard]] virtual bool SameContent(const CIPDataObject& other) const;
     /// Lines that stand between the keyword's own and the children's.
     virtual void PrintContent(std::string& /*out*/) const {}
+    /// Keeps a line as a nameless item. Behind the first thousand children, lines that follow each
+    /// other become one item, so that a file that is no IBIS file takes little more than its size.
     CIPDataObject& AddUnread(const SIPLine& line, EIPMark mark = EIPMark::Unread);
+    void AddText(const SIPLine& line);
     void SetName(std::string_view name) { m_name = name; }
     void SetValue(std::string_view value) { m_value = value; }
 
 private:
     [[nodiscard]] bool SameChildren(const CIPDataObject& other, bool keywords) const;
+    /// The last child when it is a run that the line continues, which is done; else null.
+    CIPDataObject* ContinueRun(const SIPLine& line, const EIPMark* mark);
 
     const SIPForm* m_form = nullptr;
     std::string_view m_name;

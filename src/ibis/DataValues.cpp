@@ -82,7 +82,7 @@ std::string CIPDataItem::Text() const
 void CIPDataItem::TakeLine(const SIPLine& line, CArena& /*arena*/)
 {
     if (Form() != nullptr && Form()->lines == EIPLines::Text) {
-        Add(std::make_unique<CIPDataItem>("", line.number, line.text));
+        AddText(line);
     } else {
         AddUnread(line, Keyword() == EIPKeyword::End ? EIPMark::AfterEnd : EIPMark::Unread);
     }

@@ -10,6 +10,10 @@ namespace zov::ibis {
 
 namespace {
 
+/// Keywords without a class that get an object each; those beyond that follow another are lines of
+/// it, so that a file of such keywords takes little more than its size.
+constexpr std::size_t kSingleUnknown = 1000;
+
 bool IsSparse(const CIPDataObject& container)
 {
     const auto* matrix = dynamic_cast<const CIPDataRLCMatrix*>(&container);
@@ -60,6 +64,7 @@ void CParserBase::Reset(CIPDataFile& file, std::uint8_t files)
     m_section = EIPKeyword::None;
     m_line = 1;
     m_files = files;
+    m_unknown = 0;
     m_ended = false;
     m_file = &file;
     m_open.assign(1, &file);
@@ -149,6 +154,13 @@ void CParserBase::TakeKeyword(const SIPLine& line)
 
 void CParserBase::TakeUnknown(const SIPLine& line, std::string_view shown, std::string_view rest)
 {
+    const auto before = Innermost().Children();
+    if (++m_unknown > kSingleUnknown && !before.empty() &&
+        before.back()->Form() == &IPUnknownForm()) {
+        m_taker = before.back().get();
+        m_taker->TakeLine(line, m_file->Arena());
+        return;
+    }
     m_taker =
         &Innermost().Add(std::make_unique<CIPDataItem>(IPUnknownForm(), shown, line.number, rest));
     m_taker->Mark(EIPMark::UnknownKeyword, line.number);
@@ -168,7 +180,9 @@ void CParserBase::TakeCloser(EIPKeyword closer, const SIPLine& line, std::string
         }
     }
     TakeUnknown(line, shown, rest);
-    m_taker->Mark(EIPMark::Unopened, line.number);
+    if (m_taker->Line() == line.number) {
+        m_taker->Mark(EIPMark::Unopened, line.number);
+    }
 }
 
 /// Place in the stack of the container that the keyword belongs to; 0 is the file, m_open.size()

@@ -65,6 +65,7 @@ private:
     EIPKeyword m_section = EIPKeyword::None; ///< of the first level
     std::size_t m_line = 1;
     std::uint8_t m_files = 0;
+    std::size_t m_unknown = 0; ///< keywords without a class so far
     bool m_ended = false;
     CIPDataFile* m_file = nullptr;
     std::vector<CIPDataObject*> m_open; ///< the file and the containers that are open in it

@@ -65,6 +65,10 @@ TEST(DesignFile, ListsWithTheUsualTitlesAreRead)
         {"Board 7\n\nReferences;Value;MPN;Qty\nR1 R2-R3;10k;RC0402;3\n;;;\nX1;8M;;1\n",
          "RC0402: R1 R2 R3\n"},
         {"Designator\tComment\nC1\t100n\n", "100n: C1\n"},
+        {"Component,Qty,Reference,Manu Part Nr,Part Type\n0.5pF,2,C33 C120,X,USB Type C\n"
+         "R,1,R1,Y,Thick Film Resistor\nY,1,Y1,Z,Resonator\nB,1,C1,,\"Capacitor, 0402\"\n"
+         "N,1,N1,,Resistor-Capacitor network\n",
+         "0.5pF: C33 C120\nR: R1 Resistor\nY: Y1\nB: C1 Capacitor\nN: N1\n"},
         {"Device Type,Type\na,0x2000001\nb,33554436\nc,any\nd,Spice\ne,L\n",
          "a: Capacitor\nb: Resistor\nc:\nd: SPICE\ne: Inductor\n"},
     };
@@ -82,6 +86,23 @@ TEST(DesignFile, ListsWithTheUsualTitlesAreRead)
     ASSERT_TRUE(warned.Ok());
     EXPECT_EQ(Text(warned->design), "X:\n");
     EXPECT_EQ(diag.Diags().size(), 3U);
+    // A type that is none is told once; quantities are compared; the column may be named.
+    CVectorDiag notes;
+    const auto named = ReadDesignFile(
+        folder.Write("list.csv", "Component,PN,RefDes,Qty,Type\n1n,A,C1-C3,4,bead\n2n,B,C4,1,bead\n"
+                                 "3n,C,C5,x,tube\n4n,D,,7,\n"),
+        {"", "pn"}, notes);
+    ASSERT_TRUE(named.Ok());
+    EXPECT_EQ(Text(named->design), "A: C1 C2 C3\nB: C4\nC: C5\nD:\n");
+    std::string told;
+    for (const SDiag& one : notes.Diags()) {
+        told += std::to_string(one.pos.line) + " " + one.text + "\n";
+        EXPECT_EQ(one.severity, ESeverity::Note);
+    }
+    EXPECT_EQ(told, "2 quantity 4, but 3 reference designators\n"
+                    "2 'bead' is no model type; any type will do\n"
+                    "4 'tube' is no model type; any type will do\n");
+    EXPECT_FALSE(ReadDesignFile(folder.Path() / "list.csv", {"", "MPN"}, diag).Ok());
     EXPECT_FALSE(ReadDesignFile(folder.Write("list.csv", "Qty,Footprint\n1,2\n"), {}, diag).Ok());
     EXPECT_FALSE(ReadDesignFile(folder.Path() / "gone.csv", {}, diag).Ok());
 }

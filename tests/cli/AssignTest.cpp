@@ -29,7 +29,7 @@ TEST_F(CAssignCommands, AssignsAndSums)
               "R_10k   1  assigned   Resistor   R_10k   b.zov\n"
               "XTAL    1  not found\n"
               "C_100n  1  assigned   Resistor   c_100N  b.zov\n"
-              "5 components: 4 assigned, 0 ambiguous, 1 not found\n= 1");
+              "5 components by 'Component': 4 assigned, 0 ambiguous, 1 not found\n= 1");
     EXPECT_EQ(Zov("assign @/d.csv --project @/a.zov --fail-on never").status, 0);
     EXPECT_EQ(Zov("assign @/d.csv --project @/a.zov --fail-on ambiguous").status, 0);
     m_folder.Write("e.csv", "Component\nC_100\n");
@@ -54,7 +54,7 @@ TEST_F(CAssignCommands, WhyNamesKeyNormalisationAndLosers)
               "    found  exact by 'Model Name'\n"
               "    lost   C_100n in a.zov: it is of type 'Capacitor', required is 'Resistor'\n"
               "    lost   C_100n_50V in a.zov: it is of type 'Capacitor', required is 'Resistor'\n"
-              "5 components: 4 assigned, 0 ambiguous, 1 not found\n= 0");
+              "5 components by 'Component': 4 assigned, 0 ambiguous, 1 not found\n= 0");
     const SRun keys = Zov("assign @/d.csv --project @/a.zov --why --keys part --json");
     EXPECT_NE(keys.out.find("\"reason\": \"no key that is switched on leads to it\""),
               std::string::npos)
@@ -92,8 +92,15 @@ TEST_F(CAssignCommands, WhatCannotBeReadIsToldOnce)
     m_folder.Write("t.csv", "Component,Type\nC_100n,diode\n");
     EXPECT_EQ(Told("assign @/t.csv --project @/a.zov"),
               "C_100n  0  assigned, ambiguous  Capacitor  C_100n  a.zov\n"
-              "1 component: 1 assigned, 1 ambiguous, 0 not found\n"
-              "--\n@/t.csv:2: 'diode' is no model type; any type will do\n= 4");
+              "1 component by 'Component': 1 assigned, 1 ambiguous, 0 not found\n"
+              "--\n@/t.csv:2: 'diode' is no model type; any type will do\n= 0");
+    m_folder.Write("p.csv", "Component,Qty,RefDes,Part\n100n,2,C1,GRM155\n");
+    EXPECT_EQ(Told("assign @/p.csv --project @/a.zov --component part"),
+              "GRM155  1  assigned  Capacitor  C_100n  a.zov\n"
+              "1 component by 'Part': 1 assigned, 0 ambiguous, 0 not found\n"
+              "--\n@/p.csv:2: quantity 2, but 1 reference designator\n= 0");
+    EXPECT_EQ(Told("assign @/p.csv --project @/a.zov --component MPN"),
+              "--\nzov: '@/p.csv' has no column 'MPN' in a row of titles\n= 3");
 }
 
 TEST_F(CAssignCommands, SetsAreOpenedAndListed)

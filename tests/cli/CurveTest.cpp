@@ -61,6 +61,59 @@ TEST_F(CCurveCommands, ExportWritesCurvesAndText)
     EXPECT_EQ(Zov("curve export @/p.cur @/none/o.cur").status, 3);
 }
 
+TEST_F(CCurveCommands, ImpedancesOfALibraryBecomeCurves)
+{
+    CZovLibrary library;
+    SDiscreteModel model;
+    model.resistance = 0.03;
+    model.inductance = 1e-9;
+    model.capacitance = 100e-9;
+    AddCapacitor(library, "C100n", 100e-9).SetDiscreteModel(model);
+    SDiscreteModel file;
+    file.isCircuit = true;
+    file.cktDef = "gone.s2p";
+    AddCapacitor(library, "Circuit", 1e-6).SetDiscreteModel(file);
+    library.Add(ERecordType::Ic).SetString(EPropId::ModelName, "IC100");
+    Save(library, "lib.zov");
+
+    EXPECT_EQ(
+        Told("curve impedance @/lib.zov @/z.csv --model c100* --from 1MHz --to 1e9 --points 2"),
+        "@/z.csv: 1 curve\n= 0");
+    EXPECT_EQ(m_folder.Read("z.csv"), "curve,x,real,imag\n"
+                                      "C100n,1e+06,0.03,-1.5852662456117739\n"
+                                      "C100n,1e+09,0.03,6.281593757748668\n");
+    EXPECT_EQ(Told("curve impedance @/lib.zov @/z.cur"),
+              "@/z.cur: 1 curve\n--\nzov: file 'gone.s2p' of record 'Circuit' was not found\n= 4");
+    EXPECT_EQ(Told("curve info @/z.cur"),
+              "@/z.cur\n  kind    frequency-domain parameters\n  unit    ohm\n  curves  1\n"
+              "    $1  C100n  Z_real_imag  'C100n'  REAL  401 points  x 1000 to 10000000000\n= 0");
+    EXPECT_EQ(Told("curve impedance @/lib.zov @/m.csv --model C100n --magnitude --points 1"),
+              "@/m.csv: 1 curve\n= 0");
+    EXPECT_EQ(m_folder.Read("m.csv").substr(0, 21), "curve,x,value\n|C100n|");
+    struct SCase
+    {
+        const char* line;
+        const char* told;
+    };
+    for (const SCase& c : {
+             SCase{"@/z.cur --model IC*",
+                   "zov: record 'IC100' is neither a discrete part nor a VRM\n"
+                   "zov: no impedance to write; @/z.cur not written\n= 1"},
+             SCase{"@/z.cur --from 2k --to 1k",
+                   "zov: no frequencies from 2k to 1k, expected 0 < from <= to and a point\n= 2"},
+             SCase{"@/z.cur --from 2V", "zov: '2V' is no frequency, expected such as 10kHz or "
+                                        "1e6\n= 2"},
+             SCase{"@/z.cur --points 99999999", "zov: more than 10000000 points\n= 2"},
+             SCase{"@/z.cur --magnitude",
+                   "zov: --magnitude needs a .csv file; a .cur file holds both parts\n= 2"},
+             SCase{"@/z.xls", "zov: '@/z.xls' can't be written, expected a .cur or .csv file\n= 2"},
+         }) {
+        EXPECT_EQ(Told(std::string("curve impedance @/lib.zov ") + c.line),
+                  std::string("--\n") + c.told);
+    }
+    EXPECT_EQ(Zov("curve impedance @/none.zov @/z.cur").status, 3);
+}
+
 TEST_F(CCurveCommands, CalcGivesValuesListsAndCurves)
 {
     struct SCase

@@ -315,6 +315,57 @@ TEST(Parser, KeepsAndMarksWhatItCantRead)
     }
 }
 
+std::size_t ObjectsIn(const CIPDataObject& object)
+{
+    std::size_t count = 1;
+    for (const auto& child : object.Children()) {
+        count += ObjectsIn(*child);
+    }
+    return count;
+}
+
+/// Files of rubbish become few objects that still hold every line of it.
+TEST(Parser, JoinsRunsOfLinesOfNoUse)
+{
+    constexpr std::size_t kRepeats = 20'000;
+    struct SCase
+    {
+        const char* head;
+        const char* line;
+    };
+    for (const SCase& c :
+         {SCase{"", "xq\n"}, SCase{"", "xq\r\n| comment [x]\n\n"}, SCase{"[Notes] n\n", "xq\n"},
+          SCase{"", "[xq]\n"}, SCase{"", "[xq] word\n a\n"}, SCase{"", "[End Circuit Call] xq\n"},
+          SCase{"[Model] m\n", "xq 1 2 3\n"}, SCase{"[End]\n", "xq\n"}}) {
+        std::string text = c.head;
+        for (std::size_t i = 0; i < kRepeats; ++i) {
+            text += c.line;
+        }
+        const auto file = Parse(text);
+        EXPECT_LT(ObjectsIn(*file), 4'000U) << c.line;
+        std::string printed;
+        file->Print(printed);
+        EXPECT_TRUE(Parse(printed)->Equals(*file)) << c.line;
+        std::size_t kept = 0;
+        for (std::size_t at = 0; (at = printed.find("xq", at)) != std::string::npos; ++at) {
+            ++kept;
+        }
+        EXPECT_EQ(kept, kRepeats) << c.line;
+    }
+    std::string text = "[Model] m\n";
+    for (std::size_t i = 0; i < 1005; ++i) {
+        text += "odd\n";
+    }
+    // A keyword ends the run.
+    const auto file = Parse(text + "[Comment Char] #_char\nodd # c\nodd\n");
+    const auto children = file->FindModel("m")->Children();
+    ASSERT_EQ(children.size(), 1001U);
+    EXPECT_EQ(children[999]->Line(), 1001U);
+    EXPECT_EQ(children[999]->LastLine(), 1006U);
+    EXPECT_EQ(children[1000]->Value(), "odd # c\nodd");
+    EXPECT_EQ(children[1000]->Marks().size(), 1U);
+}
+
 TEST(Parser, TakesTextAsFilesHaveIt)
 {
     const auto file = Parse("[IBIS Ver] 4.0 | comment\r\n[comment_char] #_char | old\r\n"
