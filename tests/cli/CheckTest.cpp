@@ -45,6 +45,41 @@ TEST_F(CCheck, TextIsTheCheckersOwn)
               "[syntax/version]\n= 1");
 }
 
+TEST_F(CCheck, EvidenceOfCurvesIsInEveryForm)
+{
+    Write("turn.ibs", "[IBIS Ver] 3.2\n[File Name] turn.ibs\n[File Rev] 1\n[Model] m\n"
+                      "Model_type Output\n[Voltage Range] 3 NA NA\n[Pulldown]\n-3 -0.3 NA NA\n"
+                      "3 0.300 NA NA\n6 0.200 NA NA\n[End]\n");
+    const std::string text = Told("check @/turn.ibs --details");
+    EXPECT_NE(text.find("    row: 3\n    line: 10\n    voltage: 6\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("    sum-with-clamps: not monotonic\n"), std::string::npos) << text;
+    EXPECT_EQ(Told("check @/turn.ibs").find("sum-with-clamps"), std::string::npos);
+
+    const auto evidence = [](const cli::TJson& details) {
+        std::string all;
+        for (const auto& pair : details) {
+            all += pair["name"].get<std::string>() + "=" + pair["value"].get<std::string>() + " ";
+        }
+        return all;
+    };
+    const cli::TJson json = Json("check @/turn.ibs --format json");
+    const cli::TJson sarif = Json("check @/turn.ibs --format sarif");
+    std::string found[2];
+    for (const auto& finding : json["files"][0]["findings"]) {
+        if (finding["code"] == 1408) {
+            found[0] = evidence(finding["details"]);
+        }
+    }
+    for (const auto& result : sarif["runs"][0]["results"]) {
+        if (result["ruleId"] == "1408") {
+            found[1] = evidence(result["properties"]["details"]);
+        }
+    }
+    EXPECT_NE(found[0].find("size=0.1 table-span=0.6 part-of-span=0.166666667"), std::string::npos)
+        << found[0];
+    EXPECT_EQ(found[0], found[1]);
+}
+
 TEST_F(CCheck, ExplainsByCodeAndByRule)
 {
     const std::string text = Told("check --explain E0900");
