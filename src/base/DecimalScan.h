@@ -58,28 +58,22 @@ inline std::uint64_t LoadEight(const char* at)
     return chunk;
 }
 
-/// How many of eight characters are digits before the first that is none.
-constexpr unsigned LeadingDigits(std::uint64_t chunk)
+constexpr std::uint64_t kZeroDigits = 0x3030303030303030U;
+
+/// Marks (0x80) of characters that are no digits; exact up to and including the first of them.
+constexpr std::uint64_t NonDigits(std::uint64_t chunk)
 {
-    // A digit's high half is 3, also after 6 is added to it; each byte that fails keeps a bit. A
-    // carry out of a byte only reaches bytes behind one that fails already.
-    constexpr std::uint64_t kHigh = 0xF0F0F0F0F0F0F0F0U;
-    constexpr std::uint64_t kThrees = 0x3030303030303030U;
-    constexpr std::uint64_t kSixes = 0x0606060606060606U;
-    const std::uint64_t fails =
-        ((chunk & kHigh) ^ kThrees) | (((chunk + kSixes) & kHigh) ^ kThrees);
-    return fails == 0 ? 8U : static_cast<unsigned>(std::countr_zero(fails)) / 8U;
+    return ((chunk + 0x4646464646464646U) | (chunk - kZeroDigits)) & 0x8080808080808080U;
 }
 
-/// Eight digits as a number: pairs, then fours, then all.
-constexpr std::uint64_t EightDigits(std::uint64_t chunk)
+/// Eight digit values as a number: pairs, then fours, then all.
+constexpr std::uint64_t EightDigits(std::uint64_t digits)
 {
     constexpr std::uint64_t kMask = 0x000000FF000000FFU;
     constexpr std::uint64_t kFirst = 0x000F424000000064U;  // 100 + (1000000 << 32)
     constexpr std::uint64_t kSecond = 0x0000271000000001U; // 1 + (10000 << 32)
-    chunk -= 0x3030303030303030U;
-    chunk = chunk * 10 + (chunk >> 8U);
-    return (((chunk & kMask) * kFirst) + (((chunk >> 16U) & kMask) * kSecond)) >> 32U;
+    digits = digits * 10 + (digits >> 8U);
+    return (((digits & kMask) * kFirst) + (((digits >> 16U) & kMask) * kSecond)) >> 32U;
 }
 
 /// Appends digits to the mantissa; overflow is for the caller to see from their number.
@@ -87,18 +81,19 @@ inline const char* TakeDigits(const char* at, const char* end, std::uint64_t& ma
 {
     while (end - at >= 8) {
         const std::uint64_t chunk = LoadEight(at);
-        const unsigned digits = LeadingDigits(chunk);
-        if (digits == 0) {
-            return at;
+        const std::uint64_t others = NonDigits(chunk);
+        if (others == 0) {
+            mantissa = mantissa * kScale[8] + EightDigits(chunk - kZeroDigits);
+            at += 8;
+            continue;
         }
-        // The digits are moved to the end and zeros stand in front of them.
-        const unsigned shift = 64U - 8U * digits;
-        const std::uint64_t zeros = digits == 8 ? 0 : 0x3030303030303030U >> (8U * digits);
-        mantissa = mantissa * kScale[digits] + EightDigits((chunk << shift) | zeros);
-        at += digits;
-        if (digits < 8) {
-            return at;
+        const auto digits = static_cast<unsigned>(std::countr_zero(others)) / 8U;
+        if (digits != 0) {
+            // Shifted up, the missing digits become zeros in front.
+            mantissa = mantissa * kScale[digits] +
+                       EightDigits((chunk - kZeroDigits) << (64U - 8U * digits));
         }
+        return at + digits;
     }
     unsigned digit = 0;
     for (; at != end && (digit = static_cast<unsigned char>(*at) - 48U) < 10; ++at) {

@@ -3,7 +3,11 @@
 
 #include "base/Number.h"
 
+#include <array>
+#include <bit>
+#include <cfloat>
 #include <cmath>
+#include <cstring>
 
 namespace zov::network {
 
@@ -15,10 +19,6 @@ __extension__ using TUint128 = unsigned __int128;
 #else
 #define ZOV_HAS_INT128 0
 #endif
-
-constexpr std::array<double, 23> kPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                            1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                            1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 /// 10^27 = 5^27 2^27, and 5^27 < 2^63: exact with a mantissa of 64 bits.
 constexpr int kLongPowers = 27;
@@ -57,8 +57,8 @@ bool detail::ExactDecimal(std::uint64_t mantissa, int exponent, double& value)
 {
     if (mantissa <= std::uint64_t{1} << 53U && exponent >= -22 && exponent <= 22) {
         const auto whole = static_cast<double>(mantissa);
-        value = exponent < 0 ? whole / kPowers[static_cast<std::size_t>(-exponent)]
-                             : whole * kPowers[static_cast<std::size_t>(exponent)];
+        value =
+            exponent < 0 ? whole / decimal::kPowers[-exponent] : whole * decimal::kPowers[exponent];
         return true;
     }
     if (mantissa == 0) {
