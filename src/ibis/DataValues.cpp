@@ -11,6 +11,18 @@ namespace zov::ibis {
 
 namespace {
 
+/// Rows with too few or too many words that a section takes as rows; more of them are no rows.
+constexpr std::size_t kMostOddRows = 1000;
+
+std::size_t CountWords(std::string_view text)
+{
+    std::size_t count = 0;
+    while (!TakeWord(text).empty()) {
+        ++count;
+    }
+    return count;
+}
+
 SIPSlope SplitSlope(std::string_view word)
 {
     const std::size_t slash = word.find('/');
@@ -195,12 +207,19 @@ void CIPDataSection::TakeLine(const SIPLine& line, CArena& arena)
 void CIPDataSection::TakeRow(const SIPLine& line, CArena& arena)
 {
     const SIPForm& form = *Form();
+    const std::size_t count = CountWords(line.text);
+    const bool missing = form.minWords != kAnyWords && count < form.minWords;
+    const bool extra = form.maxWords != kAnyWords && count > form.maxWords;
+    if ((missing || extra) && ++m_oddRows > kMostOddRows) {
+        AddUnread(line);
+        return;
+    }
     const auto words = KeepWords(line.text, arena);
     CIPDataObject& row = Add(MakeRow(line.number, line.text, words));
-    if (form.minWords != kAnyWords && words.size() < form.minWords) {
+    if (missing) {
         row.Mark(EIPMark::Missing, line.number);
     }
-    if (form.maxWords != kAnyWords && words.size() > form.maxWords) {
+    if (extra) {
         row.Mark(EIPMark::Extra, line.number);
     }
     for (std::size_t i = 0; form.numberColumns >> i != 0 && i < words.size(); ++i) {
@@ -249,10 +268,7 @@ bool TakeIPField(CIPDataObject& to, const SIPLine& line)
 
 std::span<const std::string_view> KeepWords(std::string_view text, CArena& arena)
 {
-    std::size_t count = 0;
-    for (std::string_view rest = text; !TakeWord(rest).empty();) {
-        ++count;
-    }
+    const std::size_t count = CountWords(text);
     auto* const words = arena.AllocateArray<std::string_view>(count);
     for (std::size_t i = 0; i < count; ++i) {
         words[i] = TakeWord(text);

@@ -107,6 +107,8 @@ protected:
 
 private:
     void TakeRow(const SIPLine& line, CArena& arena);
+
+    std::size_t m_oddRows = 0; ///< with too few or too many words
 };
 
 /// Adds the sub-parameter of a line to an object.

@@ -4,7 +4,9 @@
 #include "base/File.h"
 #include "base/Text.h"
 #include "ibis/BufferNodes.h"
+#include "ibis/DataParser.h"
 #include "ibis/Parser.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -251,6 +253,35 @@ TEST(Composite, LinesKeepWithinTheLimitOfTheVersion)
     EXPECT_EQ(CountIPData(*file).marked, 0U);
     EXPECT_EQ(file->Components().at(0)->CircuitCalls().size(), 304U);
     EXPECT_EQ(file->First<CIPDataExternalCircuit>()->Ports().size(), 604U);
+}
+
+/// What is written passes the checker, whatever the types of the buffers.
+TEST(Composite, FilesOfEveryModelTypePassTheCheck)
+{
+    const test::CTempFolder folder;
+    for (const char* name : {"pkg.sp", "pdn.sp", "chip.ibs"}) {
+        folder.Write(name, "* stands for the real one\n");
+    }
+    for (const char* type : {"Input", "Output", "I/O", "3-state", "Open_drain", "I/O_open_drain",
+                             "Open_sink", "I/O_open_sink", "Open_source", "I/O_open_source",
+                             "Input_ECL", "Output_ECL", "I/O_ECL", "3-state_ECL", "Terminator"}) {
+        for (const bool circuits : {true, false}) {
+            SComposite composite = Small();
+            composite.buffers[0].modelType = type;
+            composite.pins[2].c = "0";
+            if (!circuits) {
+                composite.package = {};
+                composite.network = {};
+            }
+            ASSERT_TRUE(SaveComposite(composite, folder.Path() / "sys.ibs", kDate).Ok()) << type;
+            CIBISDataParser parser;
+            ASSERT_EQ(parser.ReadFile(folder.Path() / "sys.ibs"), 1);
+            EXPECT_EQ(parser.CheckInfo().errors, 0U)
+                << type << circuits << parser.CheckInfo().report;
+            EXPECT_NE(parser.CheckInfo().result, kIPCheckNotDone);
+            EXPECT_EQ(CountIPData(*parser.Data()).components, 1U);
+        }
+    }
 }
 
 } // namespace zov::ibis

@@ -336,7 +336,9 @@ TEST(Parser, JoinsRunsOfLinesOfNoUse)
     for (const SCase& c :
          {SCase{"", "xq\n"}, SCase{"", "xq\r\n| comment [x]\n\n"}, SCase{"[Notes] n\n", "xq\n"},
           SCase{"", "[xq]\n"}, SCase{"", "[xq] word\n a\n"}, SCase{"", "[End Circuit Call] xq\n"},
-          SCase{"[Model] m\n", "xq 1 2 3\n"}, SCase{"[End]\n", "xq\n"}}) {
+          SCase{"[Model] m\n", "xq 1 2 3\n"}, SCase{"[End]\n", "xq\n"},
+          SCase{"[Component] c\n[Pin]\n", "xq\n"},
+          SCase{"[Component] c\n[Diff Pin]\n", "xq 1 2 3 4 5 6 7\n"}}) {
         std::string text = c.head;
         for (std::size_t i = 0; i < kRepeats; ++i) {
             text += c.line;
