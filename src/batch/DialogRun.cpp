@@ -6,8 +6,6 @@
 
 namespace zov::batch {
 
-namespace {
-
 SImportJob JobOf(const SDialogTab& tab)
 {
     SImportJob job;
@@ -18,6 +16,9 @@ SImportJob JobOf(const SDialogTab& tab)
     for (const SDialogMapping& row : tab.mapping) {
         const std::string label(InfoOf(row.field).label);
         options.mapping.mapping->push_back({row.field, label, row.title, 0});
+        if (!row.constant.empty()) {
+            options.mapping.constants[row.field] = row.constant;
+        }
         options.mapping.units[row.field] = row.unit;
         if (row.field == EField::SizeUnit) {
             options.sizeSystem = FindSizeSystem(row.unit).value_or(ESizeSystem::FromFile);
@@ -33,8 +34,6 @@ SImportJob JobOf(const SDialogTab& tab)
     return job;
 }
 
-} // namespace
-
 std::vector<std::string> CheckTab(const SDialogTab& tab)
 {
     std::vector<std::string> missing;
@@ -48,13 +47,14 @@ std::vector<std::string> CheckTab(const SDialogTab& tab)
     for (const SDialogMapping& row : tab.mapping) {
         const SFieldInfo& info = InfoOf(row.field);
         // A field that only has choices (size system, nodes) may go without a column.
-        if (row.title.empty() && info.quantity == EQuantity::None && !info.units.empty()) {
+        const bool noColumn = row.title.empty() && row.constant.empty();
+        if (noColumn && info.quantity == EQuantity::None && !info.units.empty()) {
             if (row.unit.empty()) {
                 missing.push_back(Text(msg::kUnitRequired, type, info.label));
             }
             continue;
         }
-        if (row.title.empty()) {
+        if (noColumn) {
             missing.push_back(Text(msg::kColumnRequired, type, info.label));
         }
         if (row.unit.empty() && info.quantity != EQuantity::None && !info.units.empty()) {
@@ -66,11 +66,13 @@ std::vector<std::string> CheckTab(const SDialogTab& tab)
 
 CResult<void> RunTab(const SDialogTab& tab, const FClock& clock, CGeneratorQuestions& questions,
                      const std::function<bool(std::uint32_t)>& progress, CLogSink& log,
-                     SImportReport& report)
+                     SImportReport& report, const SOpenDestination& open)
 {
     log.Write(Text(msg::kStart, FormatTime(clock())));
     log.Write(Text(msg::kGenerating, zov::InfoOf(tab.type).name));
     SImportJob job = JobOf(tab);
+    job.load = open.load;
+    job.save = open.save;
     std::error_code ignored;
     if (std::filesystem::exists(job.generate.destination, ignored) &&
         questions.Ask(msg::kAskReplaceFile)) {

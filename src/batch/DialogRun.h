@@ -32,7 +32,8 @@ struct SDialogMapping
 {
     EField field = EField::ModelName;
     std::string title;
-    std::string unit; ///< one of the field's units, or "From File"
+    std::string unit;     ///< one of the field's units, or "From File"
+    std::string constant; ///< stands in every row in place of a column
 };
 
 /// One tab of the dialog.
@@ -63,12 +64,23 @@ public:
     virtual bool Ask(std::string_view question) = 0;
 };
 
+/// What a tab comes to, without its questions.
+[[nodiscard]] SImportJob JobOf(const SDialogTab& tab);
+
+/// How a run gets at a destination that is open in the program; empty functions for one that is
+/// not. See SImportJob.
+struct SOpenDestination
+{
+    std::function<CResult<CZovLibrary>()> load;
+    std::function<CResult<void>(CZovLibrary library)> save;
+};
+
 /// Runs a tab that CheckTab found complete: start lines, questions, generation, saving, end line.
 /// @param progress  as SGenerateOptions::progress; may be empty
 /// Errors are told to `log`; Cancelled when the user stopped the run, nothing is saved then.
 CResult<void> RunTab(const SDialogTab& tab, const FClock& clock, CGeneratorQuestions& questions,
                      const std::function<bool(std::uint32_t)>& progress, CLogSink& log,
-                     SImportReport& report);
+                     SImportReport& report, const SOpenDestination& open = {});
 
 /// The text that the desktop shows for a part list that can't be used.
 /// EErr::Unspecified stands for a platform without any spreadsheet reader.

@@ -135,13 +135,15 @@ CResult<void> RunImport(const SImportJob& job, CLogSink& log, SImportReport& rep
     CZovLibrary library;
     library.SetPath(options.destination);
     if (job.existing == EDestination::Append) {
-        ASSIGN_OR_RETURN(library, LoadDestination(options.destination, log));
+        ASSIGN_OR_RETURN(library,
+                         job.load ? job.load() : LoadDestination(options.destination, log));
     }
     RETURN_IF_ERROR(GenerateModels(*book, options, library, log, &report));
     if (job.dryRun) {
         return {};
     }
-    RETURN_IF_ERROR(SaveDestination(library, options.destination, log));
+    RETURN_IF_ERROR(job.save ? job.save(std::move(library))
+                             : SaveDestination(library, options.destination, log));
     report.saved = true;
     return {};
 }

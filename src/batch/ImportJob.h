@@ -6,6 +6,7 @@
 #include "batch/ModelGenerator.h"
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 namespace zov::batch {
@@ -24,6 +25,10 @@ struct SImportJob
     std::filesystem::path mappingFile; ///< empty: generate.mapping.mapping as it is
     EDestination existing = EDestination::Append;
     bool dryRun = false; ///< everything but the saving
+    /// When set, take the place of LoadDestination and SaveDestination: for a destination that is
+    /// open in the program.
+    std::function<CResult<CZovLibrary>()> load;
+    std::function<CResult<void>(CZovLibrary library)> save;
 };
 
 /// @param report  filled as far as the run came

@@ -123,9 +123,10 @@ private:
     CResult<void> ReadRows()
     {
         CResult<void> outcome;
+        const std::size_t limit = m_options.rowLimit == 0 ? SIZE_MAX : m_options.rowLimit;
         auto read = m_book.ReadRows([&](const SSheetRow& row) {
             outcome = Visit(row);
-            return outcome.Ok() ? EVisit::Continue : EVisit::Stop;
+            return outcome.Ok() && m_report.counts.rows < limit ? EVisit::Continue : EVisit::Stop;
         });
         RETURN_IF_ERROR(std::move(outcome));
         if (!read) {

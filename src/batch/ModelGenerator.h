@@ -42,6 +42,7 @@ struct SGenerateOptions
     std::filesystem::path destination;   ///< for file names relative to the library, and messages
     /// Called every few hundred rows with the row's number; false stops the run.
     std::function<bool(std::uint32_t row)> progress;
+    std::uint32_t rowLimit = 0; ///< rows that hold something are read up to this many; 0: all
     bool keepRows = true; ///< the report lists every row; else only rows with something to tell
 };
 

@@ -29,6 +29,7 @@ enum ECommandId : unsigned
     ID_NAV_PAGE_OPTIONS,
     ID_TOOLS_OPTIONS,
     ID_TOOLS_ASSIGN,
+    ID_TOOLS_GENERATE,
     ID_APP_HELP,
     ID_APP_ABOUT,
 

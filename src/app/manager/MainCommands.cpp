@@ -36,6 +36,8 @@ constexpr ui::SCommand kCommands[] = {
     {ID_NAV_PAGE_OPTIONS, "OnNavPageOptions", "Options", "", "options", ""},
     {ID_TOOLS_ASSIGN, "OnToolsAssign", "Model &Assignment...",
      "Model Assignment\nGive the components of a design their models", "assign", "Ctrl+T"},
+    {ID_TOOLS_GENERATE, "OnToolsGenerate", "&Generate Models...",
+     "Generate Models\nMake models of a part list", "create", "Ctrl+G"},
     {ID_TOOLS_OPTIONS, "OnToolsOptions", "Options...", "", "options", "Ctrl+,"},
     {ID_APP_HELP, "OnAppHelp", "&Documents", "", "help", "F1"},
     {ID_APP_ABOUT, "OnAppAbout", "&About Zovra...", "About Zovra\nAbout Zovra", "about", ""},

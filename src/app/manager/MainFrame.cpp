@@ -71,6 +71,7 @@ ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_OPTIONS, NavPageOptions, OnUpdateNavPage)
 ZOV_ON_COMMAND(ID_TOOLS_OPTIONS, ToolsOptions)
 ZOV_ON_COMMAND(ID_VELDA_LIBRARY, VeldaLibrary)
 ZOV_ON_COMMAND(ID_TOOLS_ASSIGN, ToolsAssign)
+ZOV_ON_COMMAND(ID_TOOLS_GENERATE, ToolsGenerate)
 ZOV_ON_COMMAND(ID_APP_HELP, AppHelp)
 ZOV_ON_COMMAND(ID_APP_ABOUT, AppAbout)
 ZOV_ON_COMMAND(ID_NEW_ZOV_LIB_FILE, NewZovLibFile)
@@ -208,7 +209,7 @@ void CZovMainFrm::MakeMenus()
     QMenu* panes = view->addMenu(tr("Pane"));
     m_actions->FillMenu(*panes, {ID_VIEW_PANE_LIBRARIES, ID_VIEW_PANE_EDITOR, ID_VIEW_PANE_OUTPUT});
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
-    m_actions->FillMenu(*tools, {ID_TOOLS_ASSIGN, ui::kSeparator, ID_TOOLS_OPTIONS});
+    m_actions->FillMenu(*tools, {ID_TOOLS_GENERATE, ID_TOOLS_ASSIGN, ui::kSeparator, ID_TOOLS_OPTIONS});
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     m_actions->FillMenu(*help, {ID_APP_HELP, ID_APP_ABOUT});
     ShowRecent();

@@ -88,6 +88,7 @@ private:
     void OnToolsOptions();
     void OnVeldaLibrary();
     void OnToolsAssign();
+    void OnToolsGenerate();
     void OnAppHelp();
     void OnAppAbout();
     void OnNewZovLibFile();

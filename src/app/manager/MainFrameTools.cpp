@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The main frame's commands that open the other windows.
 #include "app/assignment/AssignFrm.h"
+#include "app/generator/DlgZovGenMain.h"
 #include "app/manager/MainFrame.h"
 #include "ui/Prompt.h"
 
@@ -24,6 +25,11 @@ void CZovMainFrm::OnToolsAssign()
     m_assign->show();
     m_assign->raise();
     m_assign->activateWindow();
+}
+
+void CZovMainFrm::OnToolsGenerate()
+{
+    CDlgZovGenMain(&m_session, this).DoModal();
 }
 
 } // namespace zov::app

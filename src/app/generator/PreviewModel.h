@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+/// The preview of a generator tab as a table: faulty cells are marked and say why.
+#pragma once
+
+#include "batch/Preview.h"
+
+#include <QAbstractTableModel>
+
+namespace zov::app {
+
+class CPreviewModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    using QAbstractTableModel::QAbstractTableModel;
+
+    void Show(batch::SPreview preview);
+    [[nodiscard]] const batch::SPreview& Preview() const { return m_preview; }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    batch::SPreview m_preview;
+};
+
+} // namespace zov::app

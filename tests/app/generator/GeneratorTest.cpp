@@ -1,0 +1,388 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/BoxQuestions.h"
+#include "app/generator/DlgVendorDecapLibrary.h"
+#include "app/generator/DlgZovGenMain.h"
+#include "app/generator/GeneratorPage.h"
+#include "base/File.h"
+#include "core/LibraryFiles.h"
+#include "support/TempFolder.h"
+#include "ui/Prompt.h"
+
+#include <QAbstractItemView>
+#include <QStandardItemModel>
+#include <QTest>
+#include <QUndoStack>
+
+#include <gtest/gtest.h>
+
+namespace zov::app::test {
+namespace {
+
+using enum ERecordType;
+using ui::EAnswer;
+using zov::test::CTempFolder;
+
+const char* const kResistors = "Part Number,Resistance (Ohm),Maker,Model Type\n"
+                               "R-10,10,Kappa,RLC\n"
+                               "R-20,20,Kappa,RLC\n"
+                               "R-10,11,Kappa,RLC\n"
+                               "R-30,much,Kappa,RLC\n";
+
+class CGeneratorTest : public testing::Test
+{
+protected:
+    static QString Text(const std::filesystem::path& path)
+    {
+        return QString::fromStdString(PathText(path));
+    }
+    template <class Widget>
+    Widget& Child(const char* name, ERecordType type = Resistor)
+    {
+        auto* found = dialog.Page(type).findChild<Widget*>(QLatin1String(name));
+        return *(found != nullptr ? found : dialog.findChild<Widget*>(QLatin1String(name)));
+    }
+    void Settle(ERecordType type = Resistor)
+    {
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] {
+                return !dialog.Page(type).IsBusy() && !dialog.IsRunning() &&
+                       !session.Job().IsRunning();
+            },
+            20000));
+    }
+    void SetSource(const std::string& lines, ERecordType type = Resistor)
+    {
+        const auto name = std::string(InfoOf(type).name) + ".csv";
+        dialog.Page(type).SetSource(Text(folder.Write(name, lines)));
+        Settle(type);
+    }
+    void SetDestination(const char* name, ERecordType type = Resistor)
+    {
+        dialog.Page(type).SetDestination(Text(folder.Path() / name));
+        Settle(type);
+    }
+    /// Writes into a cell of the mapping list as a user does.
+    void Map(const char* property, const char* text, int column = CMappingModel::kXlsProp,
+             ERecordType type = Resistor)
+    {
+        QAbstractItemModel& rows = *Child<QAbstractItemView>("ui_IDC_MAPPING", type).model();
+        for (int i = 0; i < rows.rowCount(); ++i) {
+            if (rows.index(i, 0).data().toString() == QLatin1String(property)) {
+                rows.setData(rows.index(i, column), QLatin1String(text), Qt::EditRole);
+            }
+        }
+        Settle(type);
+    }
+    void Generate()
+    {
+        QTest::mouseClick(&Child<QPushButton>("ui_IDC_GENERATE"), Qt::LeftButton);
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] { return !dialog.IsRunning() && !session.Job().IsRunning(); }, 20000));
+        QTest::qWait(1);
+    }
+    QString Log() { return Child<QPlainTextEdit>("ui_IDC_LOG").toPlainText(); }
+    bool Logged(const QString& text) { return Log().contains(text); }
+    QString Cell(int row, int column) { return Preview().index(row, column).data().toString(); }
+    QAbstractItemModel& Preview(ERecordType type = Resistor)
+    {
+        return *Child<QAbstractItemView>("ui_IDC_PREVIEW", type).model();
+    }
+    std::size_t Count(const char* name) const
+    {
+        CNullLog silent;
+        const auto library = LoadLibrary(folder.Path() / name, {}, silent);
+        return library ? library->Count() : 9999;
+    }
+
+    CTempFolder folder;
+    CMemorySettings store;
+    CVectorLog log;
+    ui::CScriptedAnswers answers;
+    CZovSession session{store, log, [](const char*) { return std::nullopt; }};
+    QWidget window;
+    CBoxQuestions questions{window};
+    CDlgZovGenMain dialog{&session, &window};
+};
+
+TEST_F(CGeneratorTest, TabsListsAndChoicesAreAsTheyAreCalled)
+{
+    dialog.show();
+    const auto& tabs = Child<QTabWidget>("ui_IDC_TABS");
+    EXPECT_EQ(tabs.tabText(0) + tabs.tabText(1) + tabs.tabText(2),
+              QStringLiteral("CapacitorInductorResistor"));
+    QStringList titles;
+    const QAbstractItemModel& mapping = *Child<QAbstractItemView>("ui_IDC_MAPPING").model();
+    for (int i = 0; i < mapping.columnCount(); ++i) {
+        titles += mapping.headerData(i, Qt::Horizontal).toString();
+    }
+    EXPECT_EQ(titles.join(QLatin1Char('|')), QStringLiteral("Model Prop.|XLS Prop.|Unit"));
+    EXPECT_EQ(Child<QRadioButton>("ui_IDC_ADD_SUFFIX").text(),
+              QStringLiteral("Add suffix to the new model"));
+    EXPECT_EQ(Child<QRadioButton>("ui_IDC_KEEP_FIRST").text(),
+              QStringLiteral("Keep the first one only"));
+    EXPECT_EQ(Child<QRadioButton>("ui_IDC_REPLACE").text(),
+              QStringLiteral("Replace with new model"));
+    EXPECT_TRUE(Child<QLineEdit>("ui_IDC_VENDOR", Capacitor).isVisible());
+    dialog.ShowPage(Resistor);
+    EXPECT_FALSE(Child<QLineEdit>("ui_IDC_VENDOR").isVisible());
+}
+
+TEST_F(CGeneratorTest, ThePreviewShowsWhatWillBeImportedAndWhatIsWrong)
+{
+    SetSource(kResistors);
+    // Model Name, Model Type, Mfg.Part No. or Manufacturer, Resistance, then the result.
+    const int last = Preview().columnCount() - 1;
+    int resistance = 0;
+    for (int i = 0; i < last; ++i) {
+        if (Preview().headerData(i, Qt::Horizontal).toString() == QStringLiteral("Resistance")) {
+            resistance = i;
+        }
+    }
+    ASSERT_EQ(Preview().rowCount(), 4);
+    EXPECT_EQ(Cell(0, resistance), QStringLiteral("10000mOhm"));
+    EXPECT_EQ(Cell(0, last), QStringLiteral("added"));
+    EXPECT_TRUE(Cell(2, last).startsWith(QStringLiteral("skipped")));
+    EXPECT_EQ(Preview().headerData(3, Qt::Vertical).toInt(), 5) << "the sheet's own row number";
+    const QModelIndex bad = Preview().index(3, resistance);
+    EXPECT_EQ(bad.data().toString(), QStringLiteral("much"));
+    EXPECT_TRUE(bad.data(Qt::BackgroundRole).isValid());
+    EXPECT_TRUE(bad.data(Qt::ToolTipRole).toString().contains(QStringLiteral("expected: ")));
+    EXPECT_FALSE(Preview().index(0, resistance).data(Qt::BackgroundRole).isValid());
+
+    Child<QRadioButton>("ui_IDC_ADD_SUFFIX").setChecked(true);
+    Settle();
+    EXPECT_EQ(Cell(2, 0), QStringLiteral("R-10_1"));
+    Map("Resistance", "kOhm", CMappingModel::kUnit);
+    EXPECT_EQ(Cell(0, resistance), QStringLiteral("1e+07mOhm"));
+}
+
+TEST_F(CGeneratorTest, ConstantsStandInForMissingColumns)
+{
+    SetSource("Name,Value\nA,4u7\nB,10uF\n", Capacitor);
+    const auto failed = [&] {
+        return Preview(Capacitor).index(0, Preview(Capacitor).columnCount() - 1).data().toString();
+    };
+    Map("Model Name", "Name", CMappingModel::kXlsProp, Capacitor);
+    Map("Cnom", "Value", CMappingModel::kXlsProp, Capacitor);
+    EXPECT_TRUE(failed().startsWith(QStringLiteral("failed")));
+    Map("Size", "=0402", CMappingModel::kXlsProp, Capacitor);
+    Map("Model Type", "=RLC", CMappingModel::kXlsProp, Capacitor);
+    Map("Resistance", "=5m", CMappingModel::kXlsProp, Capacitor);
+    Map("Inductance", "= 1", CMappingModel::kXlsProp, Capacitor);
+    EXPECT_EQ(failed(), QStringLiteral("added"));
+    SetDestination("caps.zov", Capacitor);
+    Generate();
+    CNullLog silent;
+    const auto library = LoadLibrary(folder.Path() / "caps.zov", {}, silent);
+    ASSERT_TRUE(library.Ok());
+    ASSERT_EQ(library->Count(), 2U);
+    EXPECT_EQ(library->At(0).GetDouble(EPropId::Cnom), 4.7e-6);
+    EXPECT_EQ(library->At(1).GetString(EPropId::Size), "0402E");
+    EXPECT_EQ(library->At(1).GetDiscreteModel()->resistance, 0.005);
+    EXPECT_EQ(library->At(1).GetDiscreteModel()->inductance, 1e-9);
+}
+
+TEST_F(CGeneratorTest, WhatIsMissingIsToldBeforeTheRun)
+{
+    dialog.ShowPage(Inductor);
+    Generate();
+    EXPECT_TRUE(Logged(QStringLiteral("[ERROR] \"Source File\" required")));
+    EXPECT_TRUE(Logged(QStringLiteral("[ERROR] Inductor \"Destination Library\" required")));
+    SetSource(kResistors);
+    auto& mapping = *Child<QAbstractItemView>("ui_IDC_MAPPING").model();
+    for (int i = 0; i < mapping.rowCount(); ++i) {
+        mapping.setData(mapping.index(i, 0), Qt::Checked, Qt::CheckStateRole);
+    }
+    Map("Resistance", "", CMappingModel::kUnit);
+    Generate();
+    EXPECT_TRUE(Logged(QStringLiteral("[ERROR] Resistor \"Destination Library\" required")));
+    EXPECT_TRUE(Logged(QStringLiteral(
+        "[ERROR] \"Resistor\" Tab Lookup Keyword            \"XLS Prop.\" required")));
+    EXPECT_TRUE(Logged(
+        QStringLiteral("[ERROR]  \"Resistor\" Tab Resistance                \"Unit\" required")));
+    EXPECT_EQ(answers.Shown().size(), 0U);
+}
+
+TEST_F(CGeneratorTest, ANewLibraryIsWrittenLoggedAndOpened)
+{
+    SetSource(kResistors);
+    SetDestination("made.zov");
+    Generate();
+    EXPECT_TRUE(Logged(QStringLiteral("start generating")));
+    EXPECT_TRUE(Logged(QStringLiteral("Generating \"Resistor\" models...")));
+    EXPECT_TRUE(Logged(QStringLiteral("[ERROR]: Cannot get 'Resistance' from (Row:5, Col:2)")));
+    EXPECT_TRUE(Logged(QStringLiteral("2 models imported to library :")));
+    EXPECT_TRUE(Logged(QStringLiteral("Completed.")));
+    const std::string file = folder.Read("ZVLibGen.log");
+    EXPECT_NE(file.find("Generating \"Resistor\" models...\n"), std::string::npos);
+    EXPECT_NE(file.find("Completed.\n"), std::string::npos);
+    EXPECT_TRUE(std::ranges::any_of(log.Lines(), [](const std::string& line) {
+        return line.starts_with("2 models imported");
+    })) << "also in the Output pane";
+    ASSERT_NE(session.ProjectLibrary(), nullptr);
+    EXPECT_EQ(session.ProjectLibrary()->Count(), 2U);
+    EXPECT_TRUE(
+        Child<QLabel>("ui_IDC_STATE")
+            .text()
+            .contains(QStringLiteral("Resistor: added 2, replaced 0, skipped 1, left out 1")));
+}
+
+TEST_F(CGeneratorTest, AnOpenLibraryIsChangedInOneStep)
+{
+    SetSource(kResistors);
+    SetDestination("made.zov");
+    Generate();
+    const CZovSession::TLibrary library = session.ProjectLibrary();
+    CLibraryChange edit(library);
+    edit.Insert(Capacitor).SetString(EPropId::ModelName, "BY-HAND");
+    session.Edits().Apply(edit, QStringLiteral("Add"));
+
+    const auto value = [&] {
+        return library->Find(Resistor, "R-10")->GetDouble(EPropId::Resistance);
+    };
+    SetSource("Part Number,Resistance (Ohm),Model Type\nR-10,99,RLC\nR-40,40,RLC\n");
+    const QString replaceFile = QStringLiteral(
+        "These ZOV files with the same name already exists.Do you want to replace the existing "
+        "file?\nIf you click No, the new models in the source file would be appended to the "
+        "existing ZOV file.");
+    const QString replaceModels = QStringLiteral(
+        "Models with the same name already exist in the selected ZOV file. Do you want to replace "
+        "them with the new models?\nIf you click No, the existing models would be retained.");
+    answers.Then(EAnswer::No).Then(EAnswer::No);
+    Generate();
+    ASSERT_EQ(answers.Shown().size(), 2U);
+    EXPECT_EQ(answers.Shown()[0].text, replaceFile);
+    EXPECT_EQ(answers.Shown()[1].text, replaceModels);
+    EXPECT_EQ(library->Count(), 4U);
+    EXPECT_EQ(value(), 10.0) << "retained";
+    EXPECT_TRUE(Logged(QStringLiteral("'R-10' exsits in library...skip")));
+    EXPECT_EQ(Count("made.zov"), 4U) << "saved, what was made by hand as well";
+    EXPECT_FALSE(session.IsModified(*library));
+
+    answers.Then(EAnswer::No).Then(EAnswer::Yes);
+    Generate();
+    EXPECT_EQ(value(), 99.0);
+    EXPECT_TRUE(Logged(QStringLiteral("'R-10' exsits in library,updating...")));
+    session.Edits().SetActive(library);
+    EXPECT_EQ(session.Edits().UndoText(), QStringLiteral("Import Models"));
+    session.Edits().Undo();
+    EXPECT_EQ(value(), 10.0);
+    EXPECT_EQ(library->Count(), 4U);
+    session.Edits().Undo();
+    EXPECT_EQ(library->Count(), 3U) << "the first import is a step of its own";
+
+    answers.Then(EAnswer::Yes);
+    Generate();
+    EXPECT_EQ(library->Count(), 2U) << "the file is replaced";
+    EXPECT_EQ(Count("made.zov"), 2U);
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(CGeneratorTest, StoppingLeavesEverythingAsItWas)
+{
+    std::string lines = "Part Number,Resistance (Ohm),Model Type\n";
+    for (int i = 0; i < 60000; ++i) {
+        lines += "R-" + std::to_string(i) + ",10,RLC\n";
+    }
+    SetSource(lines);
+    SetDestination("large.zov");
+    QTest::mouseClick(&Child<QPushButton>("ui_IDC_GENERATE"), Qt::LeftButton);
+    EXPECT_TRUE(Child<QPushButton>("ui_IDC_STOP").isEnabled());
+    QTest::mouseClick(&Child<QPushButton>("ui_IDC_STOP"), Qt::LeftButton);
+    Settle();
+    QTest::qWait(1);
+    EXPECT_TRUE(Logged(QStringLiteral("Stopped.")));
+    EXPECT_FALSE(std::filesystem::exists(folder.Path() / "large.zov"));
+    EXPECT_EQ(session.ProjectLibrary(), nullptr);
+}
+
+TEST_F(CGeneratorTest, PartListsAndLibrariesThatAreNoneAreTold)
+{
+    dialog.Page(Resistor).SetSource(Text(folder.Write("broken.xlsx", "no workbook")));
+    SetDestination("made.zov");
+    Map("Model Name", "X");
+    Generate();
+    ASSERT_EQ(answers.Shown().size(), 1U);
+    EXPECT_EQ(answers.Shown()[0].text,
+              QStringLiteral("the file is corrupted. Use another Microsoft Excel file that is "
+                             "useable."));
+    dialog.Page(Resistor).SetSource(Text(folder.Path() / "absent.csv"));
+    Settle();
+    Generate();
+    EXPECT_EQ(answers.Shown().back().text,
+              QStringLiteral("[ERROR]: Open %1 failed").arg(Text(folder.Path() / "absent.csv")));
+
+    folder.Write("made.zov", "no library");
+    SetSource(kResistors);
+    answers.Then(EAnswer::No);
+    Generate();
+    EXPECT_TRUE(Logged(QStringLiteral("Cannot load ZOV model from file '%1' because '")
+                           .arg(Text(folder.Path() / "made.zov"))));
+    EXPECT_EQ(folder.Read("made.zov"), "no library");
+}
+
+TEST_F(CGeneratorTest, SeveralTabsRunAfterEachOther)
+{
+    SetSource(kResistors);
+    SetDestination("both.zov");
+    SetSource("Part Number,Inductance (uH),DCR (mOhm),Model Type\nL-1,2.2,30,RLC\n", Inductor);
+    SetDestination("both.zov", Inductor);
+    answers.Then(EAnswer::No); // the second finds the file of the first
+    Generate();
+    EXPECT_EQ(Count("both.zov"), 3U);
+    EXPECT_TRUE(Logged(QStringLiteral("Generating \"Inductor\" models...")));
+    EXPECT_EQ(session.ProjectLibrary()->Count(), 3U);
+    EXPECT_TRUE(session.Set().Externals().empty()) << "opened once";
+    const std::string file = folder.Read("ZVLibGen.log");
+    EXPECT_LT(file.find("\"Inductor\""), file.find("\"Resistor\"")) << "one log for both";
+}
+
+TEST_F(CGeneratorTest, MappingFilesGoOutAndIn)
+{
+    SetSource(kResistors);
+    Map("Resistance", "Resistance (Ohm)");
+    answers.ThenPath(Text(folder.Path() / "map"));
+    QTest::mouseClick(&Child<QPushButton>("ui_IDC_MAPPING_SAVE"), Qt::LeftButton);
+    EXPECT_NE(folder.Read("map.txt").find("Resistance,Resistance (Ohm)\n"), std::string::npos);
+    Map("Resistance", "");
+    answers.ThenPath(Text(folder.Path() / "map.txt"));
+    QTest::mouseClick(&Child<QPushButton>("ui_IDC_MAPPING_LOAD"), Qt::LeftButton);
+    Settle();
+    EXPECT_EQ(Preview().rowCount(), 4);
+    answers.ThenPath(Text(folder.Write("bad.txt", ",no property\n")));
+    QTest::mouseClick(&Child<QPushButton>("ui_IDC_MAPPING_LOAD"), Qt::LeftButton);
+    EXPECT_TRUE(answers.Shown().back().text.contains(
+        QStringLiteral("Column map file format is wrong,can not start with ','")));
+}
+
+TEST_F(CGeneratorTest, VendorListsArePutTogether)
+{
+    answers.ThenDialog([&](QDialog& shown) {
+        auto& vendor = dynamic_cast<CDlgVendorDecapLibrary&>(shown);
+        const QAbstractItemModel& libraries =
+            *vendor.findChild<QAbstractItemView*>(QStringLiteral("ui_IDC_LIBRARIES"))->model();
+        EXPECT_FALSE(vendor.findChild<QPushButton*>(QStringLiteral("ui_IDC_REMOVE"))->isEnabled());
+        answers.ThenPaths({Text(folder.Write("vendor/one.xml", "<no/>")),
+                           Text(folder.Path() / "vendor" / "two.xml")});
+        QTest::mouseClick(vendor.findChild<QPushButton*>(QStringLiteral("ui_IDC_ADD")),
+                          Qt::LeftButton);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !vendor.IsBusy(); }));
+        ASSERT_EQ(libraries.rowCount(), 2);
+        EXPECT_TRUE(
+            libraries.index(1, 1).data().toString().startsWith(QStringLiteral("not loaded")));
+        answers.ThenPath(Text(folder.Path() / "vendor"));
+        vendor.accept();
+    });
+    dialog.Page(Capacitor).findChild<QPushButton*>(QStringLiteral("ui_IDC_VENDOR_EDIT"))->click();
+    EXPECT_EQ(folder.Read("vendor/Manufacturer_Decap_Library.txt"), "one.xml\ntwo.xml\n");
+    EXPECT_EQ(Child<QLineEdit>("ui_IDC_VENDOR", Capacitor).text(),
+              Text(folder.Path() / "vendor" / "Manufacturer_Decap_Library.txt"));
+    CDlgVendorDecapLibrary again(Text(folder.Path() / "vendor"), nullptr);
+    EXPECT_EQ(again.findChild<QAbstractItemView*>(QStringLiteral("ui_IDC_LIBRARIES"))
+                  ->model()
+                  ->rowCount(),
+              2);
+}
+
+} // namespace
+} // namespace zov::app::test
