@@ -32,8 +32,8 @@ struct SDialogMapping
 {
     EField field = EField::ModelName;
     std::string title;
-    std::string unit;     ///< one of the field's units, or "From File"
-    std::string constant; ///< stands in every row in place of a column
+    std::string unit;          ///< one of the field's units, or "From File"
+    std::string constant = {}; ///< stands in every row in place of a column
 };
 
 /// One tab of the dialog.

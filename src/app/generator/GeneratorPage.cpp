@@ -50,6 +50,7 @@ CGeneratorPage::CGeneratorPage(ERecordType type, const CDisplayUnits& units, QWi
     m_form.ui_IDC_PREVIEW->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_form.ui_IDC_PREVIEW->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     m_form.ui_IDC_PREVIEW->setWordWrap(false);
+    m_form.layoutFiles->setColumnStretch(1, 1);
     m_form.ui_IDC_SPLITTER->setStretchFactor(0, 2);
     m_form.ui_IDC_SPLITTER->setStretchFactor(1, 3);
     m_form.ui_IDC_SOURCE->setPlaceholderText(tr("The part list: .xlsx, .xls or .csv"));
@@ -329,6 +330,7 @@ void CGeneratorPage::TakePreview(CResult<batch::SPreview>& preview)
     }
     m_form.ui_IDC_PREVIEW_STATE->setText(lines.join(QLatin1Char('\n')));
     m_preview->Show(preview.Take());
+    m_form.ui_IDC_PREVIEW->resizeColumnsToContents();
 }
 
 } // namespace zov::app

@@ -209,7 +209,8 @@ void CZovMainFrm::MakeMenus()
     QMenu* panes = view->addMenu(tr("Pane"));
     m_actions->FillMenu(*panes, {ID_VIEW_PANE_LIBRARIES, ID_VIEW_PANE_EDITOR, ID_VIEW_PANE_OUTPUT});
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
-    m_actions->FillMenu(*tools, {ID_TOOLS_GENERATE, ID_TOOLS_ASSIGN, ui::kSeparator, ID_TOOLS_OPTIONS});
+    m_actions->FillMenu(*tools,
+                        {ID_TOOLS_GENERATE, ID_TOOLS_ASSIGN, ui::kSeparator, ID_TOOLS_OPTIONS});
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     m_actions->FillMenu(*help, {ID_APP_HELP, ID_APP_ABOUT});
     ShowRecent();
