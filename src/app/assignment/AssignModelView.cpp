@@ -465,7 +465,7 @@ void CAssignModelView::SetChanged()
 
 void CAssignModelView::AskWhy()
 {
-    if (m_job.IsRunning() || m_searchLent) { // asked again when it is done
+    if (IsBusy() || m_searchLent) { // asked again when it is done
         return;
     }
     m_whyJob.Cancel();

@@ -56,6 +56,11 @@ CDlgFindModel::CDlgFindModel(SFindRequest request, QWidget* parent)
     m_due.setInterval(kTypingPauseMs);
 
     connect(&m_due, &QTimer::timeout, this, &CDlgFindModel::Search);
+    connect(&m_job, &CBackgroundJob::Finished, this, [this] {
+        if (std::exchange(m_again, false)) {
+            Search();
+        }
+    });
     connect(m_form.ui_IDC_FIND_TEXT, &QLineEdit::textChanged, this, &CDlgFindModel::SearchSoon);
     connect(m_form.ui_IDC_FIND_TYPE, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &CDlgFindModel::SearchSoon);
@@ -131,9 +136,12 @@ void CDlgFindModel::SearchSoon()
 
 void CDlgFindModel::Search()
 {
+    if (m_job.IsRunning()) { // waiting for it would hold up the typing
+        m_again = true;
+        return;
+    }
     const std::string text = m_form.ui_IDC_FIND_TEXT->text().trimmed().toStdString();
     if (m_request.search == nullptr || text.empty()) {
-        m_job.Cancel();
         Take({});
         return;
     }

@@ -59,6 +59,7 @@ private:
     CSearchKeyModel* m_keys;
     CModelHitModel* m_hits;
     QTimer m_due;
+    bool m_again = false; ///< something was typed during the search
     CBackgroundJob m_job;
 };
 

@@ -5,6 +5,7 @@
 #include "base/File.h"
 #include "batch/CellText.h"
 #include "batch/TitleSearch.h"
+#include "ui/EventFilters.h"
 #include "ui/Prompt.h"
 
 #include <QHeaderView>
@@ -74,11 +75,14 @@ void CGeneratorPage::ConnectFields()
     clicked(m_form.ui_IDC_MAPPING_LOAD, &CGeneratorPage::LoadMapping);
     clicked(m_form.ui_IDC_MAPPING_SAVE, &CGeneratorPage::SaveMapping);
     connect(m_form.ui_IDC_RECOGNISE, &QPushButton::clicked, m_mapping, &CMappingModel::Recognise);
-    connect(m_form.ui_IDC_SOURCE, &QLineEdit::editingFinished, this, [this] {
+    const auto readTyped = [this] {
         if (m_form.ui_IDC_SOURCE->text() != m_sourcePath) {
             SetSource(m_form.ui_IDC_SOURCE->text());
         }
-    });
+    };
+    connect(m_form.ui_IDC_SOURCE, &QLineEdit::editingFinished, this, readTyped);
+    // Enter reads the part list; it doesn't start the run.
+    new ui::CQtEnterKeyPressEventFilter(*m_form.ui_IDC_SOURCE, readTyped);
     connect(m_form.ui_IDC_SHEET, &QComboBox::currentTextChanged, this,
             [this](const QString& sheet) { ReadSource(sheet, 0); });
     connect(m_form.ui_IDC_HEADER_ROW, qOverload<int>(&QSpinBox::valueChanged), this,

@@ -3,6 +3,8 @@
 
 #include "app/Images.h"
 #include "app/assignment/AssignFrm.h"
+#include "app/assignment/AssignmentForms.h"
+#include "app/generator/GeneratorForms.h"
 #include "app/manager/MainCommands.h"
 #include "app/manager/ManagerForms.h"
 #include "app/manager/OptionsDlg.h"
@@ -104,6 +106,8 @@ CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnviro
 {
     setObjectName(QStringLiteral("ZovMainFrm"));
     RegisterManagerForms();
+    RegisterAssignmentForms();
+    RegisterGeneratorForms();
     setAcceptDrops(true);
     setDockNestingEnabled(true);
     resize(1280, 800);
