@@ -13,6 +13,8 @@ namespace {
 /// Keywords without a class that get an object each; those beyond that follow another are lines of
 /// it, so that a file of such keywords takes little more than its size.
 constexpr std::size_t kSingleUnknown = 1000;
+/// Ctrl-Z, with which old programs end a file.
+constexpr std::string_view kEndOfText = "\x1a";
 
 bool IsSparse(const CIPDataObject& container)
 {
@@ -97,7 +99,7 @@ void CParserBase::TakeRaw(std::string_view raw)
 {
     const char* const start = raw.data();
     SIPLine line{TrimLine(raw), m_line};
-    if (line.text.empty() || line.text.front() == m_comment || line.text == "\x1a") {
+    if (line.text.empty() || line.text.front() == m_comment) {
         return;
     }
     const bool indented = line.text.data() != start;
@@ -114,6 +116,9 @@ void CParserBase::TakeRaw(std::string_view raw)
     if (comment != nullptr) {
         line.text = TrimLine(line.text.substr(
             0, static_cast<std::size_t>(static_cast<const char*>(comment) - line.text.data())));
+    }
+    if (line.text == kEndOfText) {
+        return;
     }
     if (keyword) {
         TakeKeyword(line);
