@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/ModelListModel.h"
 
+#include "app/RecordTexts.h"
+
 #include <algorithm>
 
 namespace zov::app {
@@ -35,6 +37,7 @@ bool CModelListModel::SetQuery(const QString& text)
 void CModelListModel::SetHideRules(const SHideRules& rules)
 {
     m_request.hide = rules;
+    m_base.reset();
     Fill();
 }
 
@@ -67,9 +70,39 @@ void CModelListModel::EndChange()
 
 void CModelListModel::RecordChanged(const CZovRcdProps& record)
 {
+    m_base.reset();
     if (const int row = RowOf(record); row >= 0) {
         Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
     }
+}
+
+std::vector<const CZovLibrary*> CModelListModel::PlainLibraries() const
+{
+    std::vector<const CZovLibrary*> plain;
+    for (const auto& library : m_libraries) {
+        plain.push_back(library.get());
+    }
+    return plain;
+}
+
+bool CModelListModel::Holds(const CZovLibrary& library) const
+{
+    return std::ranges::any_of(m_libraries, [&](const auto& own) { return own.get() == &library; });
+}
+
+void CModelListModel::PrepareSearch()
+{
+    if (m_changing || m_prepare.IsRunning()) {
+        return;
+    }
+    m_prepare.Start(tr("Searching"),
+                    [libraries = m_libraries](CJobState& state) -> CBackgroundJob::Deliver {
+                        for (const auto& library : libraries) {
+                            static_cast<void>(CRecordTextCache::Instance().Of(
+                                *library, [&state] { return !state.Cancelled(); }));
+                        }
+                        return {};
+                    });
 }
 
 void CModelListModel::Fill()
@@ -77,25 +110,28 @@ void CModelListModel::Fill()
     if (m_changing) {
         return;
     }
+    const bool isBase = m_request.order.sorted && m_request.query.IsEmpty();
     m_job.Start(tr("Searching"),
-                [this, libraries = m_libraries, request = m_request](CJobState& state) {
-                    std::vector<const CZovLibrary*> plain;
-                    for (const auto& library : libraries) {
-                        plain.push_back(library.get());
-                    }
-                    auto rows = std::make_shared<std::vector<SModelRow>>(
-                        SelectRows(plain, request, [&state](double done) {
+                [this, libraries = m_libraries, plain = PlainLibraries(), request = m_request,
+                 base = isBase ? nullptr : m_base, isBase](CJobState& state) {
+                    auto rows = std::make_shared<std::vector<SModelRow>>(SelectRows(
+                        plain, request,
+                        [&state](double done) {
                             state.SetFraction(done);
                             return !state.Cancelled();
-                        }));
-                    return [this, rows] { Take(std::move(*rows)); };
+                        },
+                        base));
+                    return [this, rows, isBase] { Take(std::move(*rows), isBase); };
                 });
 }
 
-void CModelListModel::Take(std::vector<SModelRow> rows)
+void CModelListModel::Take(std::vector<SModelRow> rows, bool isBase)
 {
     beginResetModel();
     m_rows = std::move(rows);
+    if (isBase) {
+        m_base = std::make_shared<const std::vector<SModelRow>>(m_rows);
+    }
     endResetModel();
     Q_EMIT Filled(static_cast<int>(m_rows.size()), static_cast<int>(Total()));
 }
@@ -186,6 +222,7 @@ void CModelListModel::sort(int column, Qt::SortOrder order)
         m_request.order.column = ModelColumns()[static_cast<std::size_t>(column)].column;
     }
     m_request.order.descending = order == Qt::DescendingOrder;
+    m_base.reset();
     Fill();
 }
 

@@ -32,7 +32,11 @@ public:
     void SetUnits(const CDisplayUnits& units);
     [[nodiscard]] const CDisplayUnits& Units() const { return m_units; }
 
-    /// Before anything of the libraries changes: the worker lets go of them.
+    /// Whether the library's records are among those of this list.
+    [[nodiscard]] bool Holds(const CZovLibrary& library) const;
+    /// Words are about to be searched: what that needs is made beside the window.
+    void PrepareSearch();
+    /// Before anything of the libraries changes: the workers let go of them.
     void BeginChange();
     /// After it: the rows are made anew.
     void EndChange();
@@ -63,7 +67,9 @@ Q_SIGNALS:
 
 private:
     void Fill();
-    void Take(std::vector<SModelRow> rows);
+    /// @param isBase the rows are those of all records in the order that is asked for
+    void Take(std::vector<SModelRow> rows, bool isBase);
+    [[nodiscard]] std::vector<const CZovLibrary*> PlainLibraries() const;
 
     TLibraries m_libraries;
     std::vector<SModelRow> m_rows;
@@ -71,7 +77,9 @@ private:
     QString m_queryError;
     CDisplayUnits m_units;
     bool m_changing = false;
+    TBaseRows m_base; ///< sorted, for searches in the same order; null when there are none
     CBackgroundJob m_job;
+    CBackgroundJob m_prepare;
 };
 
 } // namespace zov::app

@@ -113,6 +113,12 @@ CModelListView::CModelListView(std::uint32_t listId, QWidget* parent)
     connect(m_search, &QLineEdit::textChanged, this, &CModelListView::SearchChanged);
     // From the field into the list without the mouse.
     new ui::CQtEnterKeyPressEventFilter(*m_search, [this] { m_table->setFocus(); });
+    new ui::CQtSubClassEventFilter(*m_search, [this](QEvent& event) {
+        if (event.type() == QEvent::FocusIn) {
+            m_model.PrepareSearch();
+        }
+        return false;
+    });
     connect(&m_model, &CModelListModel::Filled, this, [this] {
         ShowCount();
         ShowHint();

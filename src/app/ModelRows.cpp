@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/ModelRows.h"
 
+#include "app/RecordTexts.h"
 #include "base/Text.h"
 
 #include <algorithm>
@@ -9,6 +10,8 @@ namespace zov::app {
 namespace {
 
 constexpr std::size_t kStep = 4096;
+/// Smaller libraries are searched record by record within a blink.
+constexpr std::size_t kWorthABlock = 2000;
 /// Pieces that are sorted at once: short enough for the window to stop the work within a blink.
 constexpr std::size_t kSortPiece = 1U << 15U;
 /// Of the work, what filtering counts for; the rest is sorting.
@@ -85,24 +88,71 @@ bool Sort(std::vector<SSortItem>& items, bool descending, const RowProgress& pro
     return true;
 }
 
+/// Which records of each library a query matches.
+class CMatches
+{
+public:
+    CMatches(const std::vector<const CZovLibrary*>& libraries, const CRecordQuery& query,
+             const RowProgress& progress)
+        : m_libraries(libraries)
+        , m_query(query)
+        , m_marks(libraries.size())
+    {
+        if (!CRecordTexts::Helps(query)) {
+            return;
+        }
+        for (std::size_t i = 0; i < libraries.size(); ++i) {
+            const auto texts =
+                libraries[i]->Count() < kWorthABlock
+                    ? nullptr
+                    : CRecordTextCache::Instance().Of(*libraries[i], [&] { return progress(0.0); });
+            if (texts) {
+                m_marks[i] = texts->Matches(*libraries[i], query);
+            }
+        }
+    }
+    [[nodiscard]] bool Has(const SModelRow& row) const
+    {
+        const std::vector<std::uint8_t>& marks = m_marks[row.source];
+        return marks.empty() ? m_query.Matches(m_libraries[row.source]->At(row.record))
+                             : marks[row.record] != 0;
+    }
+
+private:
+    const std::vector<const CZovLibrary*>& m_libraries;
+    const CRecordQuery& m_query;
+    std::vector<std::vector<std::uint8_t>> m_marks; ///< empty: each record is asked
+};
+
 std::vector<SModelRow> Filter(const std::vector<const CZovLibrary*>& libraries,
-                              const SRowRequest& request, const RowProgress& progress)
+                              const SRowRequest& request, const RowProgress& progress,
+                              const TBaseRows& base)
 {
     std::size_t total = 0;
     for (const CZovLibrary* library : libraries) {
         total += library->Count();
     }
+    const CMatches matches(libraries, request.query, progress);
+    const bool hides = request.hide.Any();
     std::vector<SModelRow> rows;
     std::size_t done = 0;
-    for (std::size_t source = 0; source < libraries.size(); ++source) {
-        const std::vector<CZovRcdProps*>& records = libraries[source]->Records();
-        for (std::size_t i = 0; i < records.size(); ++i) {
-            if (++done % kStep == 0 &&
-                !progress(static_cast<double>(done) / static_cast<double>(total) * kFilterShare)) {
+    const auto goesOnWith = [&](const SModelRow& row) {
+        if (matches.Has(row) &&
+            !(hides && request.hide.Hides(libraries[row.source]->At(row.record)))) {
+            rows.push_back(row);
+        }
+        return ++done % kStep != 0 ||
+               progress(static_cast<double>(done) / static_cast<double>(total) * kFilterShare);
+    };
+    if (base) {
+        static_cast<void>(std::ranges::all_of(*base, goesOnWith));
+        return rows;
+    }
+    for (std::uint32_t source = 0; source < libraries.size(); ++source) {
+        const auto count = static_cast<std::uint32_t>(libraries[source]->Count());
+        for (std::uint32_t i = 0; i < count; ++i) {
+            if (!goesOnWith({source, i})) {
                 return rows;
-            }
-            if (!request.hide.Hides(*records[i]) && request.query.Matches(*records[i])) {
-                rows.push_back({static_cast<std::uint32_t>(source), static_cast<std::uint32_t>(i)});
             }
         }
     }
@@ -129,8 +179,7 @@ SHideRules SHideRules::Of(const SZovSettings& settings)
 
 bool SHideRules::Hides(const CZovRcdProps& record) const
 {
-    const bool any = capacitanceLess.on || capacitanceMore.on || voltageLess.on || voltageMore.on;
-    if (!any || record.Type() != ERecordType::Capacitor) {
+    if (!Any() || record.Type() != ERecordType::Capacitor) {
         return false;
     }
     const std::optional<double> farad = record.GetDouble(EPropId::Cnom);
@@ -140,10 +189,11 @@ bool SHideRules::Hides(const CZovRcdProps& record) const
 }
 
 std::vector<SModelRow> SelectRows(const std::vector<const CZovLibrary*>& libraries,
-                                  const SRowRequest& request, const RowProgress& progress)
+                                  const SRowRequest& request, const RowProgress& progress,
+                                  const TBaseRows& base)
 {
-    std::vector<SModelRow> rows = Filter(libraries, request, progress);
-    if (!request.order.sorted) {
+    std::vector<SModelRow> rows = Filter(libraries, request, progress, base);
+    if (!request.order.sorted || base) {
         return rows;
     }
     std::vector<SSortItem> items;

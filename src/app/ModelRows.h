@@ -9,6 +9,7 @@
 #include "core/ZovLibrary.h"
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace zov::app {
@@ -37,6 +38,10 @@ struct SHideRules
     SHideLimit voltageMore;
 
     static SHideRules Of(const SZovSettings& settings);
+    [[nodiscard]] bool Any() const
+    {
+        return capacitanceLess.on || capacitanceMore.on || voltageLess.on || voltageMore.on;
+    }
     /// A capacitor without the value in question is shown.
     [[nodiscard]] bool Hides(const CZovRcdProps& record) const;
 };
@@ -48,11 +53,17 @@ struct SRowRequest
     SRowOrder order;
 };
 
+/// Rows that are taken in this order when they match, in place of all records: those of a query
+/// without words, sorted before.
+using TBaseRows = std::shared_ptr<const std::vector<SModelRow>>;
+
 /// Called every few thousand records with what share is done; false ends the work.
 using RowProgress = std::function<bool(double)>;
 
 /// The rows; what was found so far when the work was ended.
+/// @param base  of the same hide rules and order; null for all records
 std::vector<SModelRow> SelectRows(const std::vector<const CZovLibrary*>& libraries,
-                                  const SRowRequest& request, const RowProgress& progress);
+                                  const SRowRequest& request, const RowProgress& progress,
+                                  const TBaseRows& base = nullptr);
 
 } // namespace zov::app

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/Session.h"
 
+#include "app/RecordTexts.h"
 #include "app/RunBeside.h"
 #include "base/File.h"
 #include "base/Text.h"
@@ -44,6 +45,11 @@ CZovSession::CZovSession(ISettingsStore& store, CLogSink& log, const FEnvironmen
     , m_set(m_settings.units)
 {
     connect(&m_job, &CBackgroundJob::Finished, this, &CZovSession::LoadNext);
+    // Before the lists hear of it, and again behind a list that was still at work.
+    for (const auto signal : {&CZovSession::LibraryAboutToChange, &CZovSession::LibraryChanged}) {
+        connect(this, signal, this,
+                [](CZovLibrary* library) { CRecordTextCache::Instance().Forget(*library); });
+    }
     connect(&m_edits, &CLibraryEdits::AboutToChange, this, &CZovSession::LibraryAboutToChange);
     connect(&m_edits, &CLibraryEdits::AboutToChange, this, [this](CZovLibrary* changed) {
         for (const SLibraryEntry* entry : m_set.Entries()) {

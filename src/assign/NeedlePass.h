@@ -37,6 +37,10 @@ void FindParts(const CFoldedTexts& texts, std::span<const std::string_view> need
 void FindPart(const CFoldedTexts& texts, std::string_view needle,
               const std::function<bool(std::uint32_t record)>& hit);
 
+/// The same in some of the segments.
+void FindPart(const CFoldedTexts& texts, std::span<const CFoldedTexts::SSegment> segments,
+              std::string_view needle, const std::function<bool(std::uint32_t record)>& hit);
+
 /// For one name: the first record among those that `wanted` takes with a piece that equals the
 /// needle; when there is none, the first with a text that holds it.
 struct SBestPart

@@ -8,6 +8,10 @@ namespace zov {
 
 namespace {
 
+/// Up to this distance from one hit to the next, counting the texts between is quicker than
+/// searching the offsets.
+constexpr std::ptrdiff_t kCountOn = 2048;
+
 bool EndsPiece(char c, EPieces pieces)
 {
     return c == '\0' || (pieces == EPieces::Keywords && c == ';');
@@ -80,14 +84,27 @@ const char* BehindText(const char* place)
 void FindPart(const CFoldedTexts& texts, std::string_view needle,
               const std::function<bool(std::uint32_t record)>& hit)
 {
+    FindPart(texts, texts.Segments(), needle, hit);
+}
+
+void FindPart(const CFoldedTexts& texts, std::span<const CFoldedTexts::SSegment> segments,
+              std::string_view needle, const std::function<bool(std::uint32_t record)>& hit)
+{
     const CPlaces places(texts, needle);
-    for (const CFoldedTexts::SSegment& segment : texts.Segments()) {
+    for (const CFoldedTexts::SSegment& segment : segments) {
         const char* at = segment.begin;
+        const char* last = segment.begin; // the begin of the text of `record`
+        std::uint32_t record = segment.firstRecord;
         while ((at = places.Next(segment, at)) != nullptr) {
-            if (hit(texts.RecordAt(segment, at))) {
+            // Close hits are counted on, far ones looked up.
+            record = at - last < kCountOn
+                         ? record + static_cast<std::uint32_t>(CountZeros(last, at))
+                         : texts.RecordAt(segment, at);
+            if (hit(record)) {
                 return;
             }
-            at = BehindText(at);
+            at = last = BehindText(at);
+            ++record;
         }
     }
 }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "base/File.h"
 #include "cli/Commands.h"
-#include "cli/RecordFiles.h"
 #include "cli/Reporting.h"
 #include "core/LibraryFiles.h"
+#include "core/RecordFiles.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Commands.h"
 #include "cli/LibraryDoctor.h"
-#include "cli/RecordFiles.h"
 #include "cli/Reporting.h"
+#include "core/RecordFiles.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>

@@ -3,9 +3,9 @@
 
 #include "base/File.h"
 #include "base/Text.h"
-#include "cli/RecordFiles.h"
 #include "cli/RecordPairs.h"
 #include "core/LibraryFiles.h"
+#include "core/RecordFiles.h"
 
 #include <algorithm>
 #include <array>

@@ -114,6 +114,12 @@ private:
      static_cast<::zov::ui::CmdUpdateHandler>(&ThisClass::UPDATE), "&ThisClass::On" #NAME,         \
      "&ThisClass::" #UPDATE},
 
+/// A handler whose name does not begin with "On".
+#define ZOV_ON_FUNCTION_UPDATE_BY(ID, FUNCTION, UPDATE)                                            \
+    {ID, static_cast<::zov::ui::CmdHandler>(&ThisClass::FUNCTION),                                 \
+     static_cast<::zov::ui::CmdUpdateHandler>(&ThisClass::UPDATE), "&ThisClass::" #FUNCTION,       \
+     "&ThisClass::" #UPDATE},
+
 #define ZOV_ON_BASE_COMMAND(ID, BASE, NAME)                                                        \
     {ID, static_cast<::zov::ui::CmdHandler>(&ThisClass::BASE::On##NAME), nullptr,                  \
      "&ThisClass::" #BASE "::On" #NAME, ""},

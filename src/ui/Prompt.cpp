@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/Prompt.h"
 
+#include <QDesktopServices>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
@@ -8,6 +9,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QUrl>
 
 #include <utility>
 
@@ -229,6 +231,15 @@ QString CPrompt::Text(QWidget* parent, const QString& title, const QString& labe
     const QString text =
         QInputDialog::getText(parent, title, label, QLineEdit::Normal, suggestion, &accepted);
     return accepted ? (text.isNull() ? QStringLiteral("") : text) : QString();
+}
+
+void CPrompt::ShowFolder(const QString& path)
+{
+    if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
+        scripted->NextAnswer({ProgramName(), path, EButtons::Ok, EIcon::Information});
+        return;
+    }
+    QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
 CScriptedAnswers::CScriptedAnswers()

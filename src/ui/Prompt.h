@@ -86,6 +86,9 @@ public:
     static QString Text(QWidget* parent, const QString& title, const QString& label,
                         const QString& suggestion = {});
 
+    /// Shows a folder in the desktop's file manager.
+    static void ShowFolder(const QString& path);
+
     /// The title of all boxes.
     static QString ProgramName();
     /// Where file dialogs begin; follows the user from one to the next.

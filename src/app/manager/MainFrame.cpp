@@ -5,11 +5,13 @@
 #include "app/assignment/AssignFrm.h"
 #include "app/assignment/AssignmentForms.h"
 #include "app/generator/GeneratorForms.h"
+#include "app/manager/ExternalLibsPane.h"
 #include "app/manager/MainCommands.h"
 #include "app/manager/ManagerForms.h"
 #include "app/manager/OptionsDlg.h"
 #include "app/manager/VeldaDlg.h"
 #include "base/File.h"
+#include "ui/EventFilters.h"
 #include "ui/Prompt.h"
 
 #include <QDockWidget>
@@ -62,6 +64,9 @@ ZOV_ON_COMMAND_UPDATE(ID_EDIT_REDO, EditRedo)
 ZOV_ON_COMMAND_UPDATE(ID_VIEW_TOOLBAR_MAIN, ViewToolbarMain)
 ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_LIBRARIES, ViewPaneLibraries, OnUpdateViewPane)
 ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_EDITOR, ViewPaneEditor, OnUpdateViewPane)
+ZOV_ON_COMMAND_UPDATE(ID_VIEW_PANE_MODELS, ViewPaneModels)
+ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_EXTERNAL, ViewPaneExternal, OnUpdateViewPane)
+ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_WORKFLOW, ViewPaneWorkflow, OnUpdateViewPane)
 ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_OUTPUT, ViewPaneOutput, OnUpdateViewPane)
 ZOV_ON_COMMAND_UPDATE_BY(ID_THEME_DARK, ThemeDark, OnUpdateTheme)
 ZOV_ON_COMMAND_UPDATE_BY(ID_THEME_LIGHT, ThemeLight, OnUpdateTheme)
@@ -79,6 +84,9 @@ ZOV_ON_COMMAND(ID_APP_ABOUT, AppAbout)
 ZOV_ON_COMMAND(ID_NEW_ZOV_LIB_FILE, NewZovLibFile)
 ZOV_ON_COMMAND(ID_CREATE_NEW_LIB_SET, CreateNewLibSet)
 ZOV_ON_COMMAND_UPDATE(ID_RENAME_LIB_SET, RenameLibSet)
+ZOV_ON_COMMAND_UPDATE_BY(ID_ARCHIVE_LIB, ArchiveLib, OnUpdateOfLibrary)
+ZOV_ON_COMMAND_UPDATE_BY(ID_EXPORT_LIB, ExportLib, OnUpdateOfLibrary)
+ZOV_ON_COMMAND(ID_ADD_LIB, AddLib)
 ZOV_ON_COMMAND_UPDATE_BY(ID_EXPLORE_LIB, ExploreLib, OnUpdateOfLibrary)
 ZOV_ON_COMMAND_UPDATE_BY(ID_REMOVE_LIB, RemoveLib, OnUpdateOfLibrary)
 ZOV_ON_COMMAND_UPDATE_BY(ID_LIB_MOVE_UP, LibMoveUp, OnUpdateMoveLibBtn)
@@ -86,11 +94,23 @@ ZOV_ON_COMMAND_UPDATE_BY(ID_LIB_MOVE_DOWN, LibMoveDown, OnUpdateMoveLibBtn)
 ZOV_ON_COMMAND(ID_IMPORT_LIB_FILE, ImportLibFile)
 ZOV_ON_COMMAND(ID_IMPORT_FROM_FOLDER, ImportFromFolder)
 ZOV_ON_COMMAND(ID_IMPORT_PREF_FILE, ImportPrefFile)
-ZOV_ON_COMMAND_UPDATE_BY(ID_REFRESH_ZOV_LIB, ReloadLib, OnUpdateOfLibrary)
+ZOV_ON_FUNCTION_UPDATE_BY(ID_REFRESH_ZOV_LIB, RefreshZovLib, OnUpdateOfLibrary)
 ZOV_ON_COMMAND(ID_EXPAND_ALL, ExpandAll)
 ZOV_ON_COMMAND(ID_COLLAPSE_ALL, CollapseAll)
 ZOV_ON_COMMAND_UPDATE_BY(ID_EDIT_MODELS, EditModels, OnUpdateOfModels)
 ZOV_ON_COMMAND_UPDATE_BY(ID_DELETE_MODELS, DeleteModels, OnUpdateOfModels)
+ZOV_ON_COMMAND_UPDATE_BY(ID_ADD_IC, AddIc, OnUpdateAddModelOf)
+ZOV_ON_COMMAND_UPDATE_BY(ID_ADD_CAPACITOR, AddCapacitor, OnUpdateAddModelOf)
+ZOV_ON_COMMAND_UPDATE_BY(ID_ADD_INDUCTOR, AddInductor, OnUpdateAddModelOf)
+ZOV_ON_COMMAND_UPDATE_BY(ID_ADD_RESISTOR, AddResistor, OnUpdateAddModelOf)
+ZOV_ON_COMMAND_UPDATE_BY(ID_ADD_VRM, AddVrm, OnUpdateAddModelOf)
+ZOV_ON_COMMAND_UPDATE_BY(ID_ADD_CONNECTOR, AddConnector, OnUpdateAddModelOf)
+ZOV_ON_COMMAND_UPDATE_BY(ID_ADD_PACKAGE, AddPackage, OnUpdateAddModelOf)
+ZOV_ON_COMMAND_UPDATE_BY(ID_ADD_SPICE, AddSpice, OnUpdateAddModelOf)
+ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_CURVES, ViewCurves, OnUpdateWindow)
+ZOV_ON_COMMAND_UPDATE_BY(ID_VENDOR_DECAP_LIBRARY, VendorDecapLibrary, OnUpdateWindow)
+ZOV_ON_COMMAND_UPDATE_BY(ID_LOAD_IBIS, LoadIbis, OnUpdateWindow)
+ZOV_ON_COMMAND_UPDATE_BY(ID_CHECK_IBIS, CheckIbis, OnUpdateWindow)
 ZOV_END_MESSAGE_MAP()
 
 CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnvironment& environment)
@@ -122,6 +142,8 @@ CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnviro
     m_progress->hide();
     m_cancel->hide();
     ConnectSession();
+    FillWindows();
+    new ui::CQtHelpTopicEventFilter(*this, [this](const QString& topic) { ShowHelp(topic); });
     RestoreLayout();
     ShowLibraries();
     ShowTitle();
@@ -129,7 +151,10 @@ CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnviro
     m_actions->UpdateAll();
 }
 
-CZovMainFrm::~CZovMainFrm() = default;
+CZovMainFrm::~CZovMainFrm()
+{
+    OnDestroy();
+}
 
 void CZovMainFrm::OnIdleUpdateCmdUI()
 {
@@ -151,6 +176,17 @@ void CZovMainFrm::MakePanes()
     m_tree = NewLibraryTree(m_treeModel, "LibraryTree", this);
     m_librariesPane =
         MakePane(tr("Opened Libraries"), "OpenedLibraries", m_tree, Qt::LeftDockWidgetArea);
+    m_workflow = new CQZovWorkflow(*m_actions, this);
+    addDockWidget(Qt::LeftDockWidgetArea, m_workflow);
+    auto* externals = new CExternalLibsPane(m_session, this);
+    ui::CQtHelpTopicEventFilter::SetTopic(*externals, QStringLiteral("ExternalLibraries"));
+    m_externalPane = MakePane(tr("External Libraries"), "ExternalLibrariesPane", externals,
+                              Qt::LeftDockWidgetArea);
+    tabifyDockWidget(m_workflow, m_externalPane);
+    m_workflow->raise();
+    connect(externals, &CExternalLibsPane::LibraryChosen, this, [this](const CZovLibrary& library) {
+        m_tree->setCurrentIndex(m_treeModel.IndexOf(m_session.Tree().Find(library)));
+    });
     m_outputPane = MakePane(tr("Output"), "OutputPane", m_output, Qt::BottomDockWidgetArea);
 
     m_models = new CModelListView(kProjectList, this);
@@ -180,7 +216,9 @@ void CZovMainFrm::MakePanes()
             [this](const QPoint& pos) { ShowTreeMenu(m_tree->viewport()->mapToGlobal(pos)); });
     connect(m_tree->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &CZovMainFrm::ShowSelectedLibrary);
+    ui::CQtHelpTopicEventFilter::SetTopic(*m_tree, QStringLiteral("LibraryTree"));
     for (CModelListView* list : Lists()) {
+        ui::CQtHelpTopicEventFilter::SetTopic(*list, QStringLiteral("ModelList"));
         list->Take(m_session.Settings());
         connect(list, &CModelListView::ContextMenuAsked, this, &CZovMainFrm::ShowModelMenu);
         connect(list, &CModelListView::ColumnsChanged, this, [this, list] {
@@ -211,10 +249,13 @@ void CZovMainFrm::MakeMenus()
     QMenu* theme = view->addMenu(tr("&Theme"));
     m_actions->FillMenu(*theme, {ID_THEME_DARK, ID_THEME_LIGHT});
     QMenu* panes = view->addMenu(tr("Pane"));
-    m_actions->FillMenu(*panes, {ID_VIEW_PANE_LIBRARIES, ID_VIEW_PANE_EDITOR, ID_VIEW_PANE_OUTPUT});
+    m_actions->FillMenu(*panes,
+                        {ID_VIEW_PANE_LIBRARIES, ID_VIEW_PANE_MODELS, ID_VIEW_PANE_EDITOR,
+                         ID_VIEW_PANE_EXTERNAL, ID_VIEW_PANE_WORKFLOW, ID_VIEW_PANE_OUTPUT});
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
-    m_actions->FillMenu(*tools,
-                        {ID_TOOLS_GENERATE, ID_TOOLS_ASSIGN, ui::kSeparator, ID_TOOLS_OPTIONS});
+    m_actions->FillMenu(*tools, {ID_TOOLS_OPTIONS, ui::kSeparator, ID_TOOLS_ASSIGN, ID_VIEW_CURVES,
+                                 ID_TOOLS_GENERATE, ID_VENDOR_DECAP_LIBRARY, ui::kSeparator,
+                                 ID_LOAD_IBIS, ID_CHECK_IBIS});
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     m_actions->FillMenu(*help, {ID_APP_HELP, ID_APP_ABOUT});
     ShowRecent();
@@ -231,29 +272,37 @@ void CZovMainFrm::MakeToolBars()
     };
     m_mainBar = newBar(tr("ZOV - Main"), "ZovMain", Qt::TopToolBarArea);
     m_actions->FillToolBar(*m_mainBar, {ID_FILE_NEW, ID_FILE_OPEN, ID_FILE_SAVE, ui::kSeparator,
-                                        ID_EDIT_UNDO, ID_EDIT_REDO, ui::kSeparator,
-                                        ID_DELETE_MODELS, ui::kSeparator, ID_APP_HELP});
+                                        ID_EDIT_UNDO, ID_EDIT_REDO, ui::kSeparator, ID_APP_HELP});
     QToolBar* pages = newBar(tr("ZOV Navigation"), "ZovNavigation", Qt::LeftToolBarArea);
     pages->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     m_actions->FillToolBar(*pages, {ID_NAV_PAGE_PROJECT, ID_NAV_PAGE_SEARCH, ID_NAV_PAGE_EXT_LIBS,
                                     ID_NAV_PAGE_VELDA, ID_NAV_PAGE_OPTIONS});
+    QToolBar* assignment = newBar(tr("Model Assignment"), "ZovModelAssignment", Qt::TopToolBarArea);
+    m_actions->FillToolBar(*assignment, {ID_TOOLS_ASSIGN, ID_VIEW_CURVES});
+    QToolBar* creation = newBar(tr("Model Creation"), "ZovModelCreation", Qt::TopToolBarArea);
+    m_actions->FillToolBar(*creation, {ID_ADD_MODEL, ID_COPY_TO_LIBRARY, ID_DELETE_MODELS,
+                                       ui::kSeparator, ID_TOOLS_GENERATE, ID_LOAD_IBIS});
     QToolBar* external = newBar(tr("ZOV External Lib"), "ZovExternalLib", Qt::TopToolBarArea);
-    m_actions->FillToolBar(*external, {ID_IMPORT_LIB_FILE, ID_CREATE_NEW_LIB_SET, ID_LIB_MOVE_UP,
-                                       ID_LIB_MOVE_DOWN, ID_REMOVE_LIB});
+    m_actions->FillToolBar(*external, {ID_ADD_LIB, ID_IMPORT_LIB_FILE, ID_CREATE_NEW_LIB_SET,
+                                       ID_LIB_MOVE_UP, ID_LIB_MOVE_DOWN, ID_REMOVE_LIB});
 }
 
 void CZovMainFrm::ConnectSession()
 {
     connect(&m_session, &CZovSession::LibrariesChanged, this, &CZovMainFrm::ShowLibraries);
     connect(&m_session, &CZovSession::ModifiedChanged, this, &CZovMainFrm::ShowTitle);
-    connect(&m_session, &CZovSession::LibraryAboutToChange, this, [this] {
+    connect(&m_session, &CZovSession::LibraryAboutToChange, this, [this](CZovLibrary* library) {
         for (CModelListView* list : Lists()) {
-            list->Model().BeginChange();
+            if (list->Model().Holds(*library)) {
+                list->Model().BeginChange();
+            }
         }
     });
-    connect(&m_session, &CZovSession::LibraryChanged, this, [this] {
+    connect(&m_session, &CZovSession::LibraryChanged, this, [this](CZovLibrary* library) {
         for (CModelListView* list : Lists()) {
-            list->Model().EndChange();
+            if (list->Model().Holds(*library)) {
+                list->Model().EndChange();
+            }
         }
     });
     connect(&m_session, &CZovSession::SettingsChanged, this, [this] {
@@ -386,10 +435,12 @@ void CZovMainFrm::MakePage(int page)
     auto* layout = new QVBoxLayout(empty);
     if (page == kOptionsPage) {
         layout->addWidget(new COptionsDlg(m_session, empty, COptionsDlg::EUse::Page));
+        ui::CQtHelpTopicEventFilter::SetTopic(*empty, QStringLiteral("Options"));
         return;
     }
     auto* velda = new CVeldaMgr(m_session, empty);
     velda->setWindowFlags(Qt::Widget);
+    ui::CQtHelpTopicEventFilter::SetTopic(*empty, QStringLiteral("Velda"));
     connect(velda, &CVeldaMgr::ImportAsked, this, &CZovMainFrm::OnImportLibFile);
     layout->addWidget(velda);
 }
@@ -407,9 +458,11 @@ void CZovMainFrm::ShowPage(int page)
 
 QDockWidget* CZovMainFrm::PaneOf(unsigned command) const
 {
-    return command == ID_VIEW_PANE_OUTPUT   ? m_outputPane
-           : command == ID_VIEW_PANE_EDITOR ? m_editorPane
-                                            : m_librariesPane;
+    return command == ID_VIEW_PANE_EXTERNAL   ? m_externalPane
+           : command == ID_VIEW_PANE_WORKFLOW ? m_workflow
+           : command == ID_VIEW_PANE_OUTPUT   ? m_outputPane
+           : command == ID_VIEW_PANE_EDITOR   ? m_editorPane
+                                              : m_librariesPane;
 }
 
 std::array<CModelListView*, 3> CZovMainFrm::Lists() const

@@ -7,15 +7,23 @@
 #include "app/ModelListView.h"
 #include "app/OutputPane.h"
 #include "app/Session.h"
+#include "app/manager/HelpWindow.h"
 #include "app/manager/LibraryTreeModel.h"
+#include "app/manager/ZovWorkflow.h"
 #include "ui/CommandActions.h"
 #include "ui/IdleUpdate.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <array>
+#include <functional>
+#include <map>
 #include <memory>
 
+namespace zov {
+struct SArchivePlan;
+}
 class QDockWidget;
 class QProgressBar;
 class QPushButton;
@@ -53,10 +61,16 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
 private:
+    /// False when the user wants to stay.
+    bool OnClose();
+    void OnDestroy();
+    /// Escape ends a load. @return whether the key was of use
+    bool OnKeyDown(int key);
     // Commands, in the order of their table.
     void OnFileNew();
     void OnFileOpen();
@@ -74,6 +88,10 @@ private:
     void OnUpdateViewToolbarMain(ui::CCmdUI& ui);
     void OnViewPaneLibraries();
     void OnViewPaneEditor();
+    void OnViewPaneModels();
+    void OnUpdateViewPaneModels(ui::CCmdUI& ui);
+    void OnViewPaneExternal();
+    void OnViewPaneWorkflow();
     void OnViewPaneOutput();
     void OnUpdateViewPane(ui::CCmdUI& ui);
     void OnThemeDark();
@@ -95,7 +113,10 @@ private:
     void OnCreateNewLibSet();
     void OnRenameLibSet();
     void OnUpdateRenameLibSet(ui::CCmdUI& ui);
+    void OnArchiveLib();
     void OnExploreLib();
+    void OnExportLib();
+    void OnAddLib();
     void OnRemoveLib();
     void OnUpdateOfLibrary(ui::CCmdUI& ui);
     void OnLibMoveUp();
@@ -104,13 +125,41 @@ private:
     void OnImportLibFile();
     void OnImportFromFolder();
     void OnImportPrefFile();
-    void OnReloadLib();
+    void RefreshZovLib();
     void OnExpandAll();
     void OnCollapseAll();
     void OnEditModels();
     void OnDeleteModels();
     void OnUpdateOfModels(ui::CCmdUI& ui);
+    void OnAddIc();
+    void OnAddCapacitor();
+    void OnAddInductor();
+    void OnAddResistor();
+    void OnAddVrm();
+    void OnAddConnector();
+    void OnAddPackage();
+    void OnAddSpice();
+    void OnUpdateAddModelOf(ui::CCmdUI& ui);
+    void OnViewCurves();
+    void OnVendorDecapLibrary();
+    void OnLoadIbis();
+    void OnCheckIbis();
+    void OnUpdateWindow(ui::CCmdUI& ui);
 
+    /// The windows that commands open.
+    void FillWindows();
+    void OpenWindow(unsigned command);
+    /// Keeps it, and closes it with the frame.
+    void Show(QWidget& window);
+    /// False when one of them wants to stay.
+    bool CloseWindows();
+    void ShowPane(QDockWidget& pane);
+    /// The list is filled beside the window: when they are in it.
+    void SelectWhenShown(const std::vector<const CZovRcdProps*>& records);
+    void AddModelOf(ERecordType type);
+    void Archive(const CZovSession::TLibrary& library, const SArchivePlan& plan,
+                 const std::filesystem::path& target);
+    void ShowHelp(const QString& topic);
     void MakeMenus();
     void MakeToolBars();
     void MakePanes();
@@ -176,6 +225,12 @@ private:
     QToolBar* m_mainBar = nullptr;
     QDockWidget* m_librariesPane = nullptr;
     QDockWidget* m_outputPane = nullptr;
+    QDockWidget* m_externalPane = nullptr;
+    CQZovWorkflow* m_workflow = nullptr;
+    QPointer<CHelpWindow> m_help;
+    std::map<unsigned, std::function<void()>> m_windows;
+    std::vector<QPointer<QWidget>> m_opened;
+    QMetaObject::Connection m_selecting;
     CRecordEditor* m_editor = nullptr;
     QDockWidget* m_editorPane = nullptr;
     QMenu* m_recentMenu = nullptr;

@@ -16,6 +16,7 @@
 #include <QDesktopServices>
 #include <QDockWidget>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
 #include <QSettings>
@@ -193,14 +194,43 @@ bool CZovMainFrm::MayClose()
 
 void CZovMainFrm::closeEvent(QCloseEvent* event)
 {
-    if ((m_assign && m_assign->isVisible() && !m_assign->close()) || !MayClose()) {
-        event->ignore();
-        return;
+    event->setAccepted(OnClose());
+}
+
+bool CZovMainFrm::OnClose()
+{
+    if ((m_assign && m_assign->isVisible() && !m_assign->close()) || !CloseWindows() ||
+        !MayClose()) {
+        return false;
     }
     m_session.CancelLoading();
     m_session.StoreSettings();
     StoreLayout();
-    event->accept();
+    return true;
+}
+
+void CZovMainFrm::OnDestroy()
+{
+    // Other windows work on the session.
+    for (const QPointer<QWidget>& window : m_opened) {
+        delete window;
+    }
+}
+
+void CZovMainFrm::keyPressEvent(QKeyEvent* event)
+{
+    if (!OnKeyDown(event->key())) {
+        QMainWindow::keyPressEvent(event);
+    }
+}
+
+bool CZovMainFrm::OnKeyDown(int key)
+{
+    if (key == Qt::Key_Escape && m_session.Job().IsRunning()) {
+        m_session.CancelLoading();
+        return true;
+    }
+    return false;
 }
 
 void CZovMainFrm::dragEnterEvent(QDragEnterEvent* event)
@@ -293,6 +323,37 @@ void CZovMainFrm::OnUpdateViewToolbarMain(ui::CCmdUI& ui)
 void CZovMainFrm::OnViewPaneLibraries()
 {
     m_librariesPane->setVisible(m_librariesPane->isHidden());
+}
+
+void CZovMainFrm::OnViewPaneModels()
+{
+    ShowPage(kProjectPage);
+    m_models->Table().setFocus();
+}
+
+void CZovMainFrm::OnUpdateViewPaneModels(ui::CCmdUI& ui)
+{
+    ui.SetCheck(m_pages->currentIndex() == kProjectPage);
+}
+
+/// A pane behind another one in the same place comes to the front first.
+void CZovMainFrm::ShowPane(QDockWidget& pane)
+{
+    const bool isBehind = pane.isVisible() && pane.visibleRegion().isEmpty();
+    pane.setVisible(pane.isHidden() || isBehind);
+    if (!pane.isHidden()) {
+        pane.raise();
+    }
+}
+
+void CZovMainFrm::OnViewPaneExternal()
+{
+    ShowPane(*m_externalPane);
+}
+
+void CZovMainFrm::OnViewPaneWorkflow()
+{
+    ShowPane(*m_workflow);
 }
 
 void CZovMainFrm::OnViewPaneOutput()

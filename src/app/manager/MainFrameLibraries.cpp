@@ -1,19 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 // The main frame's commands on the library tree and on the models of a list.
+#include "app/RunBeside.h"
 #include "app/editor/RecordEditor.h"
+#include "app/manager/AddLibDlg.h"
 #include "app/manager/CommandIds.h"
 #include "app/manager/MainFrame.h"
 #include "base/File.h"
 #include "base/Text.h"
+#include "core/LibraryArchive.h"
 #include "core/LibraryFiles.h"
 #include "ui/Prompt.h"
 
-#include <QCoreApplication>
-#include <QDesktopServices>
-#include <QFileInfo>
 #include <QMenu>
+#include <QStatusBar>
 #include <QTreeView>
-#include <QUrl>
 
 #include <algorithm>
 
@@ -21,6 +21,8 @@ namespace zov::app {
 namespace {
 
 const char* const kLibraryFilter = "ZOV Library (*.zov)";
+const char* const kExportFilter = "Exchange file (*.zovx);;ZOV Library (*.zov)";
+constexpr int kShownMissing = 10;
 const char* const kImportFilter = "Libraries (*.zov *.zovx *.xml *.sp);;All files (*)";
 
 std::vector<std::filesystem::path> LibrariesIn(const std::filesystem::path& folder)
@@ -69,13 +71,83 @@ void CZovMainFrm::OnUpdateRenameLibSet(ui::CCmdUI& ui)
     ui.Enable(node != CLibraryTree::kRoot && m_session.Tree().IsCollection(node));
 }
 
+void CZovMainFrm::OnArchiveLib()
+{
+    const CZovSession::TLibrary library = m_session.Tree().LibraryOf(SelectedNode());
+    SArchivePlan plan;
+    RunBeside([&] { plan = PlanArchive(*library); });
+    if (!plan.missing.empty()) {
+        QStringList names;
+        for (const SMissingFile& missing : plan.missing) {
+            if (names.size() == kShownMissing) {
+                names += QStringLiteral("...");
+                break;
+            }
+            names += tr("%1 (model %2)")
+                         .arg(QString::fromStdString(missing.name),
+                              QString::fromStdString(missing.record));
+        }
+        const QString text = tr("%n files that '%1' names are missing:", nullptr,
+                                static_cast<int>(plan.missing.size()))
+                                 .arg(QString::fromStdString(library->Name()));
+        if (ui::CPrompt::Ask(this,
+                             text + QLatin1Char('\n') + names.join(QLatin1Char('\n')) +
+                                 tr("\n\nArchive the library without them?"),
+                             ui::EButtons::YesNo, ui::EIcon::Warning) != ui::EAnswer::Yes) {
+            return;
+        }
+    }
+    const QString path =
+        ui::CPrompt::SaveFile(this, tr("Archive Library"), tr("Archive (*.zip);;Folder (*)"),
+                              QString::fromStdString(library->Name()));
+    if (!path.isEmpty()) {
+        Archive(library, plan, TextPath(path.toStdString()));
+    }
+}
+
+void CZovMainFrm::Archive(const CZovSession::TLibrary& library, const SArchivePlan& plan,
+                          const std::filesystem::path& target)
+{
+    CResult<void> written;
+    statusBar()->showMessage(tr("Archiving %1").arg(QString::fromStdString(library->Name())));
+    RunBeside([&] { written = WriteArchive(*library, plan, target, {}); });
+    statusBar()->clearMessage();
+    Report(written);
+    if (written) {
+        m_session.Log().Write("'" + library->Name() + "' was archived with " +
+                              std::to_string(plan.files.size()) + " files to '" + PathText(target) +
+                              "'.");
+    }
+}
+
+void CZovMainFrm::OnExportLib()
+{
+    const CZovSession::TLibrary library = m_session.Tree().LibraryOf(SelectedNode());
+    const QString path =
+        ui::CPrompt::SaveFile(this, tr("Export Library to File"), tr(kExportFilter),
+                              QString::fromStdString(library->Name()));
+    if (path.isEmpty()) {
+        return;
+    }
+    CResult<void> saved;
+    RunBeside([&] {
+        saved = zov::SaveLibrary(*library, TextPath(path.toStdString()), m_session.Settings().units,
+                                 m_session.Log());
+    });
+    Report(saved);
+}
+
+void CZovMainFrm::OnAddLib()
+{
+    CAddLibDlg(m_session, SelectedCollection(), this).DoModal();
+}
+
 void CZovMainFrm::OnExploreLib()
 {
     const auto& library = m_session.Tree().LibraryOf(SelectedNode());
     if (library && !library->Path().empty()) {
         const std::filesystem::path folder = std::filesystem::absolute(library->Path());
-        QDesktopServices::openUrl(
-            QUrl::fromLocalFile(QString::fromStdString(PathText(folder.parent_path()))));
+        ui::CPrompt::ShowFolder(QString::fromStdString(PathText(folder.parent_path())));
     }
 }
 
@@ -155,7 +227,7 @@ void CZovMainFrm::OnImportPrefFile()
     m_session.ImportPreferences(TextPath(file.toStdString()), SelectedCollection());
 }
 
-void CZovMainFrm::OnReloadLib()
+void CZovMainFrm::RefreshZovLib()
 {
     const CZovSession::TLibrary library = m_session.Tree().LibraryOf(SelectedNode());
     if (m_session.IsModified(*library) &&
@@ -189,8 +261,8 @@ void CZovMainFrm::ShowTreeMenu(const QPoint& globalPos)
     menu.setObjectName(QStringLiteral("LibraryTreeMenu"));
     m_actions->UpdateAll();
     m_actions->FillMenu(menu, {ID_NEW_ZOV_LIB_FILE, ID_CREATE_NEW_LIB_SET, ID_RENAME_LIB_SET,
-                               ID_EXPLORE_LIB, ID_REMOVE_LIB, ui::kSeparator, ID_LIB_MOVE_UP,
-                               ID_LIB_MOVE_DOWN});
+                               ID_ARCHIVE_LIB, ID_EXPLORE_LIB, ID_EXPORT_LIB, ID_REMOVE_LIB,
+                               ui::kSeparator, ID_LIB_MOVE_UP, ID_LIB_MOVE_DOWN});
     QMenu* moveTo = menu.addMenu(tr("Move To"));
     FillMoveTo(*moveTo);
     menu.addSeparator();
@@ -233,16 +305,7 @@ void CZovMainFrm::ShowModelMenu(const QPoint& globalPos)
 
 void CZovMainFrm::OnAppHelp()
 {
-    // Beside the installed program, or in the checkout that it was built from.
-    for (const char* folder : {"../share/doc/zovra", "../../../../docs"}) {
-        const QString path = QCoreApplication::applicationDirPath() + QLatin1Char('/') +
-                             QLatin1String(folder) + QStringLiteral("/zovra.md");
-        if (QFileInfo::exists(path)) {
-            QDesktopServices::openUrl(QUrl::fromLocalFile(path));
-            return;
-        }
-    }
-    ui::CPrompt::Tell(this, tr("The documents are not installed."));
+    ShowHelp({});
 }
 
 } // namespace zov::app

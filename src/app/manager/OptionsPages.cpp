@@ -206,9 +206,9 @@ private:
     void Add()
     {
         QStringList paths = m_paths.stringList();
-        for (const QString& path :
-             ui::CPrompt::OpenFiles(this, tr("Add Vendor Library"),
-                                    tr("Vendor decap libraries (*.xml);;All files (*)"))) {
+        for (const QString& path : ui::CPrompt::OpenFiles(
+                 this, tr("Add Vendor Library"),
+                 tr("Decap libraries and lists (*.xml *.csv *.txt);;All files (*)"))) {
             if (!paths.contains(path)) {
                 paths += path;
             }

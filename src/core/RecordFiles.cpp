@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/RecordFiles.h"
+#include "core/RecordFiles.h"
 
 #include "base/File.h"
 #include "base/Text.h"
 #include "core/LibraryFiles.h"
 
-namespace zov::cli {
+namespace zov {
 
 namespace fs = std::filesystem;
 
@@ -164,4 +164,4 @@ fs::path FolderOf(const std::string& libraryFile)
     return folder.empty() ? fs::path(".") : folder;
 }
 
-} // namespace zov::cli
+} // namespace zov

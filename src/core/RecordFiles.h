@@ -9,7 +9,7 @@
 #include <string>
 #include <unordered_map>
 
-namespace zov::cli {
+namespace zov {
 
 struct SRecordFile
 {
@@ -48,4 +48,4 @@ private:
 /// Folder that a library's relative names start from.
 [[nodiscard]] std::filesystem::path FolderOf(const std::string& libraryFile);
 
-} // namespace zov::cli
+} // namespace zov

@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/manager/ExternalLibsPane.h"
+
+#include "base/File.h"
+
+#include <QHeaderView>
+#include <QPainter>
+
+namespace zov::app {
+namespace {
+
+enum EColumn
+{
+    kName,
+    kModels,
+    kPath,
+    kColumns
+};
+
+} // namespace
+
+CExternalLibsModel::CExternalLibsModel(CZovSession& session, QObject* parent)
+    : QAbstractTableModel(parent)
+    , m_session(session)
+{
+    const auto reset = [this] {
+        beginResetModel();
+        endResetModel();
+    };
+    connect(&session, &CZovSession::LibrariesChanged, this, reset);
+    connect(&session, &CZovSession::LibraryChanged, this, [this] {
+        if (rowCount() > 0) {
+            Q_EMIT dataChanged(index(0, kModels), index(rowCount() - 1, kModels));
+        }
+    });
+}
+
+int CExternalLibsModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_session.Set().Externals().size());
+}
+
+int CExternalLibsModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : kColumns;
+}
+
+QVariant CExternalLibsModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || index.row() >= rowCount()) {
+        return {};
+    }
+    const SLibraryEntry& entry = m_session.Set().Externals()[static_cast<std::size_t>(index.row())];
+    if (role == Qt::CheckStateRole && index.column() == kName) {
+        return entry.on ? Qt::Checked : Qt::Unchecked;
+    }
+    if (role == Qt::TextAlignmentRole && index.column() == kModels) {
+        return static_cast<int>(Qt::AlignRight | Qt::AlignVCenter);
+    }
+    if (role == Qt::ToolTipRole) {
+        return QString::fromStdString(PathText(entry.path));
+    }
+    if (role != Qt::DisplayRole) {
+        return {};
+    }
+    switch (index.column()) {
+    case kName:
+        return QString::fromStdString(entry.DisplayName());
+    case kModels:
+        return QStringLiteral("%L1").arg(entry.library->Count());
+    default:
+        return QString::fromStdString(PathText(entry.path));
+    }
+}
+
+bool CExternalLibsModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (role != Qt::CheckStateRole || !index.isValid() || index.row() >= rowCount()) {
+        return false;
+    }
+    const auto& entry = m_session.Set().Externals()[static_cast<std::size_t>(index.row())];
+    m_session.SwitchOn(*entry.library, value.toInt() == Qt::Checked);
+    return true;
+}
+
+Qt::ItemFlags CExternalLibsModel::flags(const QModelIndex& index) const
+{
+    const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    return index.column() == kName ? flags | Qt::ItemIsUserCheckable : flags;
+}
+
+QVariant CExternalLibsModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
+        return {};
+    }
+    return section == kName ? tr("Library") : section == kModels ? tr("Models") : tr("File");
+}
+
+CExternalLibsPane::CExternalLibsPane(CZovSession& session, QWidget* parent)
+    : QTreeView(parent)
+    , m_session(session)
+    , m_model(session)
+{
+    setObjectName(QStringLiteral("ExternalLibraries"));
+    setModel(&m_model);
+    setRootIsDecorated(false);
+    setUniformRowHeights(true);
+    setAlternatingRowColors(true);
+    header()->setSectionResizeMode(kName, QHeaderView::ResizeToContents);
+    header()->setSectionResizeMode(kModels, QHeaderView::ResizeToContents);
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) {
+                if (current.isValid()) {
+                    const auto row = static_cast<std::size_t>(current.row());
+                    Q_EMIT LibraryChosen(*m_session.Set().Externals()[row].library);
+                }
+            });
+}
+
+void CExternalLibsPane::paintEvent(QPaintEvent* event)
+{
+    QTreeView::paintEvent(event);
+    if (m_model.rowCount() > 0) {
+        return;
+    }
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+    painter.drawText(viewport()->rect().adjusted(12, 12, -12, -12),
+                     Qt::AlignCenter | Qt::TextWordWrap,
+                     tr("No external library is open. Import one with the button 'Import Library "
+                        "from File', or drop library files on the tree of opened libraries."));
+}
+
+} // namespace zov::app

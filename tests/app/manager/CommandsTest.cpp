@@ -1,0 +1,284 @@
+// SPDX-License-Identifier: Apache-2.0
+// Each command of the table is triggered once and its effect seen; those that have a test of their
+// own are named in docs/desktop.md.
+#include "MainFrameFixture.h"
+#include "app/manager/ExternalLibsPane.h"
+#include "app/manager/ZovWorkflow.h"
+#include "ui/UiDialog.h"
+
+#include <QDockWidget>
+#include <QLineEdit>
+#include <QTextBrowser>
+#include <QToolBar>
+#include <QToolButton>
+
+#include <set>
+
+namespace zov::app {
+namespace {
+
+struct CommandsTest : MainFrameTest
+{
+    template <class Widget>
+    Widget& At(const char* name)
+    {
+        auto* widget = frame.findChild<Widget*>(QLatin1String(name));
+        EXPECT_NE(widget, nullptr) << name;
+        return *widget;
+    }
+    CLibraryTree::TNode SelectProject()
+    {
+        const CLibraryTree::TNode node =
+            frame.Session().Tree().Find(*frame.Session().ProjectLibrary());
+        Tree().setCurrentIndex(Tree().model()->index(0, 0));
+        return node;
+    }
+};
+
+TEST_F(CommandsTest, EveryCommandHasOneHandler)
+{
+    std::set<unsigned> ids;
+    std::set<std::string> names;
+    for (const ui::SCommand& command : MainCommands()) {
+        EXPECT_TRUE(ids.insert(command.id).second) << command.name;
+        EXPECT_TRUE(names.insert(command.name).second) << command.name;
+        const bool isMenu = command.id == ID_LIB_MOVE_TO; // a menu of collections
+        EXPECT_EQ(frame.FindTarget(command.id) != nullptr, !isMenu) << command.name;
+    }
+}
+
+TEST_F(CommandsTest, AFolderIsOpenedAndALibrarySavedElsewhere)
+{
+    folder.Write("board/board.txt", "");
+    std::filesystem::copy(Library("plain", 2), folder.Path() / "board" / "board.zov");
+    answers.ThenPath(Text(folder.Path() / "board"));
+    Trigger(ID_FILE_OPEN_FOLDER);
+    WaitIdle();
+    ASSERT_NE(frame.Session().ProjectLibrary(), nullptr);
+    EXPECT_EQ(frame.Session().ProjectLibrary()->Name(), "board");
+
+    answers.ThenPath(Text(folder.Path() / "other.zov"));
+    Trigger(ID_FILE_SAVE_AS);
+    EXPECT_EQ(frame.Session().ProjectLibrary()->Name(), "other");
+    EXPECT_TRUE(std::filesystem::exists(folder.Path() / "other.zov"));
+    frame.show();
+    Trigger(ID_ZOV_FRM_EXIT);
+    EXPECT_FALSE(frame.isVisible());
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(CommandsTest, BarsAndPanesComeAndGo)
+{
+    frame.show();
+    const std::pair<unsigned, const char*> panes[] = {
+        {ID_VIEW_PANE_LIBRARIES, "OpenedLibraries"},
+        {ID_VIEW_PANE_EDITOR, "EditorPane"},
+        {ID_VIEW_PANE_WORKFLOW, "ZOVWorkflow"},
+        {ID_VIEW_PANE_OUTPUT, "OutputPane"},
+    };
+    for (const auto& [command, name] : panes) {
+        EXPECT_TRUE(IsEnabled(command));
+        EXPECT_TRUE(frame.Actions().Action(command)->isChecked()) << name;
+        Trigger(command);
+        EXPECT_FALSE(At<QDockWidget>(name).isVisible()) << name;
+        EXPECT_FALSE(frame.Actions().Action(command)->isChecked()) << name;
+        Trigger(command);
+        EXPECT_TRUE(At<QDockWidget>(name).isVisible()) << name;
+    }
+    // It stands behind the workflow: the first click brings it to the front.
+    auto& external = At<QDockWidget>("ExternalLibrariesPane");
+    QTest::qWait(1);
+    Trigger(ID_VIEW_PANE_EXTERNAL);
+    EXPECT_FALSE(external.isHidden());
+    QTest::qWait(1);
+    EXPECT_FALSE(external.visibleRegion().isEmpty());
+    Trigger(ID_VIEW_PANE_EXTERNAL);
+    EXPECT_TRUE(external.isHidden());
+
+    Trigger(ID_VIEW_TOOLBAR_MAIN);
+    EXPECT_FALSE(At<QToolBar>("ZovMain").isVisible());
+    Trigger(ID_NAV_PAGE_SEARCH);
+    Trigger(ID_VIEW_PANE_MODELS);
+    EXPECT_TRUE(Models().isVisible());
+}
+
+TEST_F(CommandsTest, LibrariesOfTheTreeAreArchivedExportedAndShownInTheirFolder)
+{
+    OpenProject(Library("project", 3));
+    SelectProject();
+    answers.ThenPath(Text(folder.Path() / "kept.zip"));
+    Trigger(ID_ARCHIVE_LIB);
+    EXPECT_EQ(folder.Read("kept.zip").substr(0, 2), "PK");
+    answers.ThenPath(Text(folder.Path() / "out.zovx"));
+    Trigger(ID_EXPORT_LIB);
+    EXPECT_NE(folder.Read("out.zovx").find("<ZOV_Lib"), std::string::npos);
+    EXPECT_EQ(frame.Session().ProjectLibrary()->Name(), "project") << "its own file stays";
+
+    Trigger(ID_EXPLORE_LIB);
+    EXPECT_EQ(answers.Shown().back().text, Text(folder.Path()));
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(CommandsTest, AnArchiveWithMissingFilesIsMadeWhenTheUserSaysSo)
+{
+    CZovLibrary library;
+    CZovRcdProps& record = library.Add(ERecordType::Capacitor);
+    record.SetString(EPropId::ModelName, "c");
+    SDiscreteModel model;
+    model.isCircuit = true;
+    model.cktDef = "gone.s2p";
+    record.SetDiscreteModel(model);
+    CNullLog log;
+    ASSERT_TRUE(zov::SaveLibrary(library, folder.Path() / "p.zov", {}, log));
+    OpenProject(folder.Path() / "p.zov");
+    SelectProject();
+    answers.Then(ui::EAnswer::No);
+    Trigger(ID_ARCHIVE_LIB);
+    EXPECT_TRUE(answers.Shown().back().text.contains(QStringLiteral("gone.s2p (model c)")));
+    answers.Then(ui::EAnswer::Yes).ThenPath(Text(folder.Path() / "kept.zip"));
+    Trigger(ID_ARCHIVE_LIB);
+    EXPECT_TRUE(std::filesystem::exists(folder.Path() / "kept.zip"));
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(CommandsTest, ExternalLibrariesComeFromFoldersPreferencesAndTheAddDialog)
+{
+    Library("one", 1);
+    Library("two", 2);
+    folder.Write("kept.zovp", "<?xml version=\"1.0\" encoding=\"iso-8859-1\"?>\n<ZOVP Version = "
+                              "\"1.0\">\n<Library>\n<Lib Path=\"two.zov\" On=\"NO\"/>\n"
+                              "</Library>\n</ZOVP>\n");
+    const auto& externals = frame.Session().Set().Externals();
+    answers.ThenPath(Text(folder.Path() / "kept.zovp"));
+    Trigger(ID_IMPORT_PREF_FILE);
+    WaitIdle();
+    ASSERT_EQ(externals.size(), 1U);
+    EXPECT_FALSE(externals[0].on) << "as the file says";
+    answers.ThenPath(Text(folder.Path()));
+    Trigger(ID_IMPORT_FROM_FOLDER);
+    WaitIdle();
+    EXPECT_EQ(externals.size(), 2U);
+
+    answers.ThenDialog([&](QDialog& dialog) {
+        auto& file = *dialog.findChild<QLineEdit*>(QStringLiteral("ui_IDC_FILE"));
+        file.setText(Text(Library("three", 3)));
+        dialog.accept();
+    });
+    Trigger(ID_ADD_LIB);
+    WaitIdle();
+    EXPECT_EQ(externals.size(), 3U);
+    auto& pane = At<CExternalLibsPane>("ExternalLibraries");
+    ASSERT_EQ(pane.model()->rowCount(), 3);
+    const QModelIndex first = pane.model()->index(0, 0);
+    const bool wasOn = externals[0].on;
+    EXPECT_TRUE(
+        pane.model()->setData(first, wasOn ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole));
+    EXPECT_NE(externals[0].on, wasOn);
+
+    Trigger(ID_COLLAPSE_ALL);
+    EXPECT_FALSE(Tree().isExpanded(Tree().model()->index(0, 0)));
+    Trigger(ID_EXPAND_ALL);
+    EXPECT_TRUE(Tree().isExpanded(Tree().model()->index(0, 0)));
+}
+
+TEST_F(CommandsTest, RefreshReadsTheFileAgain)
+{
+    OpenProject(Library("project", 3));
+    SelectProject();
+    Library("project", 5);
+    Trigger(ID_REFRESH_ZOV_LIB);
+    WaitIdle();
+    EXPECT_EQ(Models().Model().rowCount(), 5);
+}
+
+TEST_F(CommandsTest, ACancelledLoadLetsTheWindowGoOnAtOnce)
+{
+    const std::filesystem::path large = Library("large", 200000);
+    frame.Open(Text(large));
+    frame.Session().AddExternals({Library("small", 1)}, CLibraryTree::kRoot);
+    QTest::keyClick(&frame, Qt::Key_Escape);
+    EXPECT_FALSE(frame.Session().Job().IsRunning());
+    WaitIdle();
+    EXPECT_EQ(frame.Session().ProjectLibrary(), nullptr);
+    EXPECT_TRUE(frame.Session().Set().Externals().empty()) << "what waited was dropped, too";
+    OpenProject(Library("next", 2));
+    EXPECT_EQ(Models().Model().rowCount(), 2);
+}
+
+TEST_F(CommandsTest, EachWorkflowPageHasItsKeyAndItsStepsStartTheirWork)
+{
+    auto& workflow = At<CQZovWorkflow>("ZOVWorkflow");
+    const char* keys[] = {"ZOVWorkflowIC",        "ZOVWorkflowDiscrete", "ZOVWorkFlowVRM",
+                          "ZOVWorkFlowConnector", "ZOVWorkFlowPage",     "ZOVWorkFlowSpice"};
+    for (int page = 0; page < 6; ++page) {
+        workflow.SetCurrentPage(page);
+        EXPECT_EQ(workflow.ContextKey(), QLatin1String(keys[page]));
+    }
+    EXPECT_STREQ(CQZovWorkflow::ContextKeyOf(17), "ZOVWorkflowIC");
+
+    const std::tuple<const char*, unsigned, ERecordType> adding[] = {
+        {"page_step4", ID_ADD_IC, ERecordType::Ic},
+        {"page_2_step4", ID_ADD_CAPACITOR, ERecordType::Capacitor},
+        {"page_2_step5", ID_ADD_INDUCTOR, ERecordType::Inductor},
+        {"page_2_step6", ID_ADD_RESISTOR, ERecordType::Resistor},
+        {"page_3_step2", ID_ADD_VRM, ERecordType::Vrm},
+        {"page_4_step3", ID_ADD_CONNECTOR, ERecordType::Connector},
+        {"page_5_step3", ID_ADD_PACKAGE, ERecordType::Package},
+        {"page_6_step3", ID_ADD_SPICE, ERecordType::Spice},
+    };
+    frame.OnIdleUpdateCmdUI();
+    EXPECT_FALSE(At<QToolButton>("page_step4").isEnabled()) << "there is no library yet";
+    OpenProject(Library("project", 0));
+    frame.OnIdleUpdateCmdUI();
+    for (const auto& [button, command, type] : adding) {
+        EXPECT_TRUE(IsEnabled(command));
+        At<QToolButton>(button).click();
+        WaitIdle();
+        EXPECT_EQ(frame.Session().ProjectLibrary()->CountOf(type), 1U) << button;
+        EXPECT_EQ(Models().Selected().size(), 1U) << button;
+    }
+    Trigger(ID_EDIT_UNDO);
+    EXPECT_EQ(frame.Session().ProjectLibrary()->CountOf(ERecordType::Spice), 0U);
+}
+
+TEST_F(CommandsTest, WindowsOpenAndCloseWithTheFrame)
+{
+    frame.show();
+    const int before = QApplication::topLevelWidgets().size();
+    Trigger(ID_VIEW_CURVES);
+    EXPECT_GT(QApplication::topLevelWidgets().size(), before);
+    answers.ThenDialog([](QDialog& dialog) {
+        EXPECT_EQ(dialog.objectName(), QStringLiteral("dlg_IDD_VENDOR_DECAP_LIBRARY"));
+    });
+    Trigger(ID_VENDOR_DECAP_LIBRARY);
+    answers.ThenDialog([](QDialog& dialog) {
+        EXPECT_EQ(dialog.objectName(), QStringLiteral("dlg_IDD_ZOV_ABOUTBOX"));
+    });
+    Trigger(ID_APP_ABOUT);
+    EXPECT_TRUE(frame.close());
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(CommandsTest, HelpOpensThePageOfWhatHasTheFocus)
+{
+    frame.show();
+    Tree().setFocus();
+    QTest::keyClick(&Tree(), Qt::Key_F1);
+    auto& help = At<CHelpWindow>("HelpWindow");
+    EXPECT_EQ(help.Page(), QStringLiteral("desktop.md#the-library-tree"));
+    EXPECT_TRUE(help.findChild<QTextBrowser*>()->toPlainText().contains(
+        QStringLiteral("The library tree")));
+    Trigger(ID_APP_HELP);
+    EXPECT_EQ(help.Page(), QStringLiteral("desktop.md"));
+    // Every topic leads to a place that is there.
+    for (const char* topic :
+         {"ZOVWorkflowIC", "ZOVWorkflowDiscrete", "ZOVWorkFlowVRM", "ZOVWorkFlowConnector",
+          "ZOVWorkFlowPage", "ZOVWorkFlowSpice", "LibraryTree", "ModelList", "Options", "Velda",
+          "ExternalLibraries"}) {
+        help.ShowPage(CHelpWindow::PageOf(QLatin1String(topic)));
+        EXPECT_GT(help.findChild<QTextBrowser*>()->textCursor().position(), 0) << topic;
+    }
+}
+
+} // namespace
+} // namespace zov::app

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Stage.h"
+#include "app/manager/CommandIds.h"
+#include "app/manager/HelpWindow.h"
+#include "ui/UiDialog.h"
+
+#include <QLineEdit>
+#include <QTabWidget>
+
+namespace zov::shots {
+namespace {
+
+using TWindow = std::unique_ptr<QWidget>;
+
+/// A picture of a dialog by the name of its form.
+std::function<TWindow(CStage&)> Form(const char* name)
+{
+    return [name](CStage& stage) -> TWindow {
+        return ui::CDialogForms::Create(QLatin1String(name), &stage.Frame());
+    };
+}
+
+/// A page of the main frame.
+std::function<TWindow(CStage&)> Page(unsigned command)
+{
+    return [command](CStage& stage) -> TWindow {
+        stage.Trigger(command);
+        return nullptr;
+    };
+}
+
+TWindow Units(CStage& stage)
+{
+    auto dialog =
+        ui::CDialogForms::Create(QStringLiteral("dlg_IDD_ZOV_DLG_OPTIONS"), &stage.Frame());
+    dialog->findChild<QTabWidget*>(QStringLiteral("ui_IDC_PAGES"))->setCurrentIndex(1);
+    return dialog;
+}
+
+TWindow Search(CStage& stage)
+{
+    stage.Trigger(app::ID_NAV_PAGE_SEARCH);
+    auto* list = stage.Frame().findChild<app::CModelListView*>(QStringLiteral("SearchModels"));
+    list->SearchField().setText(QStringLiteral("0402 Cnom 10nF..1uF"));
+    return nullptr;
+}
+
+TWindow Help(CStage&)
+{
+    auto help = std::make_unique<app::CHelpWindow>(app::CHelpWindow::DocumentsFolder(), nullptr);
+    help->ShowPage(QStringLiteral("desktop.md"));
+    return help;
+}
+
+// One row a picture: name of the file, and what is to be seen.
+const SShot kShots[] = {
+    {"main", Page(app::ID_NAV_PAGE_PROJECT)},
+    {"search", Search},
+    {"external", Page(app::ID_NAV_PAGE_EXT_LIBS)},
+    {"velda-page", Page(app::ID_NAV_PAGE_VELDA)},
+    {"options-page", Page(app::ID_NAV_PAGE_OPTIONS)},
+    {"options", Form("dlg_IDD_ZOV_DLG_OPTIONS")},
+    {"options-v2", Form("dlg_IDD_ZOV_DLG_OPGENERALV2")},
+    {"options-units", Units},
+    {"options-vendors", Form("dlg_IDD_ZOV_DLG_OPVDR")},
+    {"velda", Form("dlg_IDD_ZOV_DLG_VELDA")},
+    {"add-library", Form("dlg_IDD_ZOV_DLG_ADDLIB")},
+    {"about", Form("dlg_IDD_ZOV_ABOUTBOX")},
+    {"help", Help},
+};
+
+} // namespace
+
+std::span<const SShot> Shots()
+{
+    return kShots;
+}
+
+} // namespace zov::shots
