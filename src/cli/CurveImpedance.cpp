@@ -3,8 +3,8 @@
 #include "base/Text.h"
 #include "cli/Commands.h"
 #include "cli/CurveFiles.h"
-#include "cli/RecordFiles.h"
 #include "cli/Reporting.h"
+#include "core/RecordFiles.h"
 #include "core/Units.h"
 #include "curve/ImpedanceCurve.h"
 
