@@ -198,12 +198,12 @@ std::vector<SFound> CAssignTable::AutoMap(const CSearchOptions& options)
 bool CAssignTable::MapsOnOpening(const std::filesystem::path& assignmentFile,
                                  const FEnvironment& environment)
 {
-    if (environment("KVE_TAVRELY_ZOV_DLLVER")) {
+    if (EnvironmentFlag(environment, "KVE_TAVRELY_ZOV_DLLVER")) {
         return false;
     }
     std::error_code ignored;
     return assignmentFile.empty() || (!std::filesystem::exists(assignmentFile, ignored) &&
-                                      environment("KVE_TAVRELY_PWT_ASSIGNMODEL").has_value());
+                                      EnvironmentFlag(environment, "KVE_TAVRELY_PWT_ASSIGNMODEL"));
 }
 
 void CAssignTable::SetModel(AssignRow& row, const SModelRef& model)

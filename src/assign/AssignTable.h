@@ -105,7 +105,8 @@ public:
     std::vector<SFound> AutoMap(const CSearchOptions& options);
     /// Whether a design is mapped when it is opened: never inside a host tool
     /// (`KVE_TAVRELY_ZOV_DLLVER`); else when it has no stored assignment file, or has one that is
-    /// gone while `KVE_TAVRELY_PWT_ASSIGNMODEL` is set.
+    /// gone while `KVE_TAVRELY_PWT_ASSIGNMODEL` is set. Both count when they hold a non-zero
+    /// integer.
     [[nodiscard]] static bool MapsOnOpening(const std::filesystem::path& assignmentFile,
                                             const FEnvironment& environment);
 

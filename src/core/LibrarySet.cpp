@@ -4,6 +4,7 @@
 #include "base/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zov {
 
@@ -144,8 +145,7 @@ CResult<EOpened> CLibrarySet::OpenProject(const fs::path& path, CLogSink& log,
         return EOpened::Refused;
     }
     ASSIGN_OR_RETURN(auto library, Load(path, log));
-    CloseProject();
-    m_project.push_back({std::move(library), path, true, true, false});
+    SetProject({{std::move(library), path, true, true, false}});
     return EOpened::Opened;
 }
 
@@ -199,8 +199,7 @@ EOpened CLibrarySet::NewProject(CLogSink& log, CQuestions* questions)
     if (!MayReplaceProject(std::string(kNewLibrary), log, questions)) {
         return EOpened::Refused;
     }
-    CloseProject();
-    m_project.push_back({std::make_shared<CZovLibrary>(), {}, true, true, false});
+    SetProject({{std::make_shared<CZovLibrary>(), {}, true, true, false}});
     return EOpened::Opened;
 }
 
@@ -217,10 +216,24 @@ CResult<EOpened> CLibrarySet::AddToProject(const fs::path& path, CLogSink& log)
 
 void CLibrarySet::CloseProject()
 {
-    if (!m_project.empty() && !m_project.front().path.empty()) {
-        m_cache.Close(m_project.front().path);
+    SetProject({});
+}
+
+void CLibrarySet::SetProject(std::vector<SLibraryEntry> project)
+{
+    Forget(std::exchange(m_project, std::move(project)));
+}
+
+void CLibrarySet::Forget(const std::vector<SLibraryEntry>& gone)
+{
+    const auto entries = Entries();
+    for (const SLibraryEntry& entry : gone) {
+        const bool kept =
+            std::ranges::find(entries, entry.library, &SLibraryEntry::library) != entries.end();
+        if (!kept && !entry.path.empty()) {
+            m_cache.Close(entry.path);
+        }
     }
-    m_project.clear();
 }
 
 CResult<void> CLibrarySet::SaveProject(const fs::path& path, CLogSink& log)
@@ -303,13 +316,9 @@ bool CLibrarySet::RemoveExternal(std::size_t index)
     if (index >= m_externals.size()) {
         return false;
     }
-    const auto at = m_externals.begin() + static_cast<std::ptrdiff_t>(index);
-    const bool isProject =
-        !m_project.empty() && m_project.front().library.get() == at->library.get();
-    if (!isProject) {
-        m_cache.Close(at->path);
-    }
-    m_externals.erase(at);
+    const std::vector<SLibraryEntry> gone = {std::move(m_externals[index])};
+    m_externals.erase(m_externals.begin() + static_cast<std::ptrdiff_t>(index));
+    Forget(gone);
     return true;
 }
 
@@ -384,13 +393,7 @@ CResult<void> CLibrarySet::LoadConfiguration(const fs::path& path, CLogSink& log
         }
         AddListed(listed, log);
     }
-    for (const SLibraryEntry& entry : old) {
-        const bool kept = std::ranges::any_of(
-            Entries(), [&](const SLibraryEntry* e) { return e->library == entry.library; });
-        if (!kept) {
-            m_cache.Close(entry.path);
-        }
-    }
+    Forget(old);
     m_sets = std::move(*sets);
     return {};
 }

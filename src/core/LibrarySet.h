@@ -122,6 +122,9 @@ private:
                                          CQuestions* questions) const;
     CResult<std::shared_ptr<CZovLibrary>> Load(const std::filesystem::path& path, CLogSink& log);
     void AddListed(const std::vector<SListedLibrary>& entries, CLogSink& log);
+    void SetProject(std::vector<SLibraryEntry> project);
+    /// Libraries that no entry has any more are read from their files when they are opened again.
+    void Forget(const std::vector<SLibraryEntry>& gone);
 
     CDisplayUnits m_units;
     CLibraryCache m_cache;

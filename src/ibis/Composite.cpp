@@ -54,6 +54,9 @@ CResult<void> CheckBuffers(const SComposite& composite)
         if (!names.insert(buffer.name).second) {
             return Wrong("buffer '" + buffer.name + "' stands twice");
         }
+        if (buffer.name == composite.component) { // both would be "subckt_NAME"
+            return Wrong("buffer '" + buffer.name + "' has the name of the component");
+        }
         if (BufferKindOf(buffer.modelType) == nullptr) {
             return Wrong(fmt::format("buffer '{}': model type '{}' can't be wrapped, expected an "
                                      "input, output, open, ECL or terminator type",

@@ -134,11 +134,6 @@ EIPKeyword CIPDataObject::Keyword() const
     return m_form != nullptr ? m_form->keyword : EIPKeyword::None;
 }
 
-bool CIPDataObject::Has(EIPMark mark) const
-{
-    return std::ranges::any_of(m_marks, [mark](const SIPMark& one) { return one.mark == mark; });
-}
-
 const CIPDataObject* CIPDataObject::Part(EIPKeyword keyword) const
 {
     for (const auto& child : m_children) {
@@ -274,7 +269,11 @@ std::size_t CIPDataObject::LastLine() const
 
 void CIPDataObject::Mark(EIPMark mark, std::size_t line, std::size_t message)
 {
-    m_marks.push_back({mark, line, message});
+    constexpr std::size_t kMostMarks = 1000;
+    if (m_marks.size() < kMostMarks || !Has(mark) || mark == EIPMark::Checker) {
+        m_marks.push_back({mark, line, message});
+        m_markKinds = static_cast<std::uint16_t>(m_markKinds | 1U << static_cast<unsigned>(mark));
+    }
 }
 
 } // namespace zov::ibis

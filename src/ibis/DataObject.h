@@ -111,7 +111,10 @@ public:
         return m_children;
     }
     [[nodiscard]] std::span<const SIPMark> Marks() const { return m_marks; }
-    [[nodiscard]] bool Has(EIPMark mark) const;
+    [[nodiscard]] bool Has(EIPMark mark) const
+    {
+        return (m_markKinds >> static_cast<unsigned>(mark) & 1U) != 0;
+    }
     /// The columns of numbers that stand below; null for none.
     [[nodiscard]] virtual const CIPDataTable* Table() const { return nullptr; }
     /// Its closing keyword was there.
@@ -162,6 +165,8 @@ public:
     /// A data line of the keyword. What it can't use it keeps as an unread item.
     virtual void TakeLine(const SIPLine& line, CArena& arena);
     CIPDataObject& Add(std::unique_ptr<CIPDataObject> child);
+    /// Behind the first thousand, further marks of kinds that are there already are left out, but
+    /// those of the checker.
     void Mark(EIPMark mark, std::size_t line, std::size_t message = 0);
     void SetClosed() { m_closed = true; }
     [[nodiscard]] const SIPForm* Form() const { return m_form; }
@@ -188,6 +193,7 @@ private:
     std::size_t m_line;
     std::vector<std::unique_ptr<CIPDataObject>> m_children;
     std::vector<SIPMark> m_marks;
+    std::uint16_t m_markKinds = 0; ///< bit per EIPMark
     bool m_closed = false;
 };
 

@@ -5,6 +5,7 @@
 #include "ibis/DataValues.h"
 
 #include <array>
+#include <cstdint>
 
 namespace zov::ibis {
 
@@ -18,7 +19,7 @@ public:
     void TakeLine(const SIPLine& line, CArena& arena) override;
     void Print(std::string& out) const override;
 
-    [[nodiscard]] std::size_t RowCount() const { return m_texts.size(); }
+    [[nodiscard]] std::size_t RowCount() const { return m_places.size(); }
     /// First column: V or s.
     [[nodiscard]] std::span<const double> Axis() const { return m_columns[0]; }
     /// 0 typ, 1 min, 2 max, in V or A; kNoValue for NA and for a missing word.
@@ -29,8 +30,12 @@ public:
     /// Some row of the corner holds a number.
     [[nodiscard]] bool HasCorner(std::size_t corner) const;
     /// A row as it stands in the file, without comment.
-    [[nodiscard]] std::string_view RowText(std::size_t row) const { return m_texts[row]; }
-    [[nodiscard]] std::size_t RowLine(std::size_t row) const { return m_lines[row]; }
+    [[nodiscard]] std::string_view RowText(std::size_t row) const
+    {
+        return {m_first.text.data() + m_places[row].offset, m_places[row].length};
+    }
+    /// Its line of the file. Counted anew each time.
+    [[nodiscard]] std::size_t RowLine(std::size_t row) const;
     /// A cell with its text.
     [[nodiscard]] SIPNumber Cell(std::size_t row, std::size_t column) const;
 
@@ -38,9 +43,16 @@ protected:
     [[nodiscard]] bool SameContent(const CIPDataObject& other) const override;
 
 private:
+    /// A row's text, as seen from the first row's: of a short row hardly more than the row itself.
+    struct SRowPlace
+    {
+        std::uint32_t offset;
+        std::uint32_t length;
+    };
+
     std::array<std::vector<double>, 4> m_columns;
-    std::vector<std::string_view> m_texts;
-    std::vector<std::size_t> m_lines;
+    std::vector<SRowPlace> m_places;
+    SIPLine m_first;
 };
 
 /// An I-V table: [Pulldown], [Pullup], the clamps, the ISSO tables, [Series Current], [Series

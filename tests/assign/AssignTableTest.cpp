@@ -67,9 +67,9 @@ TEST_F(CAssignTables, DesignsAreMappedOnOpeningByTheirStoredFile)
 {
     const auto there = m_folder.Write("there.csv", "x");
     const auto gone = m_folder.Path() / "gone.csv";
-    const auto with = [](const char* set) -> FEnvironment {
-        return [set](const char* name) -> std::optional<std::string> {
-            return std::string_view(name) == set ? std::optional<std::string>("0") : std::nullopt;
+    const auto with = [](const char* set, const char* value = "1") -> FEnvironment {
+        return [=](const char* name) -> std::optional<std::string> {
+            return std::string_view(name) == set ? std::optional<std::string>(value) : std::nullopt;
         };
     };
     constexpr const char* kHost = "KVE_TAVRELY_ZOV_DLLVER";
@@ -79,6 +79,8 @@ TEST_F(CAssignTables, DesignsAreMappedOnOpeningByTheirStoredFile)
     EXPECT_FALSE(CAssignTable::MapsOnOpening(there, with(kGone)));
     EXPECT_FALSE(CAssignTable::MapsOnOpening(gone, with("")));
     EXPECT_TRUE(CAssignTable::MapsOnOpening(gone, with(kGone)));
+    EXPECT_TRUE(CAssignTable::MapsOnOpening({}, with(kHost, "0")));
+    EXPECT_FALSE(CAssignTable::MapsOnOpening(gone, with(kGone, "0")));
 }
 
 TEST_F(CAssignTables, AssigningAsksForOtherComponentsOfTheModel)

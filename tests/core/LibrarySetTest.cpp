@@ -286,6 +286,30 @@ TEST_F(CLibrarySets, ExternalLibrariesAreOrderedAndSwitched)
     EXPECT_EQ(Externals(m_set), "a.zov off\nb.zov on\n");
 }
 
+TEST_F(CLibrarySets, AFileIsOneLibraryHoweverOftenItIsOpened)
+{
+    const auto a = MakeLibrary("a.zov");
+    const auto project = [this] { return m_set.Project()->library.get(); };
+    CAsked yes(true);
+    ASSERT_EQ(*m_set.Open(a, m_log), EOpened::Opened);
+    ASSERT_EQ(*m_set.Open(a, m_log, &yes), EOpened::Opened); // in its own place
+    ASSERT_EQ(*m_set.AddExternal(a, m_log), EOpened::Opened);
+    EXPECT_EQ(m_set.Externals()[0].library.get(), project());
+    m_set.CloseProject();
+    ASSERT_EQ(*m_set.Open(a, m_log), EOpened::Opened);
+    EXPECT_EQ(m_set.Externals()[0].library.get(), project());
+    EXPECT_TRUE(m_set.RemoveExternal(0));
+    ASSERT_EQ(*m_set.AddExternal(a, m_log), EOpened::Opened);
+    EXPECT_EQ(m_set.Externals()[0].library.get(), project());
+
+    // Once nobody has it, it is read anew.
+    m_set.CloseProject();
+    EXPECT_TRUE(m_set.RemoveExternal(0));
+    MakeLibrary("a.zov", 2);
+    ASSERT_EQ(*m_set.Open(a, m_log), EOpened::Opened);
+    EXPECT_EQ(project()->Count(), 2U);
+}
+
 TEST_F(CLibrarySets, TheSearchStampFollowsChangesOfSearchedTexts)
 {
     CZovLibrary library;

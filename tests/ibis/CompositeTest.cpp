@@ -223,6 +223,8 @@ TEST(Composite, RefusesWhatCannotBeWritten)
                    "open, ECL or terminator type"},
              SCase{[](SComposite& s) { s.package.ports[1].to = "B1"; },
                    "port 'p2' of circuit 'pkg': there is no pin 'B1' with a buffer"},
+             SCase{[](SComposite& s) { s.component = "io"; },
+                   "buffer 'io' has the name of the component"},
              SCase{[](SComposite& s) { s.network.name = "io"; },
                    "circuit 'io' has the name of another"},
          }) {

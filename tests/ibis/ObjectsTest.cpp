@@ -368,6 +368,27 @@ TEST(Parser, JoinsRunsOfLinesOfNoUse)
     EXPECT_EQ(children[1000]->Marks().size(), 1U);
 }
 
+TEST(Parser, RowsOfTablesKnowTheirTextAndLine)
+{
+    constexpr std::size_t kRows = 3000;
+    std::string text = "[Model] m\n[Pulldown]\n| volt\n x 1\n 0 1 NA 2 | first\n\nodd\n";
+    for (std::size_t i = 1; i < kRows; ++i) {
+        text += "1 2\r\n";
+    }
+    const auto file = Parse(text + "1 2 3 4 5\n");
+    const CIPDataCurve& table = *file->FindModel("m")->Curve(EIPKeyword::Pulldown);
+    ASSERT_EQ(table.RowCount(), kRows + 1);
+    EXPECT_EQ(table.RowText(0), "0 1 NA 2");
+    EXPECT_EQ(table.RowLine(0), 5U);
+    EXPECT_EQ(table.RowText(1), "1 2");
+    EXPECT_EQ(table.RowLine(1), 8U);
+    EXPECT_EQ(table.RowText(kRows), "1 2 3 4 5");
+    EXPECT_EQ(table.RowLine(kRows), 7U + kRows);
+    EXPECT_EQ(table.Marks().size(), 1001U); // rows that lack words, and the last
+    EXPECT_TRUE(table.Has(EIPMark::Extra));
+    EXPECT_FALSE(table.Has(EIPMark::Checker));
+}
+
 TEST(Parser, TakesTextAsFilesHaveIt)
 {
     const auto file = Parse("[IBIS Ver] 4.0 | comment\r\n[comment_char] #_char | old\r\n"
