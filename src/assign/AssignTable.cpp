@@ -206,7 +206,7 @@ bool CAssignTable::MapsOnOpening(const std::filesystem::path& assignmentFile,
                                       EnvironmentFlag(environment, "KVE_TAVRELY_PWT_ASSIGNMODEL"));
 }
 
-void CAssignTable::SetModel(AssignRow& row, const SModelRef& model)
+void CAssignTable::SetModel(AssignRow& row, const SModelRef& model, ERefDesModels refDes)
 {
     const bool sameType = row.requiredType == model.type;
     row.assigned = {model};
@@ -216,8 +216,11 @@ void CAssignTable::SetModel(AssignRow& row, const SModelRef& model)
     }
     row.validCount = 0;
     row.status.clear();
-    if (row.refdes.empty()) { // the reference designators follow their component
+    if (row.refdes.empty()) {
         for (AssignRow& ref : m_entries[row.place]->refs) {
+            if (refDes == ERefDesModels::Keep && !ref.assigned.empty()) {
+                continue;
+            }
             ref.assigned.clear();
             ref.requiredType = model.type;
             ref.candidates = row.candidates;

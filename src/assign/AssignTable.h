@@ -45,6 +45,12 @@ struct AssignRow
     [[nodiscard]] const std::string& Name() const { return refdes.empty() ? component : refdes; }
 };
 
+enum class ERefDesModels
+{
+    Drop, ///< they follow their component
+    Keep
+};
+
 class CAssignTable
 {
 public:
@@ -121,7 +127,9 @@ public:
     ///         status has to be recomputed
     std::vector<AssignRow*> Remove(AssignRow& row, CQuestions& questions);
     /// Gives a row this model alone; it takes the model's type. No question.
-    void SetModel(AssignRow& row, const SModelRef& model);
+    /// @param refDes  what becomes of a component's reference designators with models of their own
+    void SetModel(AssignRow& row, const SModelRef& model,
+                  ERefDesModels refDes = ERefDesModels::Drop);
 
     /// OnRefreshStatus: candidates, valid models and status of each row of the view.
     void RefreshStatus();

@@ -217,7 +217,7 @@ std::vector<AssignRow*> CMapImport::Apply()
         const bool follows = !one.row->refdes.empty() && one.model &&
                              m_table.ModelsOf(*one.row) == std::vector{one.model};
         if (one.model && !follows) {
-            m_table.SetModel(*one.row, one.model);
+            m_table.SetModel(*one.row, one.model, ERefDesModels::Keep);
             assigned.push_back(one.row);
         }
     }

@@ -139,6 +139,17 @@ TEST_F(CMapFiles, ImportFollowsLibraryTypeAndSubModel)
     }
 }
 
+TEST_F(CMapFiles, ADesignatorWithoutARowKeepsItsOwnModel)
+{
+    const auto a = AddLibrary("a.zov", {{Resistor, "A"}, {Resistor, "B"}});
+    CAssignTable table({{{"R", {"R1", "R2", "R3"}, "", Any}}}, m_set, m_search);
+    table.SwitchView();
+    table.SetModel(*table.Rows()[0], Model(a, 1));
+    table.SetModel(*table.Rows()[1], Model(a, 1));
+    EXPECT_EQ(ImportAssignments(Read("R,R1 R2 R3,A,,\nR,R2,A,,\n"), table, m_set), 2U);
+    EXPECT_EQ(Cells(table), "R1=B|R2=A|R3=A|");
+}
+
 TEST_F(CMapFiles, WhatIsExportedIsImportedIntoAFreshDesign)
 {
     const auto a = AddLibrary("a.zov", {{Resistor, "R 0402, 10K"}, {Capacitor, "C", "x"}});
