@@ -202,7 +202,9 @@ void CIPDataObject::Print(std::string& out) const
 {
     out += m_name;
     if (!m_value.empty()) {
-        out += "  ";
+        // The first sign behind a field's name is its own: one that begins the value needs another.
+        const bool field = m_form == nullptr && !m_name.empty();
+        out += field && m_value.front() == '=' ? " = " : "  ";
         out += m_value;
     }
     out += '\n';
