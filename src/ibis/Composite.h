@@ -104,7 +104,8 @@ CResult<std::string> WriteCompositeIbis(const SComposite& composite, const SLoca
 /// The SPICE file with the wrapped buffers and the sub-circuit that puts all together.
 CResult<std::string> WriteCompositeSpice(const SComposite& composite);
 
-/// Writes both files, the SPICE one first, into the folder of `path`.
+/// Writes both files, the SPICE one first, into the folder of `path`. Errors: those of the texts;
+/// Argument when a file that the composite refers to would be overwritten; Io, Access.
 CResult<void> SaveComposite(const SComposite& composite, const std::filesystem::path& path,
                             const SLocalTime& date);
 

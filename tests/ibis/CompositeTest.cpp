@@ -236,6 +236,32 @@ TEST(Composite, RefusesWhatCannotBeWritten)
     }
 }
 
+TEST(Composite, NeverOverwritesWhatItRefersTo)
+{
+    const test::CTempFolder folder;
+    for (const char* name : {"pkg.sp", "pdn.sp", "chip.ibs"}) {
+        folder.Write(name, name);
+    }
+    const auto saved = [&](const char* ibis, const char* wrapper) {
+        SComposite composite = Small();
+        composite.wrapperFile = wrapper;
+        return SaveComposite(composite, folder.Path() / ibis, kDate);
+    };
+    for (const auto& [ibis, wrapper] :
+         {std::pair("sys.ibs", "pkg.sp"), std::pair("sys.ibs", "./pdn.sp"),
+          std::pair("chip.ibs", "sys.sp"), std::pair("sys.ibs", "chip.ibs")}) {
+        const CResult<void> result = saved(ibis, wrapper);
+        ASSERT_FALSE(result.Ok()) << ibis << wrapper;
+        EXPECT_NE(result.Error().text.find("would be overwritten"), std::string::npos);
+    }
+    EXPECT_FALSE(saved("sys.ibs", "sys.ibs").Ok());
+    for (const char* name : {"pkg.sp", "pdn.sp", "chip.ibs"}) {
+        EXPECT_EQ(folder.Read(name), name);
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.Path() / "sys.ibs"));
+    EXPECT_TRUE(saved("sys.ibs", "sys.sp").Ok());
+}
+
 TEST(Composite, LinesKeepWithinTheLimitOfTheVersion)
 {
     SComposite composite = Small();
