@@ -7,6 +7,7 @@
 #include "base/File.h"
 #include "ui/Prompt.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QSettings>
 
@@ -17,6 +18,7 @@ namespace {
 
 constexpr int kResumeAfterMs = 100;
 constexpr int kWhyAfterMs = 80;
+constexpr int kKeepAfterMs = 2000;
 constexpr std::size_t kRunnersUp = 8;
 constexpr const char* kMapsKey = "Assignment/Maps";
 
@@ -99,6 +101,9 @@ CAssignModelView::CAssignModelView(CZovSession& session, CLogSink& output, QSett
     m_resume.setInterval(kResumeAfterMs);
     m_whyDue.setSingleShot(true);
     m_whyDue.setInterval(kWhyAfterMs);
+    m_keepDue.setSingleShot(true);
+    m_keepDue.setInterval(kKeepAfterMs);
+    connect(&m_keepDue, &QTimer::timeout, this, &CAssignModelView::KeepForRecovery);
     m_active = m_session.Set().ActiveLibraries();
     ConnectSession();
     ShowColumns();
@@ -220,11 +225,26 @@ void CAssignModelView::TakeDesign(std::shared_ptr<CAssignTable> table, const QSt
     m_originOf[0] =
         std::ranges::any_of(rows, [](const AssignRow* row) { return !row->originalModel.empty(); });
     m_originOf[1] = true;
-    SetModified(false);
+    m_modified = false;
+    m_keepDue.stop();
+    Q_EMIT ModifiedChanged();
     RowsShown();
     m_active = Active();
     Q_EMIT DesignChanged();
     Q_EMIT ViewSwitched(false);
+    const QString kept = RecoveryFile();
+    const bool isKept = !kept.isEmpty() && QFileInfo::exists(kept);
+    if (isKept && ui::CPrompt::Ask(this,
+                                   tr("The program ended before assignments of '%1' were exported. "
+                                      "Take them over?")
+                                       .arg(m_title),
+                                   ui::EButtons::YesNo) == ui::EAnswer::Yes) {
+        ImportMap(kept, EMap::Recovered);
+        return;
+    }
+    if (isKept) {
+        QFile::remove(kept);
+    }
     if (!m_storedFile.isEmpty() && QFileInfo::exists(m_storedFile)) {
         ImportMap(m_storedFile);
     } else {
@@ -342,10 +362,11 @@ void CAssignModelView::ShowStatus()
     }
 }
 
-void CAssignModelView::ImportMap(const QString& path)
+void CAssignModelView::ImportMap(const QString& path, EMap map)
 {
     Begin();
     m_importing = path;
+    m_importedAs = map;
     m_work = EWork::Import;
     const auto import = std::make_shared<SImport>();
     m_job.Start(tr("Reading %1").arg(QFileInfo(path).fileName()), [this, path, import](CJobState&) {
@@ -372,8 +393,11 @@ void CAssignModelView::TakeImport(const std::shared_ptr<SImport>& import)
                         for (const AssignRow* row : rows) {
                             m_origins[row] = {{}, true, row->assigned.front()};
                         }
-                        Remember(m_importing);
-                        SetModified(false);
+                        if (m_importedAs == EMap::Stored) {
+                            Remember(m_importing);
+                        }
+                        SetModified(m_importedAs == EMap::Recovered);
+                        m_keepDue.stop(); // what was kept may name libraries that are closed now
                         Q_EMIT Told(tr("Rows that the map file gave a model: %1").arg(rows.size()));
                         RefreshStatus();
                     };
@@ -394,7 +418,34 @@ void CAssignModelView::Remember(const QString& mapFile)
 void CAssignModelView::SetModified(bool modified)
 {
     m_modified = modified;
+    if (modified) {
+        m_keepDue.start();
+    } else {
+        m_keepDue.stop();
+        QFile::remove(RecoveryFile());
+    }
     Q_EMIT ModifiedChanged();
+}
+
+/// Beside the design, so that it is found again; empty for a design without a file.
+QString CAssignModelView::RecoveryFile() const
+{
+    const QFileInfo design(m_designPath);
+    return m_designPath.isEmpty() ? QString()
+                                  : design.absolutePath() + QStringLiteral("/.") +
+                                        design.fileName() + QStringLiteral(".zovra-map");
+}
+
+void CAssignModelView::KeepForRecovery()
+{
+    if (!m_table || m_designPath.isEmpty()) {
+        return;
+    }
+    if (const TDataSetResult failed = ExportAssignments(*m_table, m_session.Set())
+                                          .Save(TextPath(RecoveryFile().toStdString()))) {
+        m_output.Write("[WARNING] assignments can't be kept for the case of a crash: " +
+                       failed->Message());
+    }
 }
 
 void CAssignModelView::LibraryAboutToChange(const CZovLibrary& library)
@@ -426,7 +477,7 @@ void CAssignModelView::LibraryChanged(CZovLibrary& library)
     }
     const EWork interrupted = std::exchange(m_work, EWork::None);
     if (interrupted == EWork::Import) {
-        ImportMap(m_importing);
+        ImportMap(m_importing, m_importedAs);
     } else {
         m_mapDue = m_mapDue || interrupted == EWork::Map;
         m_resume.start(); // many changes in a row are one
@@ -456,7 +507,7 @@ void CAssignModelView::SetChanged()
     }
     m_work = EWork::None;
     if (interrupted == EWork::Import) {
-        ImportMap(m_importing);
+        ImportMap(m_importing, m_importedAs);
     } else {
         m_mapDue = true;
         m_resume.start();

@@ -136,7 +136,15 @@ private:
     void Begin();
     void MapOrRefresh();
     void Map();
-    void ImportMap(const QString& path);
+    /// Where a map file comes from.
+    enum class EMap
+    {
+        Stored,   ///< the user's own
+        Recovered ///< what was not exported when the program ended
+    };
+    void ImportMap(const QString& path, EMap map = EMap::Stored);
+    [[nodiscard]] QString RecoveryFile() const;
+    void KeepForRecovery();
     void TakeImport(const std::shared_ptr<SImport>& import);
     void RefreshStatus();
     void ShowStatus();
@@ -175,6 +183,7 @@ private:
     QString m_designPath;
     QString m_storedFile;
     QString m_importing;
+    EMap m_importedAs = EMap::Stored;
     QString m_pattern;
     EWork m_work = EWork::None;
     EFindMode m_findMode = EFindMode::ByKeys;
@@ -189,6 +198,7 @@ private:
     bool m_originOf[2] = {false, true}; ///< by view: with the original model, with the device
     QTimer m_resume;                    ///< what a change interrupted goes on when changes pause
     QTimer m_whyDue;
+    QTimer m_keepDue; ///< assignments go into the recovery file
     CBackgroundJob m_job;
     CBackgroundJob m_whyJob;
 };

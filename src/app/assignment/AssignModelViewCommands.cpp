@@ -356,7 +356,11 @@ bool CAssignModelView::MayLeave()
         this,
         tr("The assignments of '%1' are not exported as a map file. Export them?").arg(m_title),
         ui::EButtons::YesNoCancel);
-    return answer == ui::EAnswer::No || (answer == ui::EAnswer::Yes && Export());
+    if (answer == ui::EAnswer::No) {
+        SetModified(false); // given up, also for the next start
+        return true;
+    }
+    return answer == ui::EAnswer::Yes && Export();
 }
 
 // --- what is shown ---------------------------------------------------------------------------
@@ -427,7 +431,7 @@ void CAssignModelView::OnSwitchView()
     ShowHit(at == rows.end() ? nullptr : *at);
     Q_EMIT ViewSwitched(m_table->View() == EAssignView::RefDes);
     if (interrupted == EWork::Import) {
-        ImportMap(m_importing);
+        ImportMap(m_importing, m_importedAs);
     } else if (interrupted == EWork::Map) {
         Map();
     } else if (interrupted != EWork::Read) {

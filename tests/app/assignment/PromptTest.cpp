@@ -38,6 +38,7 @@ protected:
         Trigger(ID_BROWSE_MODEL);
     }
     [[nodiscard]] CZovSession::TLibrary Project() const { return session.ProjectLibrary(); }
+    QString models;
     [[nodiscard]] CZovSession::TLibrary Other() const
     {
         return session.Set().Externals()[0].library;
@@ -200,11 +201,40 @@ TEST_F(CPromptTest, AssignmentsAreNotLostUnasked)
     EXPECT_FALSE(frame.close()) << "no file was chosen";
     answers.Then(EAnswer::No);
     EXPECT_TRUE(frame.close());
+    Give({1}, Project(), 1);
     answers.Then(EAnswer::Yes).ThenPath(Text(folder.Path() / "kept.csv"));
     EXPECT_TRUE(frame.close());
     EXPECT_TRUE(std::filesystem::exists(folder.Path() / "kept.csv"));
     EXPECT_TRUE(frame.close()) << "exported: nothing is asked";
     EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(CPromptTest, AssignmentsThatACrashLeftBehindAreOffered)
+{
+    const char* const board = "Component,RefDes\nA,U1 U2\nB,U3\nC,U4\n";
+    const auto kept = folder.Path() / ".board.csv.zovra-map";
+    const auto crash = [&] {
+        Give({1}, Project(), 1);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(kept); }));
+        // A second frame stands for the next start: the first one never came to an end.
+        CAssignFrm next(session, layout, environment);
+        ASSERT_TRUE(next.OnCreate().Ok());
+        next.OpenDesign(Text(folder.Path() / "board.csv"));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !next.View().IsBusy(); }));
+        EXPECT_EQ(LastPrompt(), QStringLiteral("The program ended before assignments of "
+                                               "'board.csv' were exported. Take them over?"));
+        models = next.View().model()->index(1, 3).data().toString();
+        EXPECT_EQ(next.View().IsModified(), !models.isEmpty());
+    };
+    OpenDesign(board);
+    answers.Then(EAnswer::Yes);
+    crash();
+    EXPECT_EQ(models, QStringLiteral("FPGA : FAST"));
+    answers.Then(EAnswer::No);
+    crash();
+    EXPECT_TRUE(answers.AllUsed());
+    EXPECT_EQ(models, QString());
+    EXPECT_FALSE(std::filesystem::exists(kept)) << "given up";
 }
 
 TEST_F(CPromptTest, TheFindDialogHasItsTitleModesAndKeys)
