@@ -2,6 +2,7 @@
 #include "app/ModelListView.h"
 
 #include "ui/EventFilters.h"
+#include "ui/ListHint.h"
 
 #include <QAction>
 #include <QApplication>
@@ -11,7 +12,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QPainter>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -76,13 +76,7 @@ void CModelTable::SetHint(const QString& hint)
 void CModelTable::paintEvent(QPaintEvent* event)
 {
     QTableView::paintEvent(event);
-    if (m_hint.isEmpty() || (model() != nullptr && model()->rowCount() > 0)) {
-        return;
-    }
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
-    painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16),
-                     Qt::AlignCenter | Qt::TextWordWrap, m_hint);
+    ui::PaintListHint(*this, m_hint);
 }
 
 CModelListView::CModelListView(std::uint32_t listId, QWidget* parent)

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/UiHandyObjListCtrl.h"
 
+#include "ui/ListHint.h"
+
 #include <QHeaderView>
-#include <QPainter>
 
 #include <algorithm>
 
@@ -68,13 +69,7 @@ void CUiHandyObjListCtrl::SetHint(const QString& hint)
 void CUiHandyObjListCtrl::paintEvent(QPaintEvent* event)
 {
     QTreeView::paintEvent(event);
-    if (m_hint.isEmpty() || (model() != nullptr && model()->rowCount() > 0)) {
-        return;
-    }
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
-    painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16),
-                     Qt::AlignCenter | Qt::TextWordWrap, m_hint);
+    PaintListHint(*this, m_hint);
 }
 
 void CUiHandyObjListCtrl::resizeEvent(QResizeEvent* event)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "assign/AssignTable.h"
+#include "support/Models.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -26,15 +27,6 @@ public:
     std::vector<std::string> texts;
 };
 
-struct SModel
-{
-    ERecordType type;
-    const char* name;
-    const char* subModel = "";
-    const char* keywords = "";
-    const char* description = "";
-};
-
 class CAssignTest : public testing::Test
 {
 protected:
@@ -44,14 +36,7 @@ protected:
     std::shared_ptr<CZovLibrary> AddLibrary(const std::string& name,
                                             const std::vector<SModel>& models)
     {
-        CZovLibrary library;
-        for (const SModel& model : models) {
-            CZovRcdProps& record = library.Add(model.type);
-            record.SetString(EPropId::ModelName, model.name);
-            record.SetString(EPropId::SubModel, model.subModel);
-            record.SetString(EPropId::Lookup, model.keywords);
-            record.SetString(EPropId::Description, model.description);
-        }
+        const CZovLibrary library = LibraryOf(models);
         CNullLog log;
         const auto path = m_folder.Path() / name;
         EXPECT_TRUE(SaveLibrary(library, path, {}, log).Ok());

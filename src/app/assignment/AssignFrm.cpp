@@ -6,6 +6,7 @@
 #include "base/File.h"
 #include "ui/EventFilters.h"
 #include "ui/Prompt.h"
+#include "ui/UiDialog.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -403,9 +404,9 @@ void CAssignFrm::OnViewZvMgr()
 
 void CAssignFrm::OnAbout()
 {
-    ui::CPrompt::Tell(this, tr("Zovra %1\n\nAnalysis models of board components: libraries, "
-                               "checks and assignment.")
-                                .arg(QStringLiteral(ZOV_VERSION)));
+    if (const auto about = ui::CDialogForms::Create(QStringLiteral("dlg_IDD_ZOV_ABOUTBOX"), this)) {
+        about->DoModal();
+    }
 }
 
 } // namespace zov::app

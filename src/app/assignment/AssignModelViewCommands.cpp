@@ -9,6 +9,7 @@
 #include "base/File.h"
 #include "base/Text.h"
 #include "ui/Prompt.h"
+#include "ui/ShownText.h"
 
 #include <QFileInfo>
 
@@ -21,10 +22,7 @@ namespace {
 
 const char* const kMapFilter = "ZOV Map File (*.csv)";
 
-QString Shown(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
-}
+using ui::Shown;
 
 /// Passes a question on and keeps its answer.
 class CKeptAnswer final : public CQuestions

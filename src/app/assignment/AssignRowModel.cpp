@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/assignment/AssignRowModel.h"
 
+#include "ui/ShownText.h"
+
 #include <QApplication>
 #include <QPainter>
 #include <QPalette>
@@ -14,10 +16,7 @@ namespace {
 constexpr int kIconSize = 32;
 constexpr int kHitAlpha = 60;
 
-QString Shown(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
-}
+using ui::Shown;
 
 /// A list shows one line a row.
 QString OneLine(const std::string& text)

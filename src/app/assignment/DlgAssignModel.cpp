@@ -3,6 +3,7 @@
 
 #include "app/ModelColumns.h"
 #include "base/File.h"
+#include "ui/ShownText.h"
 
 #include <QPushButton>
 #include <QStandardItemModel>
@@ -12,10 +13,7 @@ namespace {
 
 constexpr std::uint32_t kBrowseList = 20;
 
-QString Shown(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
-}
+using ui::Shown;
 
 /// What the columns of the list say of a model, those that say something.
 QString DetailsOf(const SModelRef& model, const CDisplayUnits& units)

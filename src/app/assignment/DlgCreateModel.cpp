@@ -3,16 +3,14 @@
 
 #include "app/assignment/DiscreteGuess.h"
 #include "batch/CellValue.h"
+#include "ui/ShownText.h"
 
 #include <QPushButton>
 
 namespace zov::app {
 namespace {
 
-QString Shown(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
-}
+using ui::Shown;
 
 EQuantity QuantityOf(ERecordType type)
 {

@@ -2,6 +2,7 @@
 #include "app/assignment/DlgFindModel.h"
 
 #include "assign/AssignTexts.h"
+#include "ui/ShownText.h"
 
 #include <QPushButton>
 
@@ -14,10 +15,7 @@ enum EFindDialogId : unsigned
     ID_KEY_DOWN
 };
 
-QString Shown(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
-}
+using ui::Shown;
 
 } // namespace
 

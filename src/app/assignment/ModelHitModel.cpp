@@ -2,6 +2,7 @@
 #include "app/assignment/ModelHitModel.h"
 
 #include "base/File.h"
+#include "ui/ShownText.h"
 
 #include <array>
 
@@ -16,10 +17,7 @@ constexpr std::array<const char*, 6> kTitles = {
     QT_TRANSLATE_NOOP("zov::app::CModelHitModel", "Description"),
     QT_TRANSLATE_NOOP("zov::app::CModelHitModel", "Library")};
 
-QString Shown(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
-}
+using ui::Shown;
 
 QString CellOf(const SModelRef& hit, int column)
 {

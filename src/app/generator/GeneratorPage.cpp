@@ -7,6 +7,7 @@
 #include "batch/TitleSearch.h"
 #include "ui/EventFilters.h"
 #include "ui/Prompt.h"
+#include "ui/ShownText.h"
 
 #include <QHeaderView>
 
@@ -20,10 +21,7 @@ constexpr const char* kLibraryFilter = "ZOV Library (*.zov);;Exchange file (*.zo
 constexpr const char* kMappingFilter = "Column mapping (*.txt);;All files (*)";
 constexpr const char* kVendorFilter = "Vendor lists (*.txt *.xml);;All files (*)";
 
-QString Shown(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
-}
+using ui::Shown;
 
 } // namespace
 

@@ -2,6 +2,7 @@
 #include "app/generator/MappingModel.h"
 
 #include "batch/ColumnTitles.h"
+#include "ui/ShownText.h"
 
 #include <QComboBox>
 
@@ -10,10 +11,7 @@ namespace {
 
 using batch::EField;
 
-QString Shown(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
-}
+using ui::Shown;
 
 /// A field that only has choices needs no column.
 bool OnlyChoices(const batch::SFieldInfo& info)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/generator/PreviewModel.h"
 
+#include "ui/ShownText.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QPalette>
@@ -8,10 +10,7 @@
 namespace zov::app {
 namespace {
 
-QString Shown(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
-}
+using ui::Shown;
 
 /// Behind a cell that something is to be told of: red for a fault, amber for a doubt.
 QColor MarkOf(bool faulty)

@@ -8,6 +8,7 @@
 #include "app/assignment/DlgFindModel.h"
 #include "base/File.h"
 #include "core/LibraryFiles.h"
+#include "support/Models.h"
 #include "support/TempFolder.h"
 #include "ui/Prompt.h"
 
@@ -27,15 +28,7 @@
 namespace zov::app::test {
 
 using zov::test::CTempFolder;
-
-struct SModel
-{
-    ERecordType type;
-    const char* name;
-    const char* subModel = "";
-    const char* keywords = "";
-    const char* description = "";
-};
+using zov::test::SModel;
 
 class CAssignFrameTest : public testing::Test
 {
@@ -48,14 +41,7 @@ protected:
     }
     std::filesystem::path Library(const std::string& name, const std::vector<SModel>& models) const
     {
-        CZovLibrary library;
-        for (const SModel& model : models) {
-            CZovRcdProps& record = library.Add(model.type);
-            record.SetString(EPropId::ModelName, model.name);
-            record.SetString(EPropId::SubModel, model.subModel);
-            record.SetString(EPropId::Lookup, model.keywords);
-            record.SetString(EPropId::Description, model.description);
-        }
+        const CZovLibrary library = zov::test::LibraryOf(models);
         CNullLog silent;
         const std::filesystem::path path = folder.Path() / (name + ".zov");
         EXPECT_TRUE(SaveLibrary(library, path, {}, silent).Ok());
