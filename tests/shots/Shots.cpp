@@ -1,5 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Stage.h"
+#include "app/assignment/AssignCommands.h"
+#include "app/assignment/AssignFrm.h"
+#include "app/assignment/DlgFindModel.h"
+#include "app/generator/DlgZovGenMain.h"
+#include "app/generator/GeneratorPage.h"
 #include "app/manager/CommandIds.h"
 #include "app/manager/HelpWindow.h"
 #include "ui/UiDialog.h"
@@ -52,6 +57,50 @@ TWindow Help(CStage&)
     return help;
 }
 
+/// The assignment frame over the example board.
+TWindow Assignment(CStage& stage)
+{
+    static QSettings layout(QStringLiteral("assignment.ini"), QSettings::IniFormat);
+    auto frame = std::make_unique<app::CAssignFrm>(stage.Frame().Session(), layout,
+                                                   [](const char*) { return std::nullopt; });
+    if (!frame->OnCreate().Ok()) {
+        return nullptr;
+    }
+    frame->show();
+    frame->OpenDesign(QStringLiteral("board.csv"));
+    do {
+        stage.Settle();
+    } while (frame->View().IsBusy());
+    frame->View().expand(frame->View().model()->index(0, 0));
+    return frame;
+}
+
+TWindow FindModel(CStage& stage)
+{
+    static CModelSearch search;
+    auto dialog = std::make_unique<app::CDlgFindModel>(
+        app::SFindRequest{&search, stage.Frame().Session().Set().ActiveLibraries(),
+                          stage.Frame().Session().Settings().searchOptions,
+                          QStringLiteral("KP0402"), ERecordType::Capacitor, app::EFindMode::ByKeys},
+        &stage.Frame());
+    do {
+        stage.Settle();
+    } while (dialog->IsSearching());
+    return dialog;
+}
+
+TWindow Generate(CStage& stage)
+{
+    auto dialog = std::make_unique<app::CDlgZovGenMain>(&stage.Frame().Session(), &stage.Frame());
+    app::CGeneratorPage& page = dialog->Page(ERecordType::Capacitor);
+    page.SetSource(QStringLiteral("capacitors.xlsx"));
+    page.SetDestination(QStringLiteral("capacitors.zov"));
+    do {
+        stage.Settle();
+    } while (page.IsBusy());
+    return dialog;
+}
+
 // One row a picture: name of the file, and what is to be seen.
 const SShot kShots[] = {
     {"main", Page(app::ID_NAV_PAGE_PROJECT)},
@@ -67,6 +116,9 @@ const SShot kShots[] = {
     {"add-library", Form("dlg_IDD_ZOV_DLG_ADDLIB")},
     {"about", Form("dlg_IDD_ZOV_ABOUTBOX")},
     {"help", Help},
+    {"assignment", Assignment},
+    {"find-model", FindModel},
+    {"generate", Generate},
 };
 
 } // namespace

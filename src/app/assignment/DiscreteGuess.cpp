@@ -121,16 +121,20 @@ std::optional<double> BareNumber(std::string_view text)
 
 } // namespace
 
+std::optional<ERecordType> DiscreteTypeOf(const SDesignComponent& component)
+{
+    if (component.requiredType == ERecordType::Any) {
+        return TypeOfRefDes(component);
+    }
+    return IsDiscrete(component.requiredType) ? std::optional(component.requiredType)
+                                              : std::nullopt;
+}
+
 std::optional<SDiscreteGuess> GuessDiscrete(const SDesignComponent& component)
 {
-    std::optional<ERecordType> type;
-    if (component.requiredType != ERecordType::Any) {
-        if (!IsDiscrete(component.requiredType)) {
-            return std::nullopt;
-        }
-        type = component.requiredType;
-    } else {
-        type = TypeOfRefDes(component);
+    const std::optional<ERecordType> type = DiscreteTypeOf(component);
+    if (component.requiredType != ERecordType::Any && !type) {
+        return std::nullopt;
     }
     const std::vector<std::string> both = WordsOf(component.value + " " + component.name);
     for (const bool fromValue : {true, false}) {

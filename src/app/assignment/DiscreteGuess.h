@@ -20,6 +20,10 @@ struct SDiscreteGuess
     std::string text;              ///< where it was read
 };
 
+/// The required type, else that of the designators, which are all C, L or R; none when that is no
+/// capacitor, inductor or resistor.
+[[nodiscard]] std::optional<ERecordType> DiscreteTypeOf(const SDesignComponent& component);
+
 /// The type is the required one, else that of its designators (all C, L or R), else that of the
 /// unit. The value comes from the component's value text, else from its name; it must carry a unit,
 /// except for a resistor's value text that is nothing but a number. None when there is no such

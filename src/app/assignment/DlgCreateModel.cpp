@@ -38,7 +38,7 @@ CDlgCreateModel::CDlgCreateModel(CZovLibrary* library, const SDesignComponent& c
     const auto guess = GuessDiscrete(component);
     const ERecordType type = component.requiredType != ERecordType::Any ? component.requiredType
                              : guess                                    ? guess->type
-                                                                        : ERecordType::Ic;
+                                     : DiscreteTypeOf(component).value_or(ERecordType::Ic);
     m_form.ui_IDC_TYPE->setCurrentIndex(m_form.ui_IDC_TYPE->findData(static_cast<unsigned>(type)));
     m_form.ui_IDC_NAME->setText(Shown(component.name));
     m_form.ui_IDC_VALUE->setText(guess ? ValueText(*guess) : QString());

@@ -36,7 +36,8 @@ constexpr STopic kTopics[] = {
     {"Velda", "desktop.md#the-velda-server"},
     {"ExternalLibraries", "desktop.md#external-libraries"},
     {"Curves", "curves-window.md"},
-    {"Assignment", "assignment.md"},
+    {"Assignment", "assignment-window.md"},
+    {"Generator", "generator-window.md"},
 };
 
 /// The way documents' places are named after their headings.
