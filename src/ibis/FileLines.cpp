@@ -4,9 +4,6 @@
 #include "ibis/DataObject.h"
 #include "ibis/Forms.h"
 #include "ibis/Parser.h"
-
-#include <algorithm>
-
 namespace zov::ibis {
 
 namespace {
@@ -51,15 +48,14 @@ void CFileLines::TakeKeyword(std::string_view body)
 {
     std::string_view rest = body;
     const EIPKeyword keyword = FindIPKeyword(TakeBracketed(rest));
-    std::string_view word = TakeWord(rest);
     if (keyword == EIPKeyword::CommentChar) {
-        const char defined = DefinedComment(word);
+        const char defined = DefinedComment(TakeWord(rest));
         m_nextComment = defined != '\0' ? defined : m_comment;
         return;
     }
     m_current = keyword;
     if (keyword == EIPKeyword::Component) {
-        m_component = word.substr(0, std::min(word.find(m_comment), word.size()));
+        m_component = TrimLine(rest.substr(0, rest.find(m_comment)));
     } else if (OpensSection(keyword)) {
         m_component = {};
     }

@@ -62,10 +62,11 @@ SBusDefinitions Random(std::mt19937& random)
     return definitions;
 }
 
-constexpr std::string_view kFile = "[IBIS Ver] 5.0\r\n[Comment Char] #_char\r\n[Component] a\r\n"
-                                   "[Pin] signal_name model_name\r\n1 x NC\r\n# about b\r\n"
-                                   "[Component] b\r\n[Pin] signal_name model_name\r\n1 x NC\r\n"
-                                   "#\r\n[Model] m\r\n[End]\r\n";
+constexpr std::string_view kFile =
+    "[IBIS Ver] 5.0\r\n[Comment Char] #_char\r\n[Component] a\r\n"
+    "[Pin] signal_name model_name\r\n1 x NC\r\n# about b\r\n"
+    "[Component]  big b # it\r\n[Pin] signal_name model_name\r\n1 x NC\r\n"
+    "#\r\n[Model] m\r\n[End]\r\n";
 
 std::string Messages(const CVectorDiag& diag)
 {
@@ -116,22 +117,22 @@ TEST(BusBlock, ReadsBackWhatWasPutAndLeavesTheRest)
     for (int i = 0; i < 200; ++i) {
         const SBusDefinitions definitions = Random(random);
         CVectorDiag diag;
-        const auto once = PutBusBlock(kFile, "b", definitions);
+        const auto once = PutBusBlock(kFile, "big b", definitions);
         ASSERT_TRUE(once.Ok());
         const auto both = PutBusBlock(*once, "a", Small());
         ASSERT_TRUE(both.Ok());
-        const auto block = FindBusBlock(*both, "b", diag);
+        const auto block = FindBusBlock(*both, "big b", diag);
         ASSERT_TRUE(block && block->definitions == definitions) << *both;
         EXPECT_EQ(FindBusBlock(*both, "a", diag)->definitions, Small());
         EXPECT_EQ(Messages(diag), "");
         std::string rest = *both;
-        for (const SBusBlock& one : {*FindBusBlock(rest, "b", diag)}) {
+        for (const SBusBlock& one : {*FindBusBlock(rest, "big b", diag)}) {
             rest.erase(one.begin, one.end - one.begin);
         }
         const auto other = *FindBusBlock(rest, "a", diag);
         rest.erase(other.begin, other.end - other.begin);
         EXPECT_EQ(rest, kFile);
-        EXPECT_EQ(*PutBusBlock(*both, "b", definitions), *both);
+        EXPECT_EQ(*PutBusBlock(*both, "big b", definitions), *both);
     }
     EXPECT_EQ(PutBusBlock(kFile, "c", {}).Error().text, "Can not find component 'c'.");
 }
@@ -239,18 +240,19 @@ TEST(Loader, CopiesDontGrow)
     EXPECT_EQ(NextCopyPath(source).filename(), "chip_Copy1.ibs");
     CIBISLoader loader;
     ASSERT_TRUE(loader.Open(source).Ok());
-    EXPECT_EQ(loader.Components(), (std::vector<std::string>{"a", "b"}));
-    ASSERT_TRUE(loader.Select("b").Ok());
+    EXPECT_EQ(loader.Components(), (std::vector<std::string>{"a", "big b"}));
+    ASSERT_TRUE(loader.Select("big b").Ok());
     EXPECT_FALSE(loader.HadDefinitions());
     loader.SetDefinitions(Small());
-    EXPECT_EQ(loader.AssignMemory().Error().text, "The component 'b' is not a Memory component.");
+    EXPECT_EQ(loader.AssignMemory().Error().text,
+              "The component 'big b' is not a Memory component.");
     EXPECT_TRUE(loader.AssignController().Ok());
     const auto copy = loader.SaveCopy();
     ASSERT_TRUE(copy.Ok());
     EXPECT_EQ(copy->filename(), "chip_Copy1.ibs");
     EXPECT_EQ(folder.Read("chip.ibs"), kFile);
     ASSERT_TRUE(loader.Open(*copy).Ok());
-    ASSERT_TRUE(loader.Select("b").Ok());
+    ASSERT_TRUE(loader.Select("big b").Ok());
     EXPECT_EQ(loader.Definitions(), Small());
     EXPECT_EQ(NextCopyPath(*copy).filename(), "chip_Copy2.ibs");
     EXPECT_EQ(NextCopyPath(folder.Path() / "chip_COPY17x.ibs").filename(), "chip_Copy2.ibs");
