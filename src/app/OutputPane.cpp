@@ -15,6 +15,7 @@ COutputPane::COutputPane(QWidget* parent)
 {
     setObjectName(QStringLiteral("Output"));
     setReadOnly(true);
+    setLineWrapMode(QPlainTextEdit::NoWrap);
     setMaximumBlockCount(kMaxLines);
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setPlaceholderText(tr("Messages of loading, importing and saving appear here."));

@@ -46,9 +46,7 @@ void CStage::Settle()
 
 void CStage::Save(QWidget& widget, const QString& path)
 {
-    // 256 colours show a window well and keep the picture small.
-    const QImage image = widget.grab().toImage().convertToFormat(
-        QImage::Format_Indexed8, Qt::ThresholdDither | Qt::AutoColor);
+    const QImage image = widget.grab().toImage().convertToFormat(QImage::Format_RGB888);
     if (!image.save(path, "PNG", 0)) {
         qFatal("cannot write %s", qPrintable(path));
     }

@@ -8,6 +8,11 @@
 #include <QPushButton>
 
 namespace zov::app {
+namespace {
+
+constexpr int kFileChars = 50;
+
+} // namespace
 
 CAddLibDlg::CAddLibDlg(CZovSession& session, CLibraryTree::TNode collection, QWidget* parent)
     : CqtDialogRes(parent)
@@ -28,6 +33,7 @@ CAddLibDlg::CAddLibDlg(CZovSession& session, CLibraryTree::TNode collection, QWi
             m_form.ui_IDC_FILE->setText(path);
         }
     });
+    m_form.ui_IDC_FILE->setMinimumWidth(kFileChars * fontMetrics().averageCharWidth());
     ShowState();
 }
 

@@ -7,6 +7,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextBrowser>
@@ -40,6 +41,26 @@ constexpr STopic kTopics[] = {
     {"Generator", "generator-window.md"},
 };
 
+/// Pictures are as wide as the window at most.
+class CHelpText final : public QTextBrowser
+{
+public:
+    using QTextBrowser::QTextBrowser;
+
+    QVariant loadResource(int type, const QUrl& name) override
+    {
+        if (type != QTextDocument::ImageResource) {
+            return QTextBrowser::loadResource(type, name);
+        }
+        const QImage image(QDir(searchPaths().value(0)).filePath(name.path()));
+        const int most = viewport()->width() - kPictureMargin;
+        return image.width() > most ? image.scaledToWidth(most, Qt::SmoothTransformation) : image;
+    }
+
+private:
+    static constexpr int kPictureMargin = 24;
+};
+
 /// The way documents' places are named after their headings.
 QString PlaceName(const QString& heading)
 {
@@ -52,7 +73,7 @@ QString PlaceName(const QString& heading)
 CHelpWindow::CHelpWindow(const QString& folder, QWidget* parent)
     : QMainWindow(parent)
     , m_folder(folder)
-    , m_browser(new QTextBrowser(this))
+    , m_browser(new CHelpText(this))
 {
     setObjectName(QStringLiteral("HelpWindow"));
     setWindowTitle(tr("Documents"));

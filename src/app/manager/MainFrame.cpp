@@ -32,6 +32,7 @@
 namespace zov::app {
 namespace {
 
+const char* const kThemeKey = "MainFrame/DarkTheme";
 constexpr std::uint32_t kProjectList = 1;
 constexpr std::uint32_t kSearchList = 2;
 constexpr std::uint32_t kExternalList = 3;
@@ -131,6 +132,11 @@ CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnviro
     setAcceptDrops(true);
     setDockNestingEnabled(true);
     resize(1280, 800);
+    // The columns at the sides reach down to the window's edge.
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    // Before there are widgets that would have to be painted anew.
+    ShowTheme(m_layout.value(QLatin1String(kThemeKey), false).toBool());
     m_actions->SetIcons([](const QString& name) { return Images().Icon(name); });
     MakePanes();
     MakeMenus();
@@ -144,6 +150,7 @@ CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnviro
     ConnectSession();
     FillWindows();
     new ui::CQtHelpTopicEventFilter(*this, [this](const QString& topic) { ShowHelp(topic); });
+    ArrangePanes();
     RestoreLayout();
     ShowLibraries();
     ShowTitle();
@@ -227,6 +234,14 @@ void CZovMainFrm::MakePanes()
             m_session.SetSettings(std::move(settings));
         });
     }
+}
+
+void CZovMainFrm::ArrangePanes()
+{
+    const int unit = fontMetrics().height();
+    resizeDocks({m_librariesPane, m_editorPane}, {17 * unit, 21 * unit}, Qt::Horizontal);
+    resizeDocks({m_librariesPane, m_workflow}, {12 * unit, 26 * unit}, Qt::Vertical);
+    resizeDocks({m_outputPane}, {7 * unit}, Qt::Vertical);
 }
 
 void CZovMainFrm::MakeMenus()

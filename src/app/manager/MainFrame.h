@@ -160,6 +160,8 @@ private:
     void Archive(const CZovSession::TLibrary& library, const SArchivePlan& plan,
                  const std::filesystem::path& target);
     void ShowHelp(const QString& topic);
+    /// Their sizes, until the user gives them others.
+    void ArrangePanes();
     void MakeMenus();
     void MakeToolBars();
     void MakePanes();

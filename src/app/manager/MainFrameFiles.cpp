@@ -279,7 +279,6 @@ void CZovMainFrm::RestoreLayout()
 {
     restoreGeometry(m_layout.value(QLatin1String(kGeometryKey)).toByteArray());
     restoreState(m_layout.value(QLatin1String(kStateKey)).toByteArray());
-    ShowTheme(m_layout.value(QLatin1String(kThemeKey), false).toBool());
 }
 
 void CZovMainFrm::StoreLayout()

@@ -20,6 +20,19 @@ QString Shown(std::string_view text)
     return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
 }
 
+/// The value in the unit that gives it one to three digits before the point.
+QString LimitText(double siValue, EQuantity quantity)
+{
+    CDisplayUnits units;
+    for (const SUnit& unit : UnitsOf(quantity)) {
+        const double shown = ScaleByPowerOfTen(siValue, -unit.exponent);
+        if (shown >= 1.0 && shown < 1000.0) {
+            units.Set(quantity, unit.suffix);
+        }
+    }
+    return Shown(FormatQuantity(siValue, quantity, units));
+}
+
 /// A page's dialog. In the options it is a part of the window and has nothing to close.
 template <class Form>
 class CPageOf : public ui::CqtDialogRes<Form>, public COptionsPage
@@ -82,7 +95,7 @@ public:
         for (const SLimit& limit : m_limits) {
             const SHideLimit& hide = settings.*limit.member;
             limit.check->setChecked(hide.on);
-            limit.edit->setText(Shown(FormatQuantity(hide.limit, limit.quantity, settings.units)));
+            limit.edit->setText(LimitText(hide.limit, limit.quantity));
         }
     }
 

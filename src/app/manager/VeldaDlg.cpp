@@ -7,6 +7,7 @@ namespace zov::app {
 namespace {
 
 constexpr int kTimeoutMs = 3000;
+constexpr int kServerChars = 45;
 
 } // namespace
 
@@ -44,6 +45,7 @@ CVeldaDlg::CVeldaDlg(CZovSession& session, QWidget* parent)
     , m_session(session)
     , m_test(*m_form.ui_IDC_STATE, *m_form.ui_IDC_TEST)
 {
+    m_form.ui_IDC_SERVER_IP->setMinimumWidth(kServerChars * fontMetrics().averageCharWidth());
     m_form.ui_IDC_SERVER_IP->setText(QString::fromStdString(session.Settings().veldaServerIp));
     m_form.ui_IDC_SERVER_PORT->setValue(static_cast<int>(session.Settings().veldaServerPort));
     m_form.ui_IDC_STATE->setText(tr("A test opens a connection and closes it again."));

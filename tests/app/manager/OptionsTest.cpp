@@ -56,7 +56,7 @@ TEST_F(OptionsTest, TheDialogChangesTheSettingsAndStoresThem)
         At<QCheckBox>(dialog, "ui_IDC_AUTO_SAVE").click();
         At<QCheckBox>(dialog, "ui_IDC_SYNC_MIN_CAP").click();
         auto& limit = At<QLineEdit>(dialog, "ui_IDC_MIN_CAP");
-        EXPECT_EQ(limit.text(), QStringLiteral("0.1nF"));
+        EXPECT_EQ(limit.text(), QStringLiteral("100pF"));
         limit.selectAll();
         QTest::keyClicks(&limit, QStringLiteral("abc"));
         dialog.accept();
