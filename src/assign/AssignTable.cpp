@@ -371,12 +371,31 @@ std::size_t CAssignTable::DropGoneModels()
         }
     }
     m_changing.clear();
+    return DropModels(
+        [&](const SModelRef& model) { return gone[model.library.get()].contains(model.record); });
+}
+
+std::size_t CAssignTable::DropModels(const std::function<bool(const SModelRef& model)>& isGone)
+{
     std::size_t dropped = 0;
-    VisitDesign([&](AssignRow& row) {
-        dropped += std::erase_if(row.assigned, [&](const SModelRef& model) {
-            return gone[model.library.get()].contains(model.record);
-        });
-    });
+    const auto prune = [&](AssignRow& row, ERecordType type) {
+        const std::size_t lost = std::erase_if(row.assigned, isGone);
+        dropped += lost;
+        if (row.assigned.empty() && row.requiredType != type) {
+            row.requiredType = type;
+            row.candidates.reset();
+        }
+        if (lost != 0) {
+            row.validCount = 0;
+            row.status.clear();
+        }
+    };
+    for (const auto& entry : m_entries) {
+        prune(entry->row, ComponentOf(entry->row).requiredType);
+        for (AssignRow& ref : entry->refs) { // those without a model follow their component
+            prune(ref, entry->row.requiredType);
+        }
+    }
     return dropped;
 }
 
@@ -415,11 +434,7 @@ std::size_t CAssignTable::AfterChange(CZovLibrary& library)
             model.record = SameNamed(library, model.type, one.name, one.subModel);
         }
     }
-    std::size_t lost = 0;
-    VisitDesign([&](AssignRow& row) {
-        lost += std::erase_if(row.assigned, [](const SModelRef& model) { return !model; });
-    });
-    return lost;
+    return DropModels([](const SModelRef& model) { return !model; });
 }
 
 void CAssignTable::ForgetCandidates()

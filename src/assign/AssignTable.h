@@ -179,6 +179,9 @@ private:
 
     void ShowRows();
     void Clear(AssignRow& row);
+    /// Takes the models that are gone from all rows; a row left without any is again what the
+    /// design, or its component, asks for. Returns how many.
+    std::size_t DropModels(const std::function<bool(const SModelRef& model)>& isGone);
     [[nodiscard]] SNames NamesOf(bool (*wanted)(const CAssignTable& table,
                                                 const AssignRow& row)) const;
     std::vector<AssignRow*> OthersWith(std::string_view modelName,

@@ -176,6 +176,12 @@ TEST_F(CAssignTables, ModelsOfClosedLibrariesLeaveTheirRows)
     m_set.RemoveExternal(0);
     EXPECT_EQ(table.DropGoneModels(), 1U);
     EXPECT_EQ(Cells(table), "C100N=|R10K=|FIX=|NONE=|");
+    // The types of models that are gone ask for nothing any more.
+    CAssignTable fresh(Board(), m_set, m_search);
+    EXPECT_EQ(Cells(table, ModelType), Cells(fresh, ModelType));
+    table.SwitchView();
+    fresh.SwitchView();
+    EXPECT_EQ(Cells(table, ModelType), Cells(fresh, ModelType));
 }
 
 TEST_F(CAssignTables, ModelsThatArePutBackKeepTheirRows)
