@@ -143,6 +143,18 @@ CResult<std::vector<SRawLib>> ReadRaw(std::string_view utf8)
     return libs;
 }
 
+/// `Lib` elements without their document.
+CResult<std::vector<SRawLib>> ReadLines(std::string_view text)
+{
+    return ReadRaw("<List Version=\"1.0\"><Library>" + std::string(text) + "</Library></List>");
+}
+
+/// A path that would not be read back as it stands.
+std::string Escaped(std::string_view path)
+{
+    return ReplaceAll(ReplaceAll(ReplaceAll(path, "&", "&amp;"), "\"", "&quot;"), "<", "&lt;");
+}
+
 std::vector<SListedLibrary> Resolve(const std::vector<SRawLib>& raw, const fs::path& folder)
 {
     std::vector<SListedLibrary> entries;
@@ -207,15 +219,19 @@ std::string FormatLibraryList(std::span<const SListedLibrary> entries)
 {
     std::string out;
     for (const SListedLibrary& entry : entries) {
-        AppendLib(out, PathText(fs::absolute(entry.path).lexically_normal()), entry.on);
+        const std::string path = PathText(fs::absolute(entry.path).lexically_normal());
+        std::string line;
+        AppendLib(line, path, entry.on);
+        const auto read = ReadLines(line);
+        const bool survives = read && read->size() == 1 && read->front().path == path;
+        AppendLib(out, survives ? path : Escaped(path), entry.on);
     }
     return out;
 }
 
 std::vector<SListedLibrary> ParseLibraryList(std::string_view text)
 {
-    const auto raw =
-        ReadRaw("<List Version=\"1.0\"><Library>" + std::string(text) + "</Library></List>");
+    const auto raw = ReadLines(text);
     return raw ? Resolve(*raw, {}) : std::vector<SListedLibrary>();
 }
 

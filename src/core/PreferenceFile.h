@@ -41,6 +41,7 @@ CResult<std::string> FormatPreferences(std::span<const SListedLibrary> entries,
                                        const std::filesystem::path& folder);
 
 /// The `Lib` elements alone, in UTF-8 and with absolute paths: how the settings keep the list.
+/// Quotes and markup are escaped in paths that would not be read back otherwise.
 [[nodiscard]] std::string FormatLibraryList(std::span<const SListedLibrary> entries);
 /// Reads it back; whatever can't be understood ends the list.
 [[nodiscard]] std::vector<SListedLibrary> ParseLibraryList(std::string_view text);

@@ -62,7 +62,10 @@ TEST(Settings, EveryValueIsReadBackFromAFile)
 {
     SZovSettings written;
     written.units.Set(EQuantity::Capacitance, "pF");
-    written.externalLibraries = {{"/libs/one.zov", true}, {"/libs/R&D Ω.zov", false}};
+    written.externalLibraries = {{"/libs/one.zov", true},
+                                 {"/libs/R&D Ω.zov", false},
+                                 {"/libs/4\" <x> &lt;.zov", false},
+                                 {"/libs/last.zov", true}};
     written.autoSaveExternalLibrary = false;
     written.syncModelPath = false;
     written.capacitanceLess = {true, 2.2e-9};
@@ -78,6 +81,8 @@ TEST(Settings, EveryValueIsReadBackFromAFile)
     WriteSettings(written, out);
     ASSERT_TRUE(out.Save(folder.Path() / "settings.json").Ok());
     EXPECT_EQ(out.Text(kZovSection, "Column Order"), "7=\" 0 2 1 0\";9=\"\";");
+    EXPECT_NE(out.Text(kZovSection, "External Library V2")->find("/R&D Ω.zov\""),
+              std::string::npos);
     EXPECT_EQ(out.Text(kZovSection, "Column Visibilty"), "7=\"0 1 4 \";4294967295=\"\";");
 
     CFileSettings in;
