@@ -78,6 +78,7 @@ void AddCommands(CLI::App& app, SChosen& chosen)
     AddLibMerge(*lib, chosen);
     AddLibDiff(*lib, chosen);
     AddLibDoctor(*lib, chosen);
+    AddLibTruth(*lib, chosen);
     CLI::App* set = app.add_subcommand("set", "Sets of libraries (.zovp, .json)");
     set->footer(kSetFooter);
     set->require_subcommand(1);

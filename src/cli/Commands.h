@@ -25,6 +25,7 @@ void AddLibConvert(CLI::App& lib, SChosen& chosen);
 void AddLibMerge(CLI::App& lib, SChosen& chosen);
 void AddLibDiff(CLI::App& lib, SChosen& chosen);
 void AddLibDoctor(CLI::App& lib, SChosen& chosen);
+void AddLibTruth(CLI::App& lib, SChosen& chosen);
 void AddSetOpen(CLI::App& set, SChosen& chosen);
 void AddAssign(CLI::App& zov, SChosen& chosen);
 void AddCheck(CLI::App& zov, SChosen& chosen);

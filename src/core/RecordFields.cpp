@@ -322,51 +322,25 @@ ZOV_MEMBERS(SCircuitRef, 3) = {
 };
 ZOV_MEMBERS_END(SCircuitRef)
 
-ZOV_MEMBERS(SDiscreteModel, 6) = {
-    Field<&SDiscreteModel::isCircuit>({"ModelType", "Model", Choice, EQ::None, false,
-                                       kDefinitions}),
-    Field<&SDiscreteModel::cktDef>({"CktDef", "File or circuit", Circuit, EQ::None, true}),
-    Field<&SDiscreteModel::trackFolder>({"TrackFolder", "Track folder"}),
-    Field<&SDiscreteModel::resistance>({"Resistance", "Resistance", Number, EQ::Resistance}),
-    Field<&SDiscreteModel::inductance>({"Inductance", "Inductance", Number, EQ::Inductance}),
-    Field<&SDiscreteModel::capacitance>({"Capacitance", "Capacitance", Number, EQ::Capacitance,
-                                         true}),
-};
-ZOV_MEMBERS_END(SDiscreteModel)
-
 #undef ZOV_MEMBERS
 #undef ZOV_MEMBERS_END
 
 // --- from members to fields of a record ----------------------------------------------------------
 
 template <class T>
-std::optional<T> ModelOf(const CZovRcdProps& record)
-{
-    if constexpr (std::is_same_v<T, SDiscreteModel>) {
-        return record.GetDiscreteModel();
-    } else {
-        const T* model = record.GetComposite<T>();
-        return model == nullptr ? std::nullopt : std::optional<T>(*model);
-    }
-}
-
-template <class T>
 SFieldValue GetMember(const CZovRcdProps& record, const SRecordField& field)
 {
-    const std::optional<T> model = ModelOf<T>(record);
-    return model ? Members<T>()[field.member].get(*model) : SFieldValue();
+    const T* model = record.GetComposite<T>();
+    return model == nullptr ? SFieldValue() : Members<T>()[field.member].get(*model);
 }
 
 template <class T>
 void SetMember(CZovRcdProps& record, const SRecordField& field, const SFieldValue& value)
 {
-    T model = ModelOf<T>(record).value_or(T{});
+    const T* old = record.GetComposite<T>();
+    T model = old == nullptr ? T{} : *old;
     Members<T>()[field.member].set(model, value);
-    if constexpr (std::is_same_v<T, SDiscreteModel>) {
-        record.SetDiscreteModel(model);
-    } else {
-        record.SetComposite(std::move(model));
-    }
+    record.SetComposite(std::move(model));
 }
 
 SFieldValue GetFlat(const CZovRcdProps& record, const SRecordField& field)
@@ -394,7 +368,7 @@ std::vector<SRecordField> MemberFields(EPropId owner, std::size_t first, std::si
 {
     std::vector<SRecordField> fields;
     for (std::size_t i = first; i < last; ++i) {
-        fields.push_back({Members<T>()[i].info, owner, i, -1, &GetMember<T>, &SetMember<T>});
+        fields.push_back({Members<T>()[i].info, owner, i, -1, -1, &GetMember<T>, &SetMember<T>});
     }
     return fields;
 }
@@ -474,30 +448,66 @@ SRecordPage FirstPage(ERecordType type)
         field.quantity = info.quantity;
         field.required = id == EPropId::ModelName ||
                          (isCapacitor && (id == EPropId::Size || id == EPropId::Cnom));
-        page.fields.push_back({field, id, 0, -1, &GetFlat, &SetFlat});
+        page.fields.push_back({field, id, 0, -1, -1, &GetFlat, &SetFlat});
     }
     return page;
 }
 
+SRecordField FlatField(EPropId id, const char* label, EFieldKind kind)
+{
+    const SPropInfo& info = *FindProperty(id);
+    SRecordField field{{info.name.data(), label, kind, info.quantity}, id};
+    field.get = &GetFlat;
+    field.set = &SetFlat;
+    return field;
+}
+
+/// Which of the two forms a discrete's definition has. Without a circuit there is no file either.
+SRecordField FormField()
+{
+    SRecordField field{{"ModelType", "Model", Choice, EQ::None, false, kDefinitions},
+                       EPropId::ModelIsCircuit};
+    field.get = [](const CZovRcdProps& record, const SRecordField& of) {
+        return ToValue(record.Has(of.owner));
+    };
+    field.set = [](CZovRcdProps& record, const SRecordField& of, const SFieldValue& value) {
+        if (value == SFieldValue(1)) {
+            record.SetDouble(of.owner, 1.0);
+            return;
+        }
+        record.Remove(of.owner);
+        record.Remove(EPropId::CktDef);
+        record.Remove(EPropId::TrackFolder);
+    };
+    return field;
+}
+
 SRecordPage DefinitionPage(ERecordType type)
 {
-    constexpr std::size_t kFirstPlain = 3;
     const bool isCapacitor = type == ERecordType::Capacitor;
     const bool isInductor = type == ERecordType::Inductor;
     SRecordPage page =
-        isCapacitor
-            ? SRecordPage{EModelPage::Capacitor, "Capacitor", "dlg_IDD_ZOV_DLG_MODELCAP", {}}
-        : isInductor
-            ? SRecordPage{EModelPage::Inductor, "Inductor", "dlg_IDD_ZOV_DLG_MODELIND", {}}
-            : SRecordPage{EModelPage::Resistor, "Resistor", "dlg_IDD_ZOV_DLG_MODELRES", {}};
-    const std::size_t last = isCapacitor ? 6 : isInductor ? 5 : 4;
-    page.fields = MemberFields<SDiscreteModel>(EPropId::ModelIsCircuit, 0, last);
-    for (std::size_t i = 1; i < page.fields.size(); ++i) {
-        page.fields[i].onlyWhenFirstIs = i < kFirstPlain ? 1 : 0;
+        isCapacitor  ? SRecordPage{EModelPage::Capacitor, "Capacitor", "dlg_IDD_ZOV_DLG_MODELCAP"}
+        : isInductor ? SRecordPage{EModelPage::Inductor, "Inductor", "dlg_IDD_ZOV_DLG_MODELIND"}
+                     : SRecordPage{EModelPage::Resistor, "Resistor", "dlg_IDD_ZOV_DLG_MODELRES"};
+    page.fields = {FormField(), FlatField(EPropId::CktDef, "File or circuit", Circuit),
+                   FlatField(EPropId::TrackFolder, "Track folder", Text)};
+    for (SRecordField* field : {&page.fields[1], &page.fields[2]}) {
+        field->onlyWhenFirstIs = 1;
     }
-    if (!isCapacitor) {
-        page.fields.back().info.required = true; // L of an inductor, R of a resistor
+    page.fields[1].info.required = true;
+    // Beside a circuit the values are what it should show.
+    page.fields.push_back(
+        FlatField(isCapacitor ? EPropId::Rv : EPropId::Resistance, "Resistance", Number));
+    if (type != ERecordType::Resistor) {
+        page.fields.push_back(
+            FlatField(isCapacitor ? EPropId::Lv : EPropId::Inductance, "Inductance", Number));
     }
+    if (isCapacitor) {
+        page.fields.push_back(FlatField(EPropId::Cv, "Capacitance", Number));
+    }
+    page.fields.back().info.required = true; // C, L or R is what the part is about
+    page.fields.back().requiredWhenFirstIs = 0;
     return page;
 }
 

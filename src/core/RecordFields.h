@@ -77,6 +77,8 @@ struct SRecordField
     std::size_t member = 0;             ///< of the owner
     /// Usable only while the page's first field, a choice, has this index; -1: always.
     int onlyWhenFirstIs = -1;
+    /// Required only while it has this index; -1: always, if at all.
+    int requiredWhenFirstIs = -1;
     SFieldValue (*get)(const CZovRcdProps&, const SRecordField&) = nullptr;
     void (*set)(CZovRcdProps&, const SRecordField&, const SFieldValue&) = nullptr;
 

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "curve/ImpedanceCurve.h"
 
-#include "base/File.h"
-#include "base/Text.h"
-#include "core/LibraryFiles.h"
+#include "curve/RecordNetwork.h"
 #include "network/TouchstoneReader.h"
 #include "network/TwoTerminal.h"
 
@@ -15,7 +13,6 @@
 namespace zov::curve {
 
 namespace fs = std::filesystem;
-using network::EConnection;
 
 namespace {
 
@@ -70,58 +67,11 @@ CResult<SSeriesRlc> PlainValues(const CZovRcdProps& record, const SDiscreteModel
     return part;
 }
 
-/// The network file of a discrete's circuit and how its sub-circuit wires a two-port.
-struct SNetworkFile
-{
-    std::string name;
-    std::optional<EConnection> wired;
-};
-
-/// A sub-circuit around a network file: a source that ties the reference makes it a series element.
-SNetworkFile NetworkFileOfText(const std::string& text)
-{
-    SNetworkFile file;
-    bool hasSource = false;
-    for (const std::string_view line : Split(text, '\n')) {
-        if (const std::string_view name = NetworkFileIn(line); !name.empty()) {
-            file.name = name;
-        }
-        hasSource = hasSource || (!Trim(line).empty() && ToUpper(Trim(line).front()) == 'V');
-    }
-    file.wired = hasSource ? EConnection::Series : EConnection::Shunt;
-    return file;
-}
-
-bool IsTouchstoneName(std::string_view name)
-{
-    const std::string extension = ExtensionOf(TextPath(name));
-    return EqualsNoCase(extension, ".s1p") || EqualsNoCase(extension, ".s2p") ||
-           EqualsNoCase(extension, ".ts");
-}
-
-CResult<SNetworkFile> NetworkFileOf(const CZovRcdProps& record, const SDiscreteModel& model)
-{
-    SNetworkFile file = IsCircuitText(model.cktDef) ? NetworkFileOfText(model.cktDef)
-                                                    : SNetworkFile{model.cktDef, {}};
-    if (file.name.empty() || !IsTouchstoneName(file.name)) {
-        return Fail(EErr::Unsupported,
-                    fmt::format("the model of record '{}' is a SPICE circuit; its impedance can't "
-                                "be computed without a simulator",
-                                record.Name()));
-    }
-    return file;
-}
-
 CResult<TCurvePtr> CurveOfFile(const CZovRcdProps& record, const SDiscreteModel& model,
                                const fs::path& folder, CDiagSink& diag)
 {
-    ASSIGN_OR_RETURN(const SNetworkFile file, NetworkFileOf(record, model));
-    const fs::path path = LocateCircuitFile(folder, file.name, model.trackFolder);
-    if (path.empty()) {
-        return Fail(EErr::NotFound, fmt::format("file '{}' of record '{}' was not found", file.name,
-                                                record.Name()));
-    }
-    ASSIGN_OR_RETURN(const network::CNetworkData data, network::ReadTouchstone(path, diag));
+    ASSIGN_OR_RETURN(const SNetworkFile file, NetworkFileOf(record, model, folder));
+    ASSIGN_OR_RETURN(const network::CNetworkData data, network::ReadTouchstone(file.path, diag));
     CResult<network::STwoTerminal> part = network::TwoTerminalOf(data);
     if (!part && data.PortCount() == 2 && file.wired) {
         part = network::TwoTerminalOf(data, file.wired);

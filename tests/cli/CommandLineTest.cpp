@@ -16,9 +16,9 @@ TEST_F(CCommandLine, WrongUsageSaysWhatAndWhereHelpIs)
     };
     for (const SCase& c : {
              SCase{"lib", "zov lib: a command is missing, expected one of info, list, convert, "
-                          "merge, diff, doctor\nTry 'zov lib --help'.\n"},
+                          "merge, diff, doctor, truth\nTry 'zov lib --help'.\n"},
              SCase{"lib lst x", "zov lib: 'lst' is no command, expected one of info, list, "
-                                "convert, merge, diff, doctor\nTry 'zov lib --help'.\n"},
+                                "convert, merge, diff, doctor, truth\nTry 'zov lib --help'.\n"},
              SCase{"lib list", "zov lib list: FILE is required\nTry 'zov lib list --help'.\n"},
              SCase{"sheet a.csv --rows x",
                    "zov sheet: Could not convert: --rows = x\nTry 'zov sheet --help'.\n"},
@@ -44,9 +44,9 @@ TEST_F(CCommandLine, WrongUsageSaysWhatAndWhereHelpIs)
 TEST_F(CCommandLine, EveryHelpNamesItselfAndEndsWithTwoExamples)
 {
     for (const std::string command :
-         {"lib info", "lib list", "lib convert", "lib merge", "lib diff", "lib doctor", "check",
-          "sheet", "import", "assign", "set open", "curve info", "curve export", "calc", "net info",
-          "net convert", "net diff"}) {
+         {"lib info", "lib list", "lib convert", "lib merge", "lib diff", "lib doctor", "lib truth",
+          "check", "sheet", "import", "assign", "set open", "curve info", "curve export", "calc",
+          "net info", "net convert", "net diff"}) {
         const SRun run = Zov(command + " --help");
         EXPECT_EQ(run.status, 0) << command;
         EXPECT_EQ(run.err, "") << command;

@@ -43,11 +43,7 @@ TEST(RecordFields, EveryPropertyOfATypeHasOneField)
             }
         }
         for (const EPropId id : PropertiesOf(type.type)) {
-            const bool inDefinition =
-                id > EPropId::ModelIsCircuit ||
-                (IsDiscrete(type.type) && (id == EPropId::Resistance || id == EPropId::Inductance));
-            EXPECT_TRUE(owners.contains(inDefinition ? EPropId::ModelIsCircuit : id))
-                << type.name << " " << FindProperty(id)->name;
+            EXPECT_TRUE(owners.contains(id)) << type.name << " " << FindProperty(id)->name;
         }
     }
 }

@@ -110,18 +110,20 @@ bool CUiEditorPage::IsUsable(const CFieldEditor& field) const
     if (m_has != nullptr && m_page.IsOptional() && m_has->checkState() == Qt::Unchecked) {
         return false;
     }
-    const int wanted = field.Field().onlyWhenFirstIs;
-    if (wanted < 0) {
-        return true;
-    }
-    const int* index = m_fields.front()->Value().As<int>();
-    return (index == nullptr ? 0 : *index) == wanted;
+    return IsFirst(field.Field().onlyWhenFirstIs);
+}
+
+bool CUiEditorPage::IsFirst(int wanted) const
+{
+    const int* index = wanted < 0 ? nullptr : m_fields.front()->Value().As<int>();
+    return wanted < 0 || (index == nullptr ? 0 : *index) == wanted;
 }
 
 void CUiEditorPage::ShowEnabled()
 {
     for (CFieldEditor* editor : m_fields) {
         editor->setEnabled(IsUsable(*editor));
+        editor->SetWanted(IsFirst(editor->Field().requiredWhenFirstIs));
         if (editor->Field().onlyWhenFirstIs >= 0) {
             editor->setVisible(IsUsable(*editor));
             QWidget* label = nullptr;

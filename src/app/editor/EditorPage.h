@@ -39,6 +39,8 @@ Q_SIGNALS:
 
 private:
     void ShowEnabled();
+    /// Whether the first field, a choice, has that index; true for -1.
+    [[nodiscard]] bool IsFirst(int wanted) const;
     [[nodiscard]] bool IsUsable(const CFieldEditor& field) const;
 
     const SRecordPage& m_page;

@@ -268,7 +268,7 @@ QString CFieldEditor::Remark() const
         return {};
     }
     if (m_value.IsNone()) {
-        return info.required ? tr("A value is required here.") : QString();
+        return info.required && m_wanted ? tr("A value is required here.") : QString();
     }
     const std::string* text = m_value.As<std::string>();
     if (text == nullptr) {
@@ -290,6 +290,14 @@ QString CFieldEditor::Remark() const
                   "they are fine.");
     }
     return {};
+}
+
+void CFieldEditor::SetWanted(bool wanted)
+{
+    if (wanted != m_wanted) {
+        m_wanted = wanted;
+        Check();
+    }
 }
 
 void CFieldEditor::Check()

@@ -48,6 +48,8 @@ public:
     /// What was typed is no value.
     [[nodiscard]] bool HasError() const;
     [[nodiscard]] const SFieldValue& Value() const { return m_value; }
+    /// Whether a required value is required as things are; it is unless somebody says otherwise.
+    void SetWanted(bool wanted);
     /// Says again what there is to say, after a change of something around.
     void Check();
     /// The widget that takes the input; for buddies and the focus.
@@ -77,6 +79,7 @@ private:
     bool m_differ = false;
     bool m_edited = false;
     bool m_showing = false;
+    bool m_wanted = true;
 
     QLineEdit* m_line = nullptr;
     QPlainTextEdit* m_text = nullptr;
