@@ -151,6 +151,7 @@ CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnviro
     FillWindows();
     new ui::CQtHelpTopicEventFilter(*this, [this](const QString& topic) { ShowHelp(topic); });
     ArrangePanes();
+    MakeAutosave();
     RestoreLayout();
     ShowLibraries();
     ShowTitle();

@@ -34,6 +34,7 @@ class QTreeView;
 
 namespace zov::app {
 
+class CAutosave;
 class CRecordEditor;
 class CAssignFrm;
 
@@ -169,6 +170,7 @@ private:
                           Qt::DockWidgetArea area);
     void MakeEditorPane();
     void ShowInEditor();
+    void MakeAutosave();
     void ConnectSession();
     void ShowPage(int page);
     void ShowLibraries();
@@ -233,6 +235,7 @@ private:
     std::map<unsigned, std::function<void()>> m_windows;
     std::vector<QPointer<QWidget>> m_opened;
     QMetaObject::Connection m_selecting;
+    CAutosave* m_autosave = nullptr;
     CRecordEditor* m_editor = nullptr;
     QDockWidget* m_editorPane = nullptr;
     QMenu* m_recentMenu = nullptr;

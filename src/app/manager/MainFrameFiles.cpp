@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The main frame's commands on files, its layout between two runs, and its views.
+#include "app/Autosave.h"
 #include "app/Theme.h"
 #include "app/assignment/AssignFrm.h"
 #include "app/editor/RecordEditor.h"
@@ -205,6 +206,7 @@ bool CZovMainFrm::OnClose()
     }
     m_session.CancelLoading();
     m_session.StoreSettings();
+    m_autosave->Close();
     StoreLayout();
     return true;
 }

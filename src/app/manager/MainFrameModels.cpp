@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The main frame's commands that change the models of libraries.
+#include "app/Autosave.h"
 #include "app/editor/EditorDlg.h"
 #include "app/manager/MainFrame.h"
 #include "ui/Prompt.h"
@@ -20,6 +21,25 @@ void CZovMainFrm::MakeEditorPane()
         });
         connect(list, &CModelListView::Activated, this, &CZovMainFrm::OnEditModels);
     }
+}
+
+void CZovMainFrm::MakeAutosave()
+{
+    m_autosave = new CAutosave(m_session);
+    m_autosave->setParent(this);
+    connect(m_autosave, &CAutosave::Offered, this,
+            [this](const CZovSession::TLibrary& library, const QString& text) {
+                switch (ui::CPrompt::Ask(this, text, ui::EButtons::YesNoCancel)) {
+                case ui::EAnswer::Yes:
+                    m_autosave->Restore(library);
+                    break;
+                case ui::EAnswer::No:
+                    m_autosave->Discard(library);
+                    break;
+                default: // asked again when it is opened the next time
+                    break;
+                }
+            });
 }
 
 /// What is selected, unless the user wants to go on with what was typed before; then that is
