@@ -120,6 +120,13 @@ CZovRcdProps& CLibraryChange::Replace(const CZovRcdProps& record)
     return *draft;
 }
 
+CZovRcdProps& CLibraryChange::ReplaceBy(const CZovRcdProps& record, const CZovRcdProps& content)
+{
+    CZovRcdProps& draft = Replace(record);
+    m_drafts.Replace(draft, content);
+    return draft;
+}
+
 CZovRcdProps& CLibraryChange::Insert(ERecordType type)
 {
     CZovRcdProps& draft = m_drafts.Add(type);

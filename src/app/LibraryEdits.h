@@ -35,6 +35,8 @@ public:
 
     /// A draft of what the record becomes; the same one for the same record.
     CZovRcdProps& Replace(const CZovRcdProps& record);
+    /// The same with the content of another record of its type.
+    CZovRcdProps& ReplaceBy(const CZovRcdProps& record, const CZovRcdProps& content);
     /// A draft of a new record at the end.
     CZovRcdProps& Insert(ERecordType type);
     /// The same as a copy of a record of any library.

@@ -12,7 +12,7 @@ namespace {
 
 using EColumn = EModelColumn;
 
-constexpr std::array<SModelColumn, 23> kColumns = {{
+constexpr std::array<SModelColumn, 26> kColumns = {{
     {EColumn::Name, "Model", 190, true, false},
     {EColumn::Type, "Type", 80, true, false},
     {EColumn::Value, "Value", 80, true, true},
@@ -36,6 +36,9 @@ constexpr std::array<SModelColumn, 23> kColumns = {{
     {EColumn::SubModel, "Sub-model", 90, false, false},
     {EColumn::DcBias, "DC bias", 90, false, false},
     {EColumn::Temperature, "Temperature", 90, false, false},
+    {EColumn::ModelC, "C of model", 90, false, true},
+    {EColumn::ModelEsr, "ESR", 80, false, true},
+    {EColumn::ModelResonance, "resonance", 90, false, true},
 }};
 
 QString Shown(std::string_view text)
@@ -99,6 +102,9 @@ std::optional<EPropId> PropertyOf(const CZovRcdProps& record, EColumn column)
     case EColumn::Type:
     case EColumn::Model:
     case EColumn::Missing:
+    case EColumn::ModelC:
+    case EColumn::ModelEsr:
+    case EColumn::ModelResonance:
         break;
     }
     return std::nullopt;

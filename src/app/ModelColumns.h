@@ -39,8 +39,16 @@ enum class EModelColumn : std::uint32_t
     SubModel = 19,
     DcBias = 20,
     Temperature = 21,
-    Missing = 22 ///< what the record lacks
+    Missing = 22, ///< what the record lacks
+    ModelC = 23,  ///< of the record's model, by the electrical truth check; not sorted by
+    ModelEsr = 24,
+    ModelResonance = 25
 };
+/// Columns whose cells are computed from model files, see TruthCache.h.
+constexpr bool IsOfModelFile(EModelColumn column)
+{
+    return column >= EModelColumn::ModelC && column <= EModelColumn::ModelResonance;
+}
 
 struct SModelColumn
 {

@@ -10,6 +10,11 @@ namespace zov::app {
 CModelListModel::CModelListModel(QObject* parent)
     : QAbstractTableModel(parent)
 {
+    connect(&m_truth, &CTruthCache::Updated, this, [this] {
+        if (!m_rows.empty()) {
+            Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+        }
+    });
 }
 
 void CModelListModel::SetLibraries(TLibraries libraries)
@@ -44,6 +49,7 @@ void CModelListModel::SetHideRules(const SHideRules& rules)
 void CModelListModel::SetUnits(const CDisplayUnits& units)
 {
     m_units = units;
+    m_truth.SetUnits(units);
     if (!m_rows.empty()) {
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
     }
@@ -61,6 +67,7 @@ void CModelListModel::BeginChange()
 void CModelListModel::EndChange()
 {
     m_changing = false;
+    m_truth.Clear();
     // Rows may point at what is gone; none are shown until the new ones are in.
     beginResetModel();
     m_rows.clear();
@@ -71,6 +78,7 @@ void CModelListModel::EndChange()
 void CModelListModel::RecordChanged(const CZovRcdProps& record)
 {
     m_base.reset();
+    m_truth.Forget(record);
     if (const int row = RowOf(record); row >= 0) {
         Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
     }
@@ -187,6 +195,9 @@ QVariant CModelListModel::data(const QModelIndex& index, int role) const
         return {};
     }
     const SModelColumn& column = ModelColumns()[static_cast<std::size_t>(index.column())];
+    if (IsOfModelFile(column.column) && role != Qt::TextAlignmentRole) {
+        return TruthData(index, column.column, role);
+    }
     switch (role) {
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
@@ -197,6 +208,35 @@ QVariant CModelListModel::data(const QModelIndex& index, int role) const
     default:
         return {};
     }
+}
+
+QVariant CModelListModel::TruthData(const QModelIndex& index, EModelColumn column, int role) const
+{
+    if (role != Qt::DisplayRole && role != Qt::ToolTipRole && role != Qt::ForegroundRole) {
+        return {};
+    }
+    const CZovRcdProps& record = *RecordAt(index.row());
+    if (!IsDiscrete(record.Type())) {
+        return {};
+    }
+    const curve::SRecordTruth* truth = m_truth.Find(*LibraryAt(index.row()), record);
+    if (truth == nullptr) {
+        return role == Qt::DisplayRole ? QVariant(QStringLiteral("...")) : QVariant();
+    }
+    const curve::STruthItem* item = truth->Find(column == EModelColumn::ModelC     ? "C"
+                                                : column == EModelColumn::ModelEsr ? "ESR"
+                                                                                   : "resonance");
+    if (role == Qt::ToolTipRole) {
+        return QString::fromStdString(truth->text);
+    }
+    if (role == Qt::ForegroundRole) {
+        return item != nullptr && item->verdict > curve::ETruth::Agrees
+                   ? QVariant(TruthColor(item->verdict))
+                   : QVariant();
+    }
+    return item != nullptr && item->model
+               ? QString::fromStdString(FormatQuantity(*item->model, item->quantity, m_units))
+               : QString();
 }
 
 QVariant CModelListModel::headerData(int section, Qt::Orientation orientation, int role) const

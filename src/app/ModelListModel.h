@@ -5,6 +5,7 @@
 
 #include "app/BackgroundJob.h"
 #include "app/ModelRows.h"
+#include "app/TruthCache.h"
 
 #include <QAbstractTableModel>
 
@@ -70,6 +71,7 @@ private:
     /// @param isBase the rows are those of all records in the order that is asked for
     void Take(std::vector<SModelRow> rows, bool isBase);
     [[nodiscard]] std::vector<const CZovLibrary*> PlainLibraries() const;
+    [[nodiscard]] QVariant TruthData(const QModelIndex& index, EModelColumn column, int role) const;
 
     TLibraries m_libraries;
     std::vector<SModelRow> m_rows;
@@ -80,6 +82,7 @@ private:
     TBaseRows m_base; ///< sorted, for searches in the same order; null when there are none
     CBackgroundJob m_job;
     CBackgroundJob m_prepare;
+    mutable CTruthCache m_truth; ///< asked by cells that are drawn
 };
 
 } // namespace zov::app

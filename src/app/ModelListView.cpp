@@ -339,11 +339,11 @@ void CModelListView::RestoreSelection()
         return;
     }
     const std::size_t found = Select(m_keptSelection);
-    const bool allThere = found == m_keptSelection.size();
+    const bool isOther = found != m_keptSelection.size();
     m_table->verticalScrollBar()->setValue(m_keptScroll);
     m_keeping = false;
     m_keptSelection.clear();
-    if (!allThere) {
+    if (isOther) {
         Q_EMIT SelectionChanged();
     }
 }

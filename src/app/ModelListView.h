@@ -43,6 +43,7 @@ public:
     [[nodiscard]] CModelListModel& Model() { return m_model; }
     [[nodiscard]] CModelTable& Table() { return *m_table; }
     [[nodiscard]] QLineEdit& SearchField() { return *m_search; }
+    [[nodiscard]] std::uint32_t ListId() const { return m_listId; }
 
     /// What the user should do next when the libraries hold nothing.
     void SetEmptyHint(const QString& hint);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Commands.h"
-#include "cli/RecordFiles.h"
 #include "cli/Reporting.h"
+#include "core/RecordFiles.h"
 #include "curve/RecordTruth.h"
 
 #include <CLI/CLI.hpp>

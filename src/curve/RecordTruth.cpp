@@ -176,10 +176,10 @@ std::string CTruthChecker::WhyNoValue(const SRecordTruth& truth, const SFileFact
 {
     const STruthItem& main = truth.items.front();
     if (!main.stated) {
-        return fmt::format("the record states no {} to compare{}", main.name,
-                           main.model ? fmt::format("; it is {} in '{}'",
-                                                    Shown(main, *main.model), truth.file)
-                                      : "");
+        return fmt::format(
+            "the record states no {} to compare{}", main.name,
+            main.model ? fmt::format("; it is {} in '{}'", Shown(main, *main.model), truth.file)
+                       : "");
     }
     const STruthItem hz{"", EQuantity::Frequency, {}, {}};
     return fmt::format("no {} can be derived from '{}': from {} to {} it looks like {} {}",

@@ -29,6 +29,7 @@ CRecordEditor::CRecordEditor(CZovSession& session, QWidget* parent)
     : QWidget(parent)
     , m_session(session)
     , m_head(new QLabel(this))
+    , m_truthLine(new QLabel(this))
     , m_hint(new QLabel(this))
     , m_tabs(new QTabWidget(this))
     , m_buttons(new QWidget(this))
@@ -39,6 +40,10 @@ CRecordEditor::CRecordEditor(CZovSession& session, QWidget* parent)
     m_head->setObjectName(QStringLiteral("EditorHead"));
     m_head->setTextFormat(Qt::PlainText);
     m_head->setWordWrap(true);
+    m_truthLine->setObjectName(QStringLiteral("EditorTruth"));
+    m_truthLine->setTextFormat(Qt::PlainText);
+    m_truthLine->setWordWrap(true);
+    connect(&m_truth, &CTruthCache::Updated, this, &CRecordEditor::ShowTruth);
     m_hint->setObjectName(QStringLiteral("EditorHint"));
     m_hint->setAlignment(Qt::AlignCenter);
     m_hint->setWordWrap(true);
@@ -57,6 +62,7 @@ CRecordEditor::CRecordEditor(CZovSession& session, QWidget* parent)
     buttons->addWidget(m_reset);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_head);
+    layout->addWidget(m_truthLine);
     layout->addWidget(m_hint, 1);
     layout->addWidget(m_tabs, 1);
     layout->addWidget(m_buttons);
@@ -166,6 +172,8 @@ void CRecordEditor::Load(bool keepTyped)
         }
     }
     m_head->setText(Headline());
+    m_truth.SetUnits(m_context.units);
+    ShowTruth();
     UpdateState();
     Q_EMIT Shown();
 }
@@ -181,6 +189,38 @@ QString CRecordEditor::Headline() const
                : tr("%1 models of type %2; what you don't touch stays as it is in each")
                      .arg(m_records.size())
                      .arg(type);
+}
+
+/// What the model of the one record says about its values.
+void CRecordEditor::ShowTruth()
+{
+    const bool isOne = m_records.size() == 1 && IsDiscrete(m_type);
+    const curve::SRecordTruth* truth =
+        isOne ? m_truth.Find(*m_library, *m_records.front()) : nullptr;
+    m_truthLine->setVisible(truth != nullptr);
+    if (truth == nullptr) {
+        return;
+    }
+    QStringList values;
+    for (const curve::STruthItem& item : truth->items) {
+        if (item.model) {
+            values += ToText(item.name) + QLatin1Char(' ') +
+                      ToText(FormatQuantity(*item.model, item.quantity, m_context.units));
+        }
+    }
+    QString text = values.isEmpty() ? QString() : tr("Its model: %1").arg(values.join(tr(", ")));
+    if (truth->connection && *truth->connection != network::EConnection::OnePort) {
+        text +=
+            QStringLiteral(" (") + ToText(network::WordOf(*truth->connection)) + QLatin1Char(')');
+    }
+    const QString verdict =
+        truth->text.empty() ? tr("agrees with what the record states") : ToText(truth->text);
+    m_truthLine->setText(text.isEmpty() ? verdict : text + QStringLiteral("; ") + verdict);
+    QPalette palette;
+    if (truth->verdict > curve::ETruth::Agrees) {
+        palette.setColor(QPalette::WindowText, TruthColor(truth->verdict));
+    }
+    m_truthLine->setPalette(palette);
 }
 
 void CRecordEditor::LibraryChanged(const CZovLibrary* library)

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "app/Session.h"
+#include "app/TruthCache.h"
 #include "app/editor/EditorPage.h"
 
 #include <QWidget>
@@ -58,6 +59,7 @@ private:
     void LibraryChanged(const CZovLibrary* library);
     void UpdateState();
     void ShowTabMarks();
+    void ShowTruth();
     [[nodiscard]] QString Headline() const;
     [[nodiscard]] QString WhyNothing(const TRecords& records) const;
 
@@ -68,6 +70,8 @@ private:
     ERecordType m_type = ERecordType::Any;
     std::vector<ui::CUiDialog*> m_pages;
     QLabel* m_head;
+    QLabel* m_truthLine;
+    CTruthCache m_truth;
     QLabel* m_hint;
     QTabWidget* m_tabs;
     QWidget* m_buttons;

@@ -70,7 +70,8 @@ enum ECommandId : unsigned
 
     ID_EDIT_UNDO,
     ID_EDIT_REDO,
-    ID_EDIT_MODELS
+    ID_EDIT_MODELS,
+    ID_MANAGE_COLUMNS
 };
 
 } // namespace zov::app

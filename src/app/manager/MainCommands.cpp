@@ -71,6 +71,8 @@ constexpr ui::SCommand kCommands[] = {
      "copy", ""},
     {ID_EDIT_MODELS, "OnEditModels", "Edit Models...", "Edit Models\nEdit Models", "rename",
      "Ctrl+E"},
+    {ID_MANAGE_COLUMNS, "OnManageColumns", "Columns...",
+     "Choose and order the columns of the list\nColumns", "", ""},
     {ID_DELETE_MODELS, "OnDeleteModels", "Delete Models", "Delete Models\nDelete Models", "delete",
      "Del"},
     {ID_ADD_IC, "OnAddIc", "Add IC", "Adds an IC to the project library\nAdd IC", "add", ""},

@@ -98,6 +98,9 @@ ZOV_ON_COMMAND(ID_IMPORT_PREF_FILE, ImportPrefFile)
 ZOV_ON_FUNCTION_UPDATE_BY(ID_REFRESH_ZOV_LIB, RefreshZovLib, OnUpdateOfLibrary)
 ZOV_ON_COMMAND(ID_EXPAND_ALL, ExpandAll)
 ZOV_ON_COMMAND(ID_COLLAPSE_ALL, CollapseAll)
+ZOV_ON_COMMAND_UPDATE(ID_ADD_MODEL, AddModel)
+ZOV_ON_COMMAND_UPDATE_BY(ID_COPY_TO_LIBRARY, CopyToLibrary, OnUpdateOfModels)
+ZOV_ON_COMMAND(ID_MANAGE_COLUMNS, ManageColumns)
 ZOV_ON_COMMAND_UPDATE_BY(ID_EDIT_MODELS, EditModels, OnUpdateOfModels)
 ZOV_ON_COMMAND_UPDATE_BY(ID_DELETE_MODELS, DeleteModels, OnUpdateOfModels)
 ZOV_ON_COMMAND_UPDATE_BY(ID_ADD_IC, AddIc, OnUpdateAddModelOf)
@@ -256,8 +259,9 @@ void CZovMainFrm::MakeMenus()
                                    ui::kSeparator, ID_ZOV_FRM_EXIT});
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
     edit->setObjectName(QStringLiteral("EditMenu"));
-    m_actions->FillMenu(
-        *edit, {ID_EDIT_UNDO, ID_EDIT_REDO, ui::kSeparator, ID_EDIT_MODELS, ID_DELETE_MODELS});
+    m_actions->FillMenu(*edit,
+                        {ID_EDIT_UNDO, ID_EDIT_REDO, ui::kSeparator, ID_ADD_MODEL, ID_EDIT_MODELS,
+                         ID_COPY_TO_LIBRARY, ID_DELETE_MODELS, ui::kSeparator, ID_MANAGE_COLUMNS});
     QMenu* view = menuBar()->addMenu(tr("&View"));
     view->setObjectName(QStringLiteral("ViewMenu"));
     QMenu* bars = view->addMenu(tr("&Toolbar"));

@@ -129,6 +129,10 @@ private:
     void RefreshZovLib();
     void OnExpandAll();
     void OnCollapseAll();
+    void OnAddModel();
+    void OnUpdateAddModel(ui::CCmdUI& ui);
+    void OnCopyToLibrary();
+    void OnManageColumns();
     void OnEditModels();
     void OnDeleteModels();
     void OnUpdateOfModels(ui::CCmdUI& ui);

@@ -298,7 +298,8 @@ void CZovMainFrm::ShowModelMenu(const QPoint& globalPos)
     QMenu menu(this);
     menu.setObjectName(QStringLiteral("ModelMenu"));
     m_actions->UpdateAll();
-    m_actions->FillMenu(menu, {ID_EDIT_MODELS, ID_DELETE_MODELS});
+    m_actions->FillMenu(menu, {ID_ADD_MODEL, ID_EDIT_MODELS, ID_COPY_TO_LIBRARY, ID_DELETE_MODELS,
+                               ui::kSeparator, ID_MANAGE_COLUMNS});
     menu.addAction(CurrentList().Table().findChild<QAction*>(QStringLiteral("CopyAsCsv")));
     menu.exec(globalPos);
 }

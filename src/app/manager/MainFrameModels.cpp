@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // The main frame's commands that change the models of libraries.
 #include "app/Autosave.h"
+#include "app/editor/AddModelDlg.h"
+#include "app/editor/ColMgrDlg.h"
+#include "app/editor/CopyToLibDlg.h"
 #include "app/editor/EditorDlg.h"
 #include "app/manager/MainFrame.h"
 #include "ui/Prompt.h"
@@ -72,6 +75,66 @@ void CZovMainFrm::OnEditModels()
     }
     if (m_editor->MayLeave()) {
         CUiEditorDlg(m_session, selected.front().library, selected.front().records, this).DoModal();
+    }
+}
+
+void CZovMainFrm::OnAddModel()
+{
+    const std::vector<CModelListView::SSelected> selected = CurrentList().SelectedByLibrary();
+    const bool isOne = selected.size() == 1 && selected.front().records.size() == 1;
+    const CZovSession::TLibrary library = SelectedLibrary();
+    if (!m_editor->MayLeave()) {
+        return;
+    }
+    CAddModelDlg dialog(library, isOne ? selected.front().records.front() : nullptr, this);
+    if (dialog.DoModal() != ui::EAnswer::Ok) {
+        return;
+    }
+    CLibraryChange change(library);
+    dialog.Fill(change);
+    const std::vector<CZovRcdProps*> added = m_session.Edits().Apply(change, tr("Add Model"));
+    ShowPage(kProjectPage);
+    SelectWhenShown({added.begin(), added.end()});
+}
+
+void CZovMainFrm::OnUpdateAddModel(ui::CCmdUI& ui)
+{
+    ui.Enable(SelectedLibrary() != nullptr);
+}
+
+void CZovMainFrm::OnCopyToLibrary()
+{
+    if (!m_editor->MayLeave()) {
+        return; // what was typed may belong to what is copied
+    }
+    const std::vector<CModelListView::SSelected> selected = CurrentList().SelectedByLibrary();
+    std::size_t count = 0;
+    for (const CModelListView::SSelected& of : selected) {
+        count += of.records.size();
+    }
+    CCopyToLibDlg dialog(m_session, count,
+                         selected.size() == 1 ? selected.front().library.get() : nullptr, this);
+    if (dialog.DoModal() != ui::EAnswer::Ok) {
+        return;
+    }
+    if (const CZovSession::TLibrary target = dialog.Target()) {
+        const SCopied copied =
+            CopyModels(m_session, selected, target, dialog.Existing(), dialog.IsMove());
+        m_session.Log().Write("'" + target->Name() + "': " + std::to_string(copied.added) +
+                              " models added, " + std::to_string(copied.replaced) + " replaced, " +
+                              std::to_string(copied.kept) + " kept as they were");
+    }
+}
+
+void CZovMainFrm::OnManageColumns()
+{
+    CModelListView& list = CurrentList();
+    SZovSettings settings = m_session.Settings();
+    list.Store(settings);
+    CColMgrDlg dialog(settings, list.ListId(), this);
+    if (dialog.DoModal() == ui::EAnswer::Ok) {
+        dialog.Store(settings);
+        m_session.SetSettings(std::move(settings));
     }
 }
 

@@ -309,6 +309,21 @@ TEST_F(RecordEditorTest, WhatIsTypedOutlivesChangesAroundIt)
     EXPECT_TRUE(editor.Records().empty());
 }
 
+TEST_F(RecordEditorTest, ALineSaysWhatTheModelSays)
+{
+    editor.Show(library, {At(0)});
+    auto* line = editor.findChild<QLabel*>(QStringLiteral("EditorTruth"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return line->isVisible(); }));
+    EXPECT_TRUE(line->text().startsWith(QStringLiteral("Its model: C 123.457nF, ESR 10mOhm")));
+    EXPECT_TRUE(line->text().endsWith(QStringLiteral("agrees with what the record states")));
+    Type(Line("General", "Cnom"), "123pF");
+    ASSERT_TRUE(editor.Apply());
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return line->text().endsWith(QStringLiteral("is the unit right?")); }));
+    editor.Show(library, {At(2)});
+    EXPECT_FALSE(line->isVisible());
+}
+
 TEST_F(RecordEditorTest, EveryTypeHasItsPagesAndTheDialogKeepsThemOpenOnFaults)
 {
     struct

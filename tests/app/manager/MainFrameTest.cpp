@@ -5,9 +5,11 @@
 #include "app/editor/RecordEditor.h"
 #include "core/LibraryLock.h"
 
+#include <QCheckBox>
 #include <QDockWidget>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QStackedWidget>
 
 namespace zov::app {
@@ -164,6 +166,68 @@ TEST_F(MainFrameTest, TheEditorFollowsTheSelectionAndKeepsItWhileChangesAreUnset
     });
     Trigger(ID_EDIT_MODELS);
     EXPECT_EQ(editor->Records().front()->GetString(EPropId::Manuf), "Tesal");
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(MainFrameTest, ModelsAreAddedCopiedAndMovedAndColumnsChosen)
+{
+    OpenProject(Library("project", 2));
+    answers.ThenDialog([](QDialog& dialog) {
+        dialog.findChild<QLineEdit*>(QStringLiteral("ui_IDC_NAME"))
+            ->setText(QStringLiteral("mine"));
+        dialog.accept();
+    });
+    Trigger(ID_ADD_MODEL);
+    WaitIdle();
+    ASSERT_EQ(Models().Selected().size(), 1U);
+    EXPECT_EQ(Models().Selected().front()->Name(), "mine") << "the new one is selected";
+
+    answers.ThenPaths({Text(Library("other", 1))});
+    Trigger(ID_IMPORT_LIB_FILE);
+    WaitIdle();
+    Models().Table().selectRow(2);
+    answers.ThenDialog([](QDialog& dialog) {
+        dialog.findChild<QCheckBox*>(QStringLiteral("ui_IDC_MOVE"))->setChecked(true);
+        dialog.accept();
+    });
+    Trigger(ID_COPY_TO_LIBRARY);
+    WaitIdle();
+    EXPECT_EQ(frame.Session().ProjectLibrary()->Count(), 2U);
+    EXPECT_EQ(frame.Session().Set().Externals().front().library->At(1).Name(), "mine");
+    EXPECT_EQ(frame.Session().ModifiedLibraries().size(), 2U);
+
+    answers.ThenDialog([](QDialog& dialog) {
+        dialog.findChild<QPushButton*>(QStringLiteral("ui_IDC_ALL"))->click();
+        dialog.accept();
+    });
+    Trigger(ID_MANAGE_COLUMNS);
+    EXPECT_FALSE(Models().Table().isColumnHidden(Models().Model().columnCount() - 1));
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(MainFrameTest, WhatABadEndLeftIsOffered)
+{
+    struct
+    {
+        ui::EAnswer answer;
+        int rows;
+        bool copyStays;
+    } const cases[] = {
+        {ui::EAnswer::Cancel, 2, true}, {ui::EAnswer::Yes, 5, true}, {ui::EAnswer::No, 2, false}};
+    for (const auto& test : cases) {
+        const std::filesystem::path path = Library("project", 2);
+        const std::filesystem::path copy = folder.Path() / ".project.zov.autosave";
+        std::filesystem::copy(Library("unsaved", 5), copy,
+                              std::filesystem::copy_options::overwrite_existing);
+        CZovMainFrm another(layout, store, [](const char*) { return std::nullopt; });
+        answers.Then(test.answer);
+        another.Open(Text(path));
+        auto& list = *another.findChild<CModelListView*>(QStringLiteral("Models"));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return list.Model().rowCount() == test.rows; }));
+        EXPECT_TRUE(
+            answers.Shown().back().text.startsWith(QStringLiteral("'project' holds changes of ")));
+        EXPECT_EQ(std::filesystem::exists(copy), test.copyStays);
+    }
     EXPECT_EQ(answers.Unexpected(), 0);
 }
 

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+/// The electrical truth check for windows: computed beside them for the records that are looked
+/// at, and kept until something changes.
+#pragma once
+
+#include "app/BackgroundJob.h"
+#include "core/ZovLibrary.h"
+#include "curve/RecordTruth.h"
+
+#include <QColor>
+#include <QTimer>
+
+#include <filesystem>
+#include <map>
+#include <unordered_map>
+#include <vector>
+
+namespace zov::app {
+
+class CTruthCache : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// More are not kept: what is looked at again is computed again, files are remembered.
+    static constexpr std::size_t kMaxKept = 20'000;
+
+    explicit CTruthCache(QObject* parent = nullptr);
+    ~CTruthCache() override;
+
+    /// Null when it is not known yet; it is then computed, what was asked for last first, and
+    /// Updated tells.
+    const curve::SRecordTruth* Find(const CZovLibrary& library, const CZovRcdProps& record);
+    void Forget(const CZovRcdProps& record);
+    /// Before records go, or after any of their values changed.
+    void Clear();
+    /// Units of the texts.
+    void SetUnits(const CDisplayUnits& units);
+
+Q_SIGNALS:
+    void Updated();
+
+private:
+    struct SAsked
+    {
+        const CZovRcdProps* record = nullptr;
+        std::filesystem::path folder;
+    };
+    struct SCheckers;
+    void Start();
+
+    CDisplayUnits m_units;
+    std::unordered_map<const CZovRcdProps*, curve::SRecordTruth> m_known;
+    std::vector<SAsked> m_asked;
+    std::unordered_map<const CZovRcdProps*, bool> m_isAsked;
+    std::shared_ptr<SCheckers> m_checkers; ///< used by the job alone, one at a time
+    QTimer m_start;
+    CBackgroundJob m_job;
+};
+
+/// The colour of a verdict that something is wrong.
+[[nodiscard]] QColor TruthColor(curve::ETruth verdict);
+
+} // namespace zov::app
