@@ -177,7 +177,7 @@ void CAutosave::LookForCopies()
 {
     std::vector<const CZovLibrary*> closed;
     for (const auto& [library, weak] : m_known) {
-        if (!Find(library)) {
+        if (weak.expired() || !Find(library)) {
             closed.push_back(library);
         }
     }

@@ -55,8 +55,8 @@ const curve::SRecordTruth* CTruthCache::Find(const CZovLibrary& library, const C
 
 void CTruthCache::Start()
 {
-    if (m_asked.empty()) {
-        return;
+    if (m_asked.empty() || m_job.IsRunning()) {
+        return; // what runs starts the rest
     }
     // The work sees copies: it needs no record of a library that may change meanwhile.
     struct SPiece
@@ -72,13 +72,17 @@ void CTruthCache::Start()
         piece->copies.AddCopy(*piece->asked.back().record);
     }
     m_job.Start(tr("Comparing"),
-                [this, piece, checkers = m_checkers,
+                [this, piece, checkers = m_checkers, generation = m_generation,
                  units = m_units](CJobState& state) -> CBackgroundJob::Deliver {
                     for (std::size_t i = 0; i < piece->asked.size() && !state.Cancelled(); ++i) {
                         piece->results.push_back(
                             checkers->Of(piece->asked[i].folder, units).Check(piece->copies.At(i)));
                     }
-                    return [this, piece] {
+                    return [this, piece, generation] {
+                        m_start.start();
+                        if (generation != m_generation) {
+                            return;
+                        }
                         if (m_known.size() > kMaxKept) {
                             m_known.clear();
                         }
@@ -86,7 +90,6 @@ void CTruthCache::Start()
                             m_isAsked.erase(piece->asked[i].record);
                             m_known[piece->asked[i].record] = std::move(piece->results[i]);
                         }
-                        m_start.start();
                         Q_EMIT Updated();
                     };
                 });
@@ -99,8 +102,7 @@ void CTruthCache::Forget(const CZovRcdProps& record)
 
 void CTruthCache::Clear()
 {
-    m_job.Cancel();
-    m_start.stop();
+    ++m_generation; // a file that is being read is not waited for
     m_asked.clear();
     m_isAsked.clear();
     m_known.clear();

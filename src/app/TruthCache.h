@@ -55,6 +55,7 @@ private:
     std::unordered_map<const CZovRcdProps*, bool> m_isAsked;
     std::shared_ptr<SCheckers> m_checkers; ///< used by the job alone, one at a time
     QTimer m_start;
+    std::uint64_t m_generation = 0; ///< results of an older one are of no use
     CBackgroundJob m_job;
 };
 

@@ -193,7 +193,9 @@ void CFieldEditor::TextTyped()
     }
     m_edited = true;
     const QString text = TypedText();
-    if (!m_differ && text == Shown(FieldText(m_loaded, m_field.info, m_context.units))) {
+    QString loaded = Shown(FieldText(m_loaded, m_field.info, m_context.units));
+    loaded.remove(QLatin1Char('\r'));
+    if (!m_differ && text == loaded) {
         m_value = m_loaded; // every digit and line end as it was
         m_error.clear();
     } else if (CResult<SFieldValue> value =

@@ -39,6 +39,19 @@ constexpr STopic kTopics[] = {
     {"Curves", "curves-window.md"},
     {"Assignment", "assignment-window.md"},
     {"Generator", "generator-window.md"},
+    {"firstpage", "editor.md"},
+    {"ZOVIOModels", "editor.md"},
+    {"ZOVDCModels", "editor.md"},
+    {"ZOVACModels", "editor.md"},
+    {"ZOVThermalModels", "editor.md"},
+    {"ZOVVRMModels", "editor.md"},
+    {"ZOVDCCONVModels", "editor.md"},
+    {"ZOVThroughModels", "editor.md"},
+    {"ZOVCapacitorModels", "editor.md"},
+    {"ZOVImpedancesModels", "editor.md"},
+    {"ZOVSPICEModels", "editor.md"},
+    {"ZOVInductorModels", "editor.md"},
+    {"ZOVResistorModels", "editor.md"},
 };
 
 /// Pictures are as wide as the window at most.
