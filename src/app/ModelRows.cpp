@@ -111,6 +111,20 @@ public:
             }
         }
     }
+    /// Of the records that were marked.
+    [[nodiscard]] std::size_t Count() const
+    {
+        std::size_t count = 0;
+        for (const std::vector<std::uint8_t>& marks : m_marks) {
+            count += static_cast<std::size_t>(std::ranges::count(marks, 1));
+        }
+        return count;
+    }
+    /// Empty: each record has to be asked.
+    [[nodiscard]] const std::vector<std::uint8_t>& MarksOf(std::size_t source) const
+    {
+        return m_marks[source];
+    }
     [[nodiscard]] bool Has(const SModelRow& row) const
     {
         const std::vector<std::uint8_t>& marks = m_marks[row.source];
@@ -135,6 +149,7 @@ std::vector<SModelRow> Filter(const std::vector<const CZovLibrary*>& libraries,
     const CMatches matches(libraries, request.query, progress);
     const bool hides = request.hide.Any();
     std::vector<SModelRow> rows;
+    rows.reserve(matches.Count());
     std::size_t done = 0;
     const auto goesOnWith = [&](const SModelRow& row) {
         if (matches.Has(row) &&
@@ -150,7 +165,11 @@ std::vector<SModelRow> Filter(const std::vector<const CZovLibrary*>& libraries,
     }
     for (std::uint32_t source = 0; source < libraries.size(); ++source) {
         const auto count = static_cast<std::uint32_t>(libraries[source]->Count());
+        const std::vector<std::uint8_t>& marks = matches.MarksOf(source);
         for (std::uint32_t i = 0; i < count; ++i) {
+            if (!marks.empty() && marks[i] == 0) {
+                continue;
+            }
             if (!goesOnWith({source, i})) {
                 return rows;
             }

@@ -132,8 +132,13 @@ std::vector<std::uint8_t> CRecordTexts::Matches(const CZovLibrary& library,
         RaiseMarks(m_texts, Folded(LiteralOf(term.text)), words, marks);
         ++words;
     }
-    for (std::size_t i = 0; i < marks.size(); ++i) {
-        marks[i] = marks[i] == words && (isWhole || query.Matches(library.At(i))) ? 1 : 0;
+    for (std::uint8_t& mark : marks) {
+        mark = mark == words ? 1 : 0;
+    }
+    for (std::size_t i = 0; !isWhole && i < marks.size(); ++i) {
+        if (marks[i] != 0 && !query.Matches(library.At(i))) {
+            marks[i] = 0;
+        }
     }
     for (const std::uint32_t odd : m_odd) {
         marks[odd] = query.Matches(library.At(odd)) ? 1 : 0;

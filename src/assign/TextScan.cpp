@@ -55,6 +55,22 @@ __attribute__((target("avx2"))) const char* FindPairAvx2(const char* at, const c
     return end;
 }
 
+/// Reads up to 31 bytes behind `end`, which kScanPad allows.
+__attribute__((target("avx2,popcnt"))) std::size_t CountZerosAvx2(const char* at, const char* end)
+{
+    const __m256i zero = _mm256_setzero_si256();
+    std::size_t count = 0;
+    for (; at < end; at += 32) {
+        const __m256i bytes = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at));
+        auto mask = static_cast<unsigned>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(bytes, zero)));
+        if (end - at < 32) {
+            mask &= (1U << static_cast<unsigned>(end - at)) - 1U;
+        }
+        count += static_cast<std::size_t>(std::popcount(mask));
+    }
+    return count;
+}
+
 #else
 
 bool HasPair(const char* at, const SBytePair& pair)
@@ -83,6 +99,12 @@ const char* FindPair(const char* at, const char* end, const SBytePair& pair)
 
 std::size_t CountZeros(const char* at, const char* end)
 {
+#ifdef ZOV_HAS_AVX2
+    static const bool hasAvx2 = __builtin_cpu_supports("avx2") != 0;
+    if (hasAvx2) {
+        return CountZerosAvx2(at, end);
+    }
+#endif
     return static_cast<std::size_t>(std::count(at, end, '\0'));
 }
 

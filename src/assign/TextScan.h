@@ -23,7 +23,7 @@ struct SBytePair
 /// end + the larger offset are read.
 [[nodiscard]] const char* FindPair(const char* at, const char* end, const SBytePair& pair);
 
-/// How many of the bytes in [at, end) are zero.
+/// How many of the bytes in [at, end) are zero. Bytes up to kScanPad behind `end` are read.
 [[nodiscard]] std::size_t CountZeros(const char* at, const char* end);
 
 } // namespace zov
