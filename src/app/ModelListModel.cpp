@@ -3,9 +3,16 @@
 
 #include "app/RecordTexts.h"
 
+#include <QMimeData>
+
 #include <algorithm>
 
 namespace zov::app {
+namespace {
+
+const QString kRecordsMime = QStringLiteral("application/x-zov-records");
+
+} // namespace
 
 CModelListModel::CModelListModel(QObject* parent)
     : QAbstractTableModel(parent)
@@ -237,6 +244,49 @@ QVariant CModelListModel::TruthData(const QModelIndex& index, EModelColumn colum
     return item != nullptr && item->model
                ? QString::fromStdString(FormatQuantity(*item->model, item->quantity, m_units))
                : QString();
+}
+
+Qt::ItemFlags CModelListModel::flags(const QModelIndex& index) const
+{
+    return QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
+}
+
+QStringList CModelListModel::mimeTypes() const
+{
+    return {kRecordsMime};
+}
+
+QMimeData* CModelListModel::mimeData(const QModelIndexList& indexes) const
+{
+    QByteArray addresses;
+    int last = -1;
+    for (const QModelIndex& index : indexes) {
+        if (index.row() != last) { // cells of a row come one behind the other
+            addresses +=
+                QByteArray::number(reinterpret_cast<quintptr>(RecordAt(index.row()))) + ' ';
+            last = index.row();
+        }
+    }
+    auto* data = new QMimeData;
+    data->setData(kRecordsMime, addresses);
+    return data;
+}
+
+Qt::DropActions CModelListModel::supportedDragActions() const
+{
+    return Qt::CopyAction | Qt::MoveAction;
+}
+
+std::unordered_set<const CZovRcdProps*> CModelListModel::DraggedRecords(const QMimeData& data)
+{
+    std::unordered_set<const CZovRcdProps*> records;
+    for (const QByteArray& address : data.data(kRecordsMime).split(' ')) {
+        if (!address.isEmpty()) {
+            records.insert(reinterpret_cast<const CZovRcdProps*>(
+                static_cast<quintptr>(address.toULongLong())));
+        }
+    }
+    return records;
 }
 
 QVariant CModelListModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -10,6 +10,7 @@
 #include <QAbstractTableModel>
 
 #include <memory>
+#include <unordered_set>
 #include <vector>
 
 namespace zov::app {
@@ -57,6 +58,14 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
+    /// Rows are dragged to libraries: a copy, or with Shift a move.
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    QStringList mimeTypes() const override;
+    QMimeData* mimeData(const QModelIndexList& indexes) const override;
+    Qt::DropActions supportedDragActions() const override;
+    /// The addresses of the records that were dragged; they are for comparing, since a record may
+    /// have gone meanwhile.
+    static std::unordered_set<const CZovRcdProps*> DraggedRecords(const QMimeData& data);
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     void sort(int column, Qt::SortOrder order) override;
 

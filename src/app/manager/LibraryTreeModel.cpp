@@ -2,6 +2,7 @@
 #include "app/manager/LibraryTreeModel.h"
 
 #include "app/Images.h"
+#include "app/ModelListModel.h"
 #include "base/File.h"
 
 #include <QFont>
@@ -154,6 +155,7 @@ Qt::ItemFlags CLibraryTreeModel::flags(const QModelIndex& index) const
     if (!library) {
         return flags | Qt::ItemIsEditable | Qt::ItemIsDragEnabled | Qt::ItemIsDropEnabled;
     }
+    flags |= Qt::ItemIsDropEnabled; // models
     if (library != m_session.ProjectLibrary()) {
         flags |= Qt::ItemIsUserCheckable | Qt::ItemIsDragEnabled;
     }
@@ -162,7 +164,8 @@ Qt::ItemFlags CLibraryTreeModel::flags(const QModelIndex& index) const
 
 QStringList CLibraryTreeModel::mimeTypes() const
 {
-    return {kNodeMime, QStringLiteral("text/uri-list")};
+    return {kNodeMime, QStringLiteral("application/x-zov-records"),
+            QStringLiteral("text/uri-list")};
 }
 
 QMimeData* CLibraryTreeModel::mimeData(const QModelIndexList& indexes) const
@@ -184,6 +187,9 @@ Qt::DropActions CLibraryTreeModel::supportedDropActions() const
 bool CLibraryTreeModel::canDropMimeData(const QMimeData* data, Qt::DropAction, int, int,
                                         const QModelIndex& parent) const
 {
+    if (m_session.Tree().LibraryOf(NodeAt(parent))) {
+        return !CModelListModel::DraggedRecords(*data).empty();
+    }
     return m_session.Tree().IsCollection(NodeAt(parent)) &&
            (data->hasFormat(kNodeMime) || !LocalFiles(*data).isEmpty());
 }
@@ -193,6 +199,11 @@ bool CLibraryTreeModel::dropMimeData(const QMimeData* data, Qt::DropAction actio
 {
     if (!canDropMimeData(data, action, row, column, parent)) {
         return false;
+    }
+    if (const auto& library = m_session.Tree().LibraryOf(NodeAt(parent))) {
+        Q_EMIT ModelsDropped(library, CModelListModel::DraggedRecords(*data),
+                             action == Qt::MoveAction);
+        return false; // an undoable step changed the lists; the view must not remove rows itself
     }
     const CLibraryTree::TNode collection = NodeAt(parent);
     if (!data->hasFormat(kNodeMime)) {

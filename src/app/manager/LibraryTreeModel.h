@@ -7,6 +7,8 @@
 
 #include <QAbstractItemModel>
 
+#include <unordered_set>
+
 namespace zov::app {
 
 class CLibraryTreeModel : public QAbstractItemModel
@@ -36,6 +38,9 @@ public:
                       const QModelIndex& parent) override;
 
 Q_SIGNALS:
+    /// Models of a list were dropped on a library.
+    void ModelsDropped(const zov::app::CZovSession::TLibrary& library,
+                       const std::unordered_set<const zov::CZovRcdProps*>& records, bool move);
     /// Files from outside were dropped on a collection.
     void FilesDropped(const QStringList& paths, zov::CLibraryTree::TNode collection);
 

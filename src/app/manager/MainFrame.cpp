@@ -231,6 +231,9 @@ void CZovMainFrm::MakePanes()
     for (CModelListView* list : Lists()) {
         ui::CQtHelpTopicEventFilter::SetTopic(*list, QStringLiteral("ModelList"));
         list->Take(m_session.Settings());
+        list->Table().setDragDropMode(QAbstractItemView::DragOnly);
+        list->Table().setDefaultDropAction(Qt::CopyAction);
+        list->Table().setDragDropOverwriteMode(false);
         connect(list, &CModelListView::ContextMenuAsked, this, &CZovMainFrm::ShowModelMenu);
         connect(list, &CModelListView::ColumnsChanged, this, [this, list] {
             SZovSettings settings = m_session.Settings();
@@ -333,6 +336,7 @@ void CZovMainFrm::ConnectSession()
     connect(&m_session, &CZovSession::Failed, this,
             [this](const QString& text) { ui::CPrompt::Tell(this, text, ui::EIcon::Error); });
     connect(&m_session, &CZovSession::InUse, this, &CZovMainFrm::ShowInUse);
+    connect(&m_treeModel, &CLibraryTreeModel::ModelsDropped, this, &CZovMainFrm::OnModelsDropped);
     connect(&m_treeModel, &CLibraryTreeModel::FilesDropped, this,
             [this](const QStringList& paths, CLibraryTree::TNode collection) {
                 std::vector<std::filesystem::path> files;

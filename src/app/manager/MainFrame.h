@@ -159,6 +159,8 @@ private:
     /// False when one of them wants to stay.
     bool CloseWindows();
     void ShowPane(QDockWidget& pane);
+    void OnModelsDropped(const CZovSession::TLibrary& target,
+                         const std::unordered_set<const CZovRcdProps*>& records, bool move);
     /// The list is filled beside the window: when they are in it.
     void SelectWhenShown(const std::vector<const CZovRcdProps*>& records);
     void AddModelOf(ERecordType type);

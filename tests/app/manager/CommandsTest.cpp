@@ -8,6 +8,7 @@
 
 #include <QDockWidget>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QTextBrowser>
 #include <QToolBar>
 #include <QToolButton>
@@ -179,6 +180,36 @@ TEST_F(CommandsTest, ExternalLibrariesComeFromFoldersPreferencesAndTheAddDialog)
     EXPECT_FALSE(Tree().isExpanded(Tree().model()->index(0, 0)));
     Trigger(ID_EXPAND_ALL);
     EXPECT_TRUE(Tree().isExpanded(Tree().model()->index(0, 0)));
+}
+
+TEST_F(CommandsTest, ModelsAreDraggedToOtherLibraries)
+{
+    OpenProject(Library("project", 3));
+    frame.Session().AddExternals({Library("other", 4)}, CLibraryTree::kRoot);
+    WaitIdle();
+    const auto other = frame.Session().Set().Externals()[0].library;
+    Tree().setCurrentIndex(Tree().model()->index(1, 0));
+    WaitIdle();
+    auto& list = Models().Model();
+    ASSERT_EQ(list.rowCount(), 4);
+    const auto drop = [&](int row, Qt::DropAction action) {
+        const std::unique_ptr<QMimeData> data(
+            list.mimeData({list.index(row, 0), list.index(row, 1)}));
+        const QModelIndex project = Tree().model()->index(0, 0);
+        EXPECT_TRUE(Tree().model()->canDropMimeData(data.get(), action, -1, -1, project));
+        Tree().model()->dropMimeData(data.get(), action, -1, -1, project);
+        WaitIdle();
+    };
+    drop(0, Qt::CopyAction);
+    EXPECT_EQ(frame.Session().ProjectLibrary()->Count(), 4U);
+    EXPECT_EQ(other->Count(), 4U);
+    drop(1, Qt::MoveAction);
+    EXPECT_EQ(frame.Session().ProjectLibrary()->Count(), 5U);
+    EXPECT_EQ(other->Count(), 3U) << "moved";
+    QMimeData stale;
+    stale.setData(QStringLiteral("application/x-zov-records"), "4096 8192 ");
+    Tree().model()->dropMimeData(&stale, Qt::CopyAction, -1, -1, Tree().model()->index(0, 0));
+    EXPECT_EQ(frame.Session().ProjectLibrary()->Count(), 5U) << "what is gone is not followed";
 }
 
 TEST_F(CommandsTest, RefreshReadsTheFileAgain)
