@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Models of a list dropped on a library of the tree.
 #include "app/editor/CopyToLibDlg.h"
+#include "app/editor/RecordEditor.h"
 #include "app/manager/MainFrame.h"
 
 namespace zov::app {
