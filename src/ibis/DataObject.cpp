@@ -202,19 +202,31 @@ void CIPDataObject::Print(std::string& out) const
 {
     out += m_name;
     if (!m_value.empty()) {
-        // The first sign behind a field's name is its own: one that begins the value needs another.
-        const bool field = m_form == nullptr && !m_name.empty();
-        out += field && m_value.front() == '=' ? " = " : "  ";
+        out += Separator();
         out += m_value;
     }
     out += '\n';
     PrintContent(out);
-    for (const auto& child : m_children) {
-        child->Print(out);
+    const bool words = m_closed == EClosed::WithWords;
+    for (std::size_t i = 0; i + (words ? 1 : 0) < m_children.size(); ++i) {
+        m_children[i]->Print(out);
     }
-    if (m_closed) {
+    if (m_closed != EClosed::No) {
         out += IPKeywordText(m_form->closer);
+        if (words) {
+            out += "  ";
+            out += m_children.back()->Value();
+        }
         out += '\n';
+    }
+}
+
+void CIPDataObject::Close(const SIPLine& behind)
+{
+    m_closed = behind.text.empty() ? EClosed::Yes : EClosed::WithWords;
+    if (!behind.text.empty()) {
+        Add(std::make_unique<CIPDataItem>("", behind.number, behind.text))
+            .Mark(EIPMark::Unread, behind.number);
     }
 }
 

@@ -118,7 +118,7 @@ public:
     /// The columns of numbers that stand below; null for none.
     [[nodiscard]] virtual const CIPDataTable* Table() const { return nullptr; }
     /// Its closing keyword was there.
-    [[nodiscard]] bool Closed() const { return m_closed; }
+    [[nodiscard]] bool Closed() const { return m_closed != EClosed::No; }
 
     /// First child of the keyword; null for none.
     [[nodiscard]] const CIPDataObject* Part(EIPKeyword keyword) const;
@@ -168,11 +168,14 @@ public:
     /// Behind the first thousand, further marks of kinds that are there already are left out, but
     /// those of the checker.
     void Mark(EIPMark mark, std::size_t line, std::size_t message = 0);
-    void SetClosed() { m_closed = true; }
+    /// The closing keyword was read. Words behind it are kept as the last child.
+    void Close(const SIPLine& behind);
     [[nodiscard]] const SIPForm* Form() const { return m_form; }
 
 protected:
     [[nodiscard]] virtual bool SameContent(const CIPDataObject& other) const;
+    /// What stands between the name and the value.
+    [[nodiscard]] virtual std::string_view Separator() const { return "  "; }
     /// Lines that stand between the keyword's own and the children's.
     virtual void PrintContent(std::string& /*out*/) const {}
     /// Keeps a line as a nameless item. Behind the first thousand children, lines that follow each
@@ -194,7 +197,14 @@ private:
     std::vector<std::unique_ptr<CIPDataObject>> m_children;
     std::vector<SIPMark> m_marks;
     std::uint16_t m_markKinds = 0; ///< bit per EIPMark
-    bool m_closed = false;
+    enum class EClosed : std::uint8_t
+    {
+        No,
+        Yes,
+        WithWords
+    };
+
+    EClosed m_closed = EClosed::No;
 };
 
 } // namespace zov::ibis

@@ -72,6 +72,12 @@ std::unique_ptr<CIPDataObject> MakeField(EIPValue kind, std::string_view name, s
 
 } // namespace
 
+std::string_view IPSeparator(const CIPDataObject& object)
+{
+    const bool field = object.Form() == nullptr && !object.Name().empty();
+    return field && object.Value().starts_with('=') ? " = " : "  ";
+}
+
 // --- CIPDataItem -------------------------------------------------------------------------------
 
 CIPDataItem::CIPDataItem(const SIPForm& form, std::string_view shown, std::size_t line,
@@ -126,18 +132,6 @@ void CIPDataNumber::Read()
     if (!TakeWord(rest).empty()) {
         Mark(EIPMark::Extra, Line());
     }
-}
-
-void CIPDataNumber::Print(std::string& out) const
-{
-    if (Form() != nullptr) {
-        CIPDataObject::Print(out);
-        return;
-    }
-    out += Name();
-    out += " = ";
-    out += Value();
-    out += '\n';
 }
 
 // --- CIPDataValueRange -------------------------------------------------------------------------

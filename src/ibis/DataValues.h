@@ -8,6 +8,10 @@
 
 namespace zov::ibis {
 
+/// What stands between a name and its value: nothing but blanks, unless it is a field whose value
+/// begins with an equals sign, of which the reader takes the first for its own.
+[[nodiscard]] std::string_view IPSeparator(const CIPDataObject& object);
+
 /// One named value of a keyword or sub-parameter, or a line of text; also a keyword that holds free
 /// text, each further line of which is a child without a name.
 class CIPDataItem final : public CIPDataObject
@@ -21,6 +25,9 @@ public:
     /// The value and the lines below it, joined by line feeds.
     [[nodiscard]] std::string Text() const;
     void TakeLine(const SIPLine& line, CArena& arena) override;
+
+protected:
+    [[nodiscard]] std::string_view Separator() const override { return IPSeparator(*this); }
 };
 
 /// One number.
@@ -31,7 +38,12 @@ public:
     CIPDataNumber(std::string_view name, std::size_t line, std::string_view value);
     [[nodiscard]] std::string_view ClassName() const override { return "CIPDataNumber"; }
     [[nodiscard]] const SIPNumber& Number() const { return m_number; }
-    void Print(std::string& out) const override;
+
+protected:
+    [[nodiscard]] std::string_view Separator() const override
+    {
+        return Form() != nullptr ? "  " : " = ";
+    }
 
 private:
     void Read();
@@ -61,6 +73,9 @@ public:
     [[nodiscard]] const SIPNumber& Corner(std::size_t corner) const { return m_values[corner]; }
     /// Both parts of a slope; without values when it is none.
     [[nodiscard]] SIPSlope Slope(std::size_t corner) const;
+
+protected:
+    [[nodiscard]] std::string_view Separator() const override { return IPSeparator(*this); }
 
 private:
     void Read(bool slopes);

@@ -178,7 +178,7 @@ void CParserBase::TakeCloser(EIPKeyword closer, const SIPLine& line, std::string
     for (std::size_t depth = m_open.size(); depth-- > 1;) {
         if (m_open[depth]->Keyword() == opener) {
             CloseDownTo(depth + 1, line.number);
-            m_open.back()->SetClosed();
+            m_open.back()->Close({TrimLine(rest), line.number});
             m_open.pop_back();
             m_taker = &Innermost();
             return;
