@@ -7,9 +7,11 @@
 #include "app/generator/GeneratorPage.h"
 #include "app/manager/CommandIds.h"
 #include "app/manager/HelpWindow.h"
+#include "ui/Prompt.h"
 #include "ui/UiDialog.h"
 
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTabWidget>
 
 namespace zov::shots {
@@ -57,6 +59,12 @@ TWindow Help(CStage&)
     return help;
 }
 
+/// A file of the examples that the libraries are made of.
+QString Example(const char* name)
+{
+    return qEnvironmentVariable("ZOVRA_EXAMPLES") + QLatin1Char('/') + QLatin1String(name);
+}
+
 /// The assignment frame over the example board.
 TWindow Assignment(CStage& stage)
 {
@@ -67,11 +75,12 @@ TWindow Assignment(CStage& stage)
         return nullptr;
     }
     frame->show();
-    frame->OpenDesign(QStringLiteral("board.csv"));
+    frame->OpenDesign(Example("board.csv"));
     do {
         stage.Settle();
     } while (frame->View().IsBusy());
     frame->View().expand(frame->View().model()->index(0, 0));
+    frame->OnIdleUpdateCmdUI();
     return frame;
 }
 
@@ -93,8 +102,12 @@ TWindow Generate(CStage& stage)
 {
     auto dialog = std::make_unique<app::CDlgZovGenMain>(&stage.Frame().Session(), &stage.Frame());
     app::CGeneratorPage& page = dialog->Page(ERecordType::Capacitor);
-    page.SetSource(QStringLiteral("capacitors.xlsx"));
+    page.SetSource(Example("capacitors.xlsx"));
     page.SetDestination(QStringLiteral("capacitors.zov"));
+    stage.Settle();
+    ui::CScriptedAnswers answers;
+    answers.ThenPath(Example("capacitor-columns.txt"));
+    page.findChild<QPushButton*>(QStringLiteral("ui_IDC_MAPPING_LOAD"))->click();
     do {
         stage.Settle();
     } while (page.IsBusy());

@@ -19,6 +19,14 @@ bool OnlyChoices(const batch::SFieldInfo& info)
     return info.quantity == EQuantity::None && !info.units.empty();
 }
 
+/// The unit that a title says, if it does; it may be one that is not offered: "Capacitance (pF)".
+void TakeUnitOfTitle(batch::SDialogMapping& mapping)
+{
+    if (const auto unit = batch::UnitInTitle(mapping.title, mapping.field)) {
+        mapping.unit = batch::FindListedUnit(mapping.field, unit->text).value_or(unit->text);
+    }
+}
+
 } // namespace
 
 CMappingModel::CMappingModel(ERecordType type, QObject* parent)
@@ -49,12 +57,8 @@ void CMappingModel::Recognise()
         row.used = column != 0;
         row.mapping.constant.clear();
         row.mapping.title = row.used ? texts[column - 1] : std::string();
-        const auto unit = row.used ? batch::UnitInTitle(row.mapping.title, row.mapping.field)
-                                   : std::optional<batch::STitleUnit>();
-        // A title may name a unit that is not offered: "Capacitance (pF)".
-        row.mapping.unit =
-            !unit ? batch::InfoOf(row.mapping.field).defaultUnit
-                  : batch::FindListedUnit(row.mapping.field, unit->text).value_or(unit->text);
+        row.mapping.unit = batch::InfoOf(row.mapping.field).defaultUnit;
+        TakeUnitOfTitle(row.mapping);
     }
     Changed();
 }
@@ -69,6 +73,7 @@ void CMappingModel::Take(const std::vector<batch::SMappingLine>& lines)
             if (line.field == row.mapping.field && !line.title.empty()) {
                 row.mapping.title = line.title;
                 row.used = true;
+                TakeUnitOfTitle(row.mapping);
             }
         }
     }
@@ -170,6 +175,7 @@ bool CMappingModel::SetCell(SRow& row, int column, const QString& text)
         row.mapping.title = isConstant ? std::string() : trimmed.toStdString();
         row.mapping.constant = isConstant ? trimmed.mid(1).trimmed().toStdString() : std::string();
         row.used = !row.mapping.title.empty() || !row.mapping.constant.empty();
+        TakeUnitOfTitle(row.mapping);
         return true;
     case kUnit:
         row.mapping.unit = trimmed.toStdString();

@@ -152,6 +152,8 @@ TEST_F(CGeneratorTest, ThePreviewShowsWhatWillBeImportedAndWhatIsWrong)
     Child<QRadioButton>("ui_IDC_ADD_SUFFIX").setChecked(true);
     Settle();
     EXPECT_EQ(Cell(2, 0), QStringLiteral("R-10_1"));
+    Map("Resistance", "Resistance (Ohm)"); // the title says the unit
+    EXPECT_EQ(Cell(0, resistance), QStringLiteral("10000mOhm"));
     Map("Resistance", "kOhm", CMappingModel::kUnit);
     EXPECT_EQ(Cell(0, resistance), QStringLiteral("1e+07mOhm"));
 }
