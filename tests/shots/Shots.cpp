@@ -3,6 +3,7 @@
 #include "app/assignment/AssignCommands.h"
 #include "app/assignment/AssignFrm.h"
 #include "app/assignment/DlgFindModel.h"
+#include "app/editor/EditorDlg.h"
 #include "app/generator/DlgZovGenMain.h"
 #include "app/generator/GeneratorPage.h"
 #include "app/manager/CommandIds.h"
@@ -114,6 +115,26 @@ TWindow Generate(CStage& stage)
     return dialog;
 }
 
+/// The pane over a capacitor whose model is a file.
+TWindow Editor(CStage& stage)
+{
+    auto* list = stage.Frame().findChild<app::CModelListView*>(QStringLiteral("Models"));
+    list->SearchField().setText(QStringLiteral("CAP-0133"));
+    stage.Settle();
+    list->Table().selectRow(0);
+    return nullptr;
+}
+
+TWindow EditorDialog(CStage& stage)
+{
+    const CZovLibrary& library = *stage.Frame().Session().ProjectLibrary();
+    auto dialog = std::make_unique<app::CUiEditorDlg>(
+        stage.Frame().Session(), stage.Frame().Session().ProjectLibrary(),
+        app::CRecordEditor::TRecords{library.Records()[0], library.Records()[1]}, &stage.Frame());
+    dialog->Editor().ShowPage("Capacitor");
+    return dialog;
+}
+
 // One row a picture: name of the file, and what is to be seen.
 const SShot kShots[] = {
     {"main", Page(app::ID_NAV_PAGE_PROJECT)},
@@ -132,6 +153,10 @@ const SShot kShots[] = {
     {"assignment", Assignment},
     {"find-model", FindModel},
     {"generate", Generate},
+    {"columns", Form("dlg_IDD_ZOV_DLG_COLMGR")},
+    {"copy-to-library", Form("dlg_IDD_ZOV_DLG_COPYTOLIB")},
+    {"editor-dialog", EditorDialog},
+    {"editor", Editor},
 };
 
 } // namespace

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/manager/ManagerForms.h"
 
+#include "app/editor/ColMgrDlg.h"
+#include "app/editor/CopyToLibDlg.h"
+#include "app/editor/EditorDlg.h"
 #include "app/manager/AboutDlg.h"
 #include "app/manager/AddLibDlg.h"
 #include "app/manager/MainFrame.h"
@@ -59,6 +62,14 @@ void RegisterManagerForms()
         RegisterOverSession<CVeldaDlg>("dlg_IDD_ZOV_DLG_VELDA");
         RegisterOverSession<CVeldaMgr>("dlg_IDD_ZOV_VELDA_MGR");
         RegisterOverSession<CAddLibDlg>("dlg_IDD_ZOV_DLG_ADDLIB", CLibraryTree::kRoot);
+        RegisterOverSession<CUiEditorDlg>("dlg_IDD_ZOV_DLG_EDITOR", CZovSession::TLibrary(),
+                                          CRecordEditor::TRecords());
+        RegisterOverSession<CCopyToLibDlg>("dlg_IDD_ZOV_DLG_COPYTOLIB", std::size_t{1},
+                                           static_cast<const CZovLibrary*>(nullptr));
+        ui::CDialogForms::Register(QStringLiteral("dlg_IDD_ZOV_DLG_COLMGR"), [](QWidget* parent) {
+            return std::make_unique<CColMgrDlg>(SZovSettings(), 1, parent);
+        });
+        RegisterEditorForms();
         return true;
     }();
     static_cast<void>(once);
