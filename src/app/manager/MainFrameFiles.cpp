@@ -213,6 +213,8 @@ bool CZovMainFrm::OnClose()
 
 void CZovMainFrm::OnDestroy()
 {
+    // Its list reads the session, which goes before the frame's own widgets do.
+    delete m_externalPane;
     // Other windows work on the session.
     for (const QPointer<QWidget>& window : m_opened) {
         delete window;

@@ -8,8 +8,10 @@
 
 #include <QDockWidget>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMimeData>
 #include <QTextBrowser>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -180,6 +182,43 @@ TEST_F(CommandsTest, ExternalLibrariesComeFromFoldersPreferencesAndTheAddDialog)
     EXPECT_FALSE(Tree().isExpanded(Tree().model()->index(0, 0)));
     Trigger(ID_EXPAND_ALL);
     EXPECT_TRUE(Tree().isExpanded(Tree().model()->index(0, 0)));
+}
+
+TEST_F(CommandsTest, CollectionsAreNamedAndLibrariesMoveBetweenThem)
+{
+    answers.ThenPath(Text(folder.Path() / "fresh"));
+    Trigger(ID_NEW_ZOV_LIB_FILE);
+    EXPECT_EQ(answers.Shown().back().title, QStringLiteral("New ZOV Library"));
+    EXPECT_TRUE(std::filesystem::exists(folder.Path() / "fresh.zov"));
+    const CLibraryTree& tree = frame.Session().Tree();
+    const auto fresh = frame.Session().Set().Externals()[0].library;
+    frame.show();
+    Tree().setCurrentIndex({});
+    const CLibraryTree::TNode collection =
+        frame.Session().AddCollection(CLibraryTree::kRoot, CLibraryTree::kNewCollection);
+    const QModelIndex row = Tree().model()->index(1, 0);
+    Tree().setCurrentIndex(row);
+    Trigger(ID_RENAME_LIB_SET);
+    auto* editor = Tree().findChild<QLineEdit*>();
+    ASSERT_NE(editor, nullptr);
+    editor->selectAll();
+    QTest::keyClicks(editor, QStringLiteral("Approved"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(tree.NameOf(collection), "Approved");
+
+    // "Move To" is a menu that is made when it is opened.
+    Tree().setCurrentIndex(Tree().model()->index(0, 0));
+    QTimer::singleShot(20, &frame, [this] {
+        auto* menu = frame.findChild<QMenu*>(QStringLiteral("LibraryTreeMenu"));
+        auto* moveTo = frame.findChild<QMenu*>(QStringLiteral("MoveToMenu"));
+        ASSERT_NE(moveTo, nullptr);
+        moveTo->actions().last()->trigger();
+        menu->close();
+    });
+    Q_EMIT Tree().customContextMenuRequested({5, 5});
+    EXPECT_EQ(tree.ParentOf(tree.Find(*fresh)), collection);
+    EXPECT_EQ(answers.Unexpected(), 0);
 }
 
 TEST_F(CommandsTest, ModelsAreDraggedToOtherLibraries)
