@@ -541,8 +541,8 @@ std::size_t CAssignTable::FindAll(std::string_view patterns, bool ambiguousOnly)
         list, [](char c) { return c == ' ' || c == ','; }, ';');
     std::vector<std::string_view> wanted = Split(list, ';');
     std::erase_if(wanted, [](std::string_view one) { return one.empty(); });
-    if (ambiguousOnly) {
-        const SNames names = UncountedRows();
+    const SNames names = ambiguousOnly ? UncountedRows() : SNames();
+    if (!names.rows.empty()) { // else the search is not touched: it may be in use elsewhere
         const auto counts =
             m_search.CountCandidates(m_set.ActiveLibraries(), names.wanted, kCandidateLimit);
         for (std::size_t i = 0; i < names.rows.size(); ++i) {

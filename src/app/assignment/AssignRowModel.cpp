@@ -82,7 +82,8 @@ QIcon IconOf(EAssignState state)
     if (state == EAssignState::Open) {
         return {};
     }
-    static std::array<std::array<QIcon, 5>, 2> icons; // by theme
+    // By theme; never destroyed, since images must not outlive the application.
+    static auto& icons = *new std::array<std::array<QIcon, 5>, 2>;
     QIcon& icon = icons[IsDark() ? 1 : 0][static_cast<std::size_t>(state)];
     if (icon.isNull()) {
         icon = DrawIcon(state);
