@@ -13,8 +13,8 @@ namespace {
 /// Keywords without a class that get an object each; those beyond that follow another are lines of
 /// it, so that a file of such keywords takes little more than its size.
 constexpr std::size_t kSingleUnknown = 1000;
-/// Ctrl-Z, with which old programs end a file.
-constexpr std::string_view kEndOfText = "\x1a";
+/// Ctrl-Z, with which old programs end a file. Anywhere else it is a character like others.
+constexpr char kEndOfText = '\x1a';
 
 bool IsSparse(const CIPDataObject& container)
 {
@@ -78,6 +78,9 @@ std::unique_ptr<CIPDataFile> CParserBase::ParseFor(std::string text, std::uint8_
     auto file = std::make_unique<CIPDataFile>(std::move(text));
     Reset(*file, files);
     std::string_view rest = file->Text();
+    if (rest.ends_with(kEndOfText)) {
+        rest.remove_suffix(1);
+    }
     for (; !rest.empty(); ++m_line) {
         const void* const found = std::memchr(rest.data(), '\n', rest.size());
         const std::size_t end =
@@ -116,9 +119,6 @@ void CParserBase::TakeRaw(std::string_view raw)
     if (comment != nullptr) {
         line.text = TrimLine(line.text.substr(
             0, static_cast<std::size_t>(static_cast<const char*>(comment) - line.text.data())));
-    }
-    if (line.text == kEndOfText) {
-        return;
     }
     if (keyword) {
         TakeKeyword(line);
