@@ -25,6 +25,13 @@ namespace zov::app {
 class CJobState
 {
 public:
+    CJobState() { ++s_alive; }
+    CJobState(const CJobState&) = delete;
+    CJobState& operator=(const CJobState&) = delete;
+    ~CJobState() { --s_alive; }
+    /// Whether any work of the program still runs.
+    [[nodiscard]] static bool AnyAlive() { return s_alive.load() > 0; }
+
     /// The work asks this every few thousand items and ends soon when it is true.
     [[nodiscard]] bool Cancelled() const { return m_cancelled.load(std::memory_order_relaxed); }
     void Cancel() { m_cancelled.store(true, std::memory_order_relaxed); }
@@ -36,6 +43,7 @@ public:
     [[nodiscard]] int Permille() const { return m_permille.load(std::memory_order_relaxed); }
 
 private:
+    static inline std::atomic<int> s_alive{0};
     std::atomic<bool> m_cancelled{false};
     std::atomic<int> m_permille{0};
 };

@@ -60,6 +60,7 @@ constexpr ui::SImageOutline kOutlines[] = {
     {"speed", "M 4 17 C 4 6 20 6 20 17 M 12 17 L 16 11"},
     {"stop", "R 6 6 12 12"},
     {"undo", "M 9 4 L 4 9 L 9 14 M 4 9 L 15 9 C 22 9 22 19 15 19 L 10 19"},
+    {"tb24_zovReplay", "R 3 5 18 14 O 8 12 2 F M 13 9 L 18 12 L 13 15 Z"},
     {"up", "M 12 19 L 12 5 M 6 11 L 12 5 L 18 11"},
     {"velda", "R 4 4 16 6 R 4 14 16 6 O 8 7 0.6 O 8 17 0.6"},
     {"view", "M 2 12 C 6 5 18 5 22 12 C 18 19 6 19 2 12 Z O 12 12 3"},

@@ -99,6 +99,12 @@ QString WithEnding(const QString& path, const QString& filter)
     return path + match.captured(1);
 }
 
+/// Endings parted by commas as the toolkit wants them: "Records(*.re, *.xml)".
+QString ToolkitFilter(QString filter)
+{
+    return filter.replace(QStringLiteral(", *"), QStringLiteral(" *"));
+}
+
 QString FirstPath(CScriptedAnswers& scripted, const QString& title, const QString& filter)
 {
     const QStringList paths = scripted.NextPaths({title, filter, EButtons::OkCancel, {}});
@@ -172,7 +178,8 @@ QString CPrompt::OpenFile(QWidget* parent, const QString& title, const QString& 
     if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
         return FirstPath(*scripted, title, filter);
     }
-    return Remembered(QFileDialog::getOpenFileName(parent, title, CurrentFolder(), filter));
+    return Remembered(
+        QFileDialog::getOpenFileName(parent, title, CurrentFolder(), ToolkitFilter(filter)));
 }
 
 QStringList CPrompt::OpenFiles(QWidget* parent, const QString& title, const QString& filter)

@@ -19,6 +19,8 @@ constexpr ui::SCommand kCommands[] = {
     {ID_EDIT_UNDO, "OnEditUndo", "&Undo", "Undo\nUndo", "undo", "Ctrl+Z"},
     {ID_EDIT_REDO, "OnEditRedo", "&Redo", "Redo\nRedo", "redo", "Ctrl+Shift+Z"},
     {ID_VIEW_TOOLBAR_MAIN, "OnViewToolbarMain", "Standard", "", "", ""},
+    {ID_ZOV_EVENT_REPLAY, "OnZovEventReplay", "Replay", "ZOV - Replay\nZOV - Replay",
+     "tb24_zovReplay", ""},
     {ID_VIEW_PANE_LIBRARIES, "OnViewPaneLibraries", "Opened Libraries", "", "", ""},
     {ID_VIEW_PANE_MODELS, "OnViewPaneModels", "Models",
      "View Pane  Analysis Models\nView Pane  Analysis Models", "", ""},

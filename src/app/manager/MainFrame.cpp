@@ -13,6 +13,7 @@
 #include "base/File.h"
 #include "ui/EventFilters.h"
 #include "ui/Prompt.h"
+#include "ui/replay/ReplayBar.h"
 
 #include <QDockWidget>
 #include <QFileInfo>
@@ -63,6 +64,7 @@ ZOV_ON_COMMAND(ID_ZOV_FRM_EXIT, ZovFrmExit)
 ZOV_ON_COMMAND_UPDATE(ID_EDIT_UNDO, EditUndo)
 ZOV_ON_COMMAND_UPDATE(ID_EDIT_REDO, EditRedo)
 ZOV_ON_COMMAND_UPDATE(ID_VIEW_TOOLBAR_MAIN, ViewToolbarMain)
+ZOV_ON_COMMAND_UPDATE(ID_ZOV_EVENT_REPLAY, ZovEventReplay)
 ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_LIBRARIES, ViewPaneLibraries, OnUpdateViewPane)
 ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_EDITOR, ViewPaneEditor, OnUpdateViewPane)
 ZOV_ON_COMMAND_UPDATE(ID_VIEW_PANE_MODELS, ViewPaneModels)
@@ -144,6 +146,7 @@ CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnviro
     MakePanes();
     MakeMenus();
     MakeToolBars();
+    MakeReplayBar();
     m_progress->setMaximumWidth(220);
     m_cancel->setObjectName(QStringLiteral("CancelJob"));
     statusBar()->addPermanentWidget(m_progress);
@@ -268,7 +271,7 @@ void CZovMainFrm::MakeMenus()
     QMenu* view = menuBar()->addMenu(tr("&View"));
     view->setObjectName(QStringLiteral("ViewMenu"));
     QMenu* bars = view->addMenu(tr("&Toolbar"));
-    m_actions->FillMenu(*bars, {ID_VIEW_TOOLBAR_MAIN});
+    m_actions->FillMenu(*bars, {ID_VIEW_TOOLBAR_MAIN, ID_ZOV_EVENT_REPLAY});
     QMenu* theme = view->addMenu(tr("&Theme"));
     m_actions->FillMenu(*theme, {ID_THEME_DARK, ID_THEME_LIGHT});
     QMenu* panes = view->addMenu(tr("Pane"));
@@ -308,6 +311,26 @@ void CZovMainFrm::MakeToolBars()
     QToolBar* external = newBar(tr("ZOV External Lib"), "ZovExternalLib", Qt::TopToolBarArea);
     m_actions->FillToolBar(*external, {ID_ADD_LIB, ID_IMPORT_LIB_FILE, ID_CREATE_NEW_LIB_SET,
                                        ID_LIB_MOVE_UP, ID_LIB_MOVE_DOWN, ID_REMOVE_LIB});
+}
+
+void CZovMainFrm::MakeReplayBar()
+{
+    m_replayBar = new ui::replay::CReplayBar(*this, ProcessEnvironment(), *m_output);
+    m_replayBar->setIconSize({20, 20});
+    m_replayBar->SetIcons([](const QString& name) { return Images().Icon(name); });
+    m_replayBar->SetBusy([] { return CJobState::AnyAlive(); });
+    addToolBar(Qt::TopToolBarArea, m_replayBar);
+    m_replayBar->hide();
+}
+
+void CZovMainFrm::OnZovEventReplay()
+{
+    m_replayBar->setVisible(m_replayBar->isHidden());
+}
+
+void CZovMainFrm::OnUpdateZovEventReplay(ui::CCmdUI& ui)
+{
+    ui.SetCheck(!m_replayBar->isHidden());
 }
 
 void CZovMainFrm::ConnectSession()

@@ -32,6 +32,10 @@ class QStackedWidget;
 class QToolBar;
 class QTreeView;
 
+namespace zov::ui::replay {
+class CReplayBar;
+}
+
 namespace zov::app {
 
 class CAutosave;
@@ -59,6 +63,7 @@ public:
     /// Nothing is being loaded, searched or sorted.
     [[nodiscard]] bool IsIdle() const;
     void OnIdleUpdateCmdUI();
+    [[nodiscard]] ui::replay::CReplayBar& ReplayBar() { return *m_replayBar; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -87,6 +92,8 @@ private:
     void OnUpdateEditRedo(ui::CCmdUI& ui);
     void OnViewToolbarMain();
     void OnUpdateViewToolbarMain(ui::CCmdUI& ui);
+    void OnZovEventReplay();
+    void OnUpdateZovEventReplay(ui::CCmdUI& ui);
     void OnViewPaneLibraries();
     void OnViewPaneEditor();
     void OnViewPaneModels();
@@ -171,6 +178,7 @@ private:
     void ArrangePanes();
     void MakeMenus();
     void MakeToolBars();
+    void MakeReplayBar();
     void MakePanes();
     QDockWidget* MakePane(const QString& title, const char* objectName, QWidget* content,
                           Qt::DockWidgetArea area);
@@ -233,6 +241,7 @@ private:
     CModelListView* m_external = nullptr;
     QStackedWidget* m_pages = nullptr;
     QToolBar* m_mainBar = nullptr;
+    ui::replay::CReplayBar* m_replayBar = nullptr;
     QDockWidget* m_librariesPane = nullptr;
     QDockWidget* m_outputPane = nullptr;
     QDockWidget* m_externalPane = nullptr;

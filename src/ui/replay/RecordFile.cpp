@@ -136,8 +136,21 @@ CResult<SLoadedRecord> LoadRecord(const std::filesystem::path& path, const SRepl
     return loaded;
 }
 
+CResult<std::vector<std::filesystem::path>> ConvertRecord(const std::filesystem::path& path,
+                                                          SReplayOptions options, CLogSink& log)
+{
+    options.recPath.clear(); // the converted record is to play in other folders too
+    ASSIGN_OR_RETURN(const SLoadedRecord loaded, LoadRecord(path, options, log));
+    const std::filesystem::path target = TwinOf(loaded.path, ".xml");
+    RETURN_IF_ERROR(SaveRecord(loaded.record, target));
+    return std::vector<std::filesystem::path>{target, TwinOf(target, ".brf")};
+}
+
 void ExpandRecPath(SRecord& record, const std::string& value)
 {
+    if (value.empty()) {
+        return;
+    }
     for (SRecordedEvent& event : record.events) {
         Expand(event.fields.text, value);
         Expand(event.fields.commit, value);

@@ -10,6 +10,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace zov::ui::replay {
 
@@ -43,7 +44,13 @@ struct SLoadedRecord
 CResult<SLoadedRecord> LoadRecord(const std::filesystem::path& path, const SReplayOptions& options,
                                   CLogSink& log);
 
-/// Puts `value` for every %RECPATH% in typed texts, titles and extra infos.
+/// Brings a record of any form into the present one: `.xml` with its brief, beside the file. An old
+/// record, a `.re`, or a brief that does not match become what is played.
+/// @return the files written
+CResult<std::vector<std::filesystem::path>> ConvertRecord(const std::filesystem::path& path,
+                                                          SReplayOptions options, CLogSink& log);
+
+/// Puts `value`, when it is not empty, for every %RECPATH% in typed texts, titles, extra infos.
 void ExpandRecPath(SRecord& record, const std::string& value);
 /// The other way, when a record is saved: typed paths, titles and extra infos that hold the folder
 /// `value`. The single keys of such a path become one event.

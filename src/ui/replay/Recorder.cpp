@@ -53,6 +53,7 @@ void CRecorder::Start(const std::filesystem::path& record)
     m_pendingKey.reset();
     m_lastTarget.clear();
     m_recording = true;
+    m_paused = false;
     m_sinceLast.start();
     // Only the toolkit's own dialogs can be looked into.
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
@@ -77,7 +78,8 @@ CResult<void> CRecorder::Stop()
 
 bool CRecorder::eventFilter(QObject* watched, QEvent* event)
 {
-    if (auto* widget = qobject_cast<QWidget*>(watched)) {
+    auto* widget = qobject_cast<QWidget*>(watched);
+    if (widget != nullptr && !m_paused) {
         if (event->type() == QEvent::Show) {
             OnShow(*widget);
         } else if (!IsIgnored(*widget) && Wanted(*widget, *event)) {

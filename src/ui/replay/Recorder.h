@@ -36,6 +36,8 @@ public:
 
     void Start(const std::filesystem::path& record);
     [[nodiscard]] bool IsRecording() const { return m_recording; }
+    /// What happens until it is called with false is not recorded.
+    void Pause(bool on) { m_paused = on; }
     /// Ends recording and writes the record and its brief.
     CResult<void> Stop();
     [[nodiscard]] const SRecord& Record() const { return m_record; }
@@ -73,6 +75,7 @@ private:
     std::filesystem::path m_path;
     SRecord m_record;
     bool m_recording = false;
+    bool m_paused = false;
     QElapsedTimer m_sinceLast;
     QPointer<QWidget> m_lastTarget;
     SEventFields m_lastFields;
