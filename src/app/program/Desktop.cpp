@@ -2,6 +2,7 @@
 // The desktop's entry, called by the program once it knows that windows are wanted.
 #include "app/QtSettingsStore.h"
 #include "app/manager/MainFrame.h"
+#include "app/program/ReplayRun.h"
 #include "base/Environment.h"
 
 #include <QApplication>
@@ -80,7 +81,13 @@ extern "C" Q_DECL_EXPORT int ZovraDesktop(int argc, char** argv)
     // The toolkit takes the locale from the environment; files keep to the point.
     std::setlocale(LC_NUMERIC, "C");
 
-    const SArguments arguments = Sort(QCoreApplication::arguments());
+    QStringList given = QCoreApplication::arguments();
+    const zov::app::SReplayRun replay = zov::app::TakeReplayRun(given);
+    if (!replay.trouble.isEmpty()) {
+        std::fprintf(stderr, "zovra: %s\n", replay.trouble.toLocal8Bit().constData());
+        return EXIT_FAILURE;
+    }
+    const SArguments arguments = Sort(given);
     QSettings settings;
     zov::app::CQtSettingsStore store(settings);
     zov::app::CZovMainFrm frame(settings, store, zov::ProcessEnvironment());
@@ -92,6 +99,9 @@ extern "C" Q_DECL_EXPORT int ZovraDesktop(int argc, char** argv)
     frame.show();
     if (arguments.exitWhenIdle) {
         QuitWhenIdle(frame);
+    }
+    if (!replay.file.isEmpty() && !zov::app::StartReplay(replay, frame)) {
+        return EXIT_FAILURE;
     }
     return QApplication::exec();
 }

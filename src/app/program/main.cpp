@@ -13,6 +13,8 @@ constexpr const char* kHelp =
     "zovra [FILE...]           opens the desktop: a library (.zov .zovx .xml .sp), a project\n"
     "                          (.zovp) or a folder; further libraries are opened as external ones\n"
     "zovra -b OPTION...        makes a library of a spreadsheet, without a window; see zovra(1)\n"
+    "zovra -replay FILE [-speed N]   plays a record of the desktop N times as fast (0: without\n"
+    "                          delays); status 0 when every check point passed, 1 otherwise\n"
     "zovra --exit-when-idle    ends the desktop once all is loaded and painted, for measurements\n"
     "zovra --help, --version\n"
     "\n"
