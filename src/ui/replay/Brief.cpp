@@ -35,16 +35,18 @@ constexpr std::int64_t kLastModifierKey = 0x01000023;
 constexpr std::int64_t kF1 = 0x01000030;
 constexpr std::int64_t kF35 = 0x01000052;
 
-/// What would end a level or a quoted text stands behind a backslash.
-void AppendEscaped(std::string& out, std::string_view text)
+/// What would end the text stands behind a backslash: a quote, or of a bare name the bracket, too.
+void AppendEscaped(std::string& out, std::string_view text, bool bare)
 {
     for (const char c : text) {
         switch (c) {
         case '"':
-        case ']':
         case '\\':
             out += '\\';
             out += c;
+            break;
+        case ']':
+            out += bare ? "\\]" : "]";
             break;
         case '\n':
             out += "\\n";
@@ -61,7 +63,7 @@ void AppendEscaped(std::string& out, std::string_view text)
 void AppendQuoted(std::string& out, std::string_view text)
 {
     out += '"';
-    AppendEscaped(out, text);
+    AppendEscaped(out, text, false);
     out += '"';
 }
 
@@ -264,7 +266,7 @@ std::string BriefLevel(const SWidgetLevel& widget)
     std::string out = "[";
     if (!widget.objectName.empty() || widget.windowTitle.empty()) {
         out += '#';
-        AppendEscaped(out, widget.objectName.empty() ? widget.className : widget.objectName);
+        AppendEscaped(out, widget.objectName.empty() ? widget.className : widget.objectName, true);
         out += widget.windowTitle.empty() ? "" : ", ";
     }
     if (!widget.windowTitle.empty()) {

@@ -23,6 +23,7 @@ namespace zov::ui::replay {
 namespace {
 
 constexpr int kRetryMs = 5;
+constexpr int kIdleMs = 150;        ///< in which windows have brought their commands up to date
 constexpr int kUsableMs = 1500;     ///< for a target to become visible and enabled
 constexpr int kCheckPointMs = 5000; ///< for a state to become what it should be
 constexpr int kMaxClosed = 10;      ///< unexpected windows at one step
@@ -32,6 +33,25 @@ QString NameOfStep(const SRecordedEvent& event)
 {
     return event.isCheckPoint ? QStringLiteral("CheckPoint")
                               : QString::fromLatin1(EventName(event.fields.type));
+}
+
+/// The release of a press that closed its own window: nobody is left to get it.
+bool IsOrphan(const SRecordedEvent& event, const SRecordedEvent& before)
+{
+    const bool isRelease =
+        event.fields.type == EEvent::KeyRelease || event.fields.type == EEvent::MouseButtonRelease;
+    return isRelease && !event.isCheckPoint && event.target.widgets == before.target.widgets;
+}
+
+/// Whether a shortcut may take the key. Windows enable their commands in idle time, some ten times
+/// a second, and a shortcut of a disabled command does nothing.
+bool MayBeShortcut(const SRecordedEvent& event)
+{
+    const std::string& text = event.fields.text;
+    const bool writes = !text.empty() && static_cast<unsigned char>(text[0]) >= ' ' &&
+                        text[0] != 0x7F &&
+                        (event.fields.modifiers & (Qt::ControlModifier | Qt::AltModifier)) == 0;
+    return event.fields.type == EEvent::KeyPress && !event.isCheckPoint && !writes;
 }
 
 /// Whether the input would have gone to a pop-up, had one been open.
@@ -151,7 +171,16 @@ void CPlayer::Tick()
         return;
     }
     const SRecordedEvent& event = Event();
+    if (MayBeShortcut(event) && m_sinceLast.isValid() && m_sinceLast.elapsed() < kIdleMs) {
+        m_timer.start(kRetryMs);
+        return;
+    }
     const STarget target = LookUp(event);
+    const bool isGone = !target.widget || !target.widget->isVisible();
+    if (isGone && m_at > 0 && IsOrphan(event, m_loaded.record.events[m_at - 1])) {
+        EndStep();
+        return;
+    }
     if (target.state == EState::NotYet && timedOut) {
         GiveUp(target);
     } else if (target.state == EState::NotYet ||
@@ -245,9 +274,10 @@ void CPlayer::ClosePopups(const QWidget* target)
 {
     for (int i = 0; i < kMaxClosed; ++i) {
         QWidget* popup = QApplication::activePopupWidget();
-        const bool isOf = popup != nullptr && target != nullptr &&
-                          (target->window() == popup || target->windowType() == Qt::Popup ||
-                           target->window()->windowType() == Qt::Popup);
+        // A list of completions leaves the keys to its field.
+        const bool isOf =
+            popup != nullptr && target != nullptr &&
+            (target->window()->windowType() == Qt::Popup || popup->focusProxy() == target);
         if (popup == nullptr || isOf) {
             return;
         }
@@ -368,6 +398,7 @@ void CPlayer::EndStep()
 {
     ++m_at;
     ++m_result.played;
+    m_sinceLast.start();
     m_mayStep = !m_options.manual;
     Q_EMIT Stepped(static_cast<int>(m_at), m_result.events);
     BeginStep();

@@ -124,7 +124,8 @@ private:
     bool m_closing = false;
     int m_closed = 0; ///< windows closed for this step
     QTimer m_timer;
-    QElapsedTimer m_sinceStep;
+    QElapsedTimer m_sinceStep; ///< since this step could have begun
+    QElapsedTimer m_sinceLast; ///< since the one before was done
 };
 
 } // namespace zov::ui::replay

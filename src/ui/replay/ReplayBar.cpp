@@ -79,7 +79,7 @@ CReplayBar::CReplayBar(QMainWindow& main, FEnvironment environment, CLogSink& lo
     , m_environment(std::move(environment))
     , m_log(log)
     , m_recorder(main, m_environment)
-    , m_player(main, m_environment, log)
+    , m_player(main, m_environment, m_played)
     , m_actions(new CCommandActions(kCommands, *this, *this))
     , m_state(new QLabel(this))
 {
@@ -94,7 +94,7 @@ CReplayBar::CReplayBar(QMainWindow& main, FEnvironment environment, CLogSink& lo
     m_recorder.Ignore(*this);
     connect(&m_recorder, &CRecorder::Recorded, this, &CReplayBar::ShowState);
     connect(&m_player, &CPlayer::Stepped, this, &CReplayBar::ShowState);
-    connect(&m_player, &CPlayer::Finished, this, &CReplayBar::ShowState);
+    connect(&m_player, &CPlayer::Finished, this, &CReplayBar::OnPlayed);
     connect(&m_picker, &CWidgetPicker::Picked, this, &CReplayBar::Picked);
     connect(&m_picker, &CWidgetPicker::Ended, this, &CReplayBar::ShowState);
     ShowState();
@@ -135,6 +135,15 @@ void CReplayBar::ShowState()
     }
     m_state->setText(text);
     m_actions->UpdateAll();
+}
+
+void CReplayBar::OnPlayed()
+{
+    for (const std::string& line : m_played.Lines()) {
+        m_log.Write(line);
+    }
+    m_played.Clear();
+    ShowState();
 }
 
 void CReplayBar::Report(const CResult<void>& result)

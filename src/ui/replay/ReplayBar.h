@@ -55,12 +55,15 @@ private:
     void Picked(QWidget* widget);
     void SaveCheckPoint(QWidget& widget);
     void ShowState();
+    void OnPlayed();
     void Report(const CResult<void>& result);
     [[nodiscard]] bool IsFree() const;
 
     QMainWindow& m_main;
     FEnvironment m_environment;
     CLogSink& m_log;
+    CVectorLog
+        m_played; ///< handed on when the play is over: a check point may be on the log's pane
     CRecorder m_recorder;
     CPlayer m_player;
     CWidgetPicker m_picker;

@@ -318,7 +318,7 @@ TEST(Brief, ActionsArePutTogether)
     const auto read = ParseBrief(text, "x.brf");
     ASSERT_TRUE(read.Ok()) << read.Error().Full();
     EXPECT_EQ(*read, MakeBrief(record));
-    EXPECT_EQ(BriefLevel({"QLabel", "", "a] -> \"b\"", {}, false}), "[\"a\\] -> \\\"b\\\"\"]");
+    EXPECT_EQ(BriefLevel({"QLabel", "", "a] -> \"b\"", {}, false}), "[\"a] -> \\\"b\\\"\"]");
     for (const char* bad :
          {"", "##Version=2\n", "##Version=1\nclick [#a]\n",
           "##Version=1\nEvent:<Delay=x> MouseClick [#a]", "##Version=1\nEvent:<Delay=1> MouseClick",
