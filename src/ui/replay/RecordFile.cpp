@@ -59,10 +59,11 @@ CResult<std::filesystem::path> RecordOfBrief(const std::filesystem::path& brief)
 CResult<bool> BriefMatches(const std::filesystem::path& path, const SRecord& record)
 {
     ASSIGN_OR_RETURN(const std::string text, ReadWholeFile(path, kMaxRecordBytes));
-    ASSIGN_OR_RETURN(const SBrief brief, ParseBrief(text, PathText(path)));
-    // Both through the text, where delays are rounded.
+    // Both through the text, where delays are rounded. What is no brief at all does not match,
+    // either.
+    const auto brief = ParseBrief(text, PathText(path));
     const auto expected = ParseBrief(FormatBrief(MakeBrief(record)), PathText(path));
-    return expected.Ok() && *expected == brief;
+    return brief.Ok() && expected.Ok() && *expected == *brief;
 }
 
 } // namespace
