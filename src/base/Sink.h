@@ -37,7 +37,6 @@ class CVectorLog final : public CLogSink
 public:
     void Write(std::string_view text) override { m_lines.emplace_back(text); }
     [[nodiscard]] const std::vector<std::string>& Lines() const { return m_lines; }
-    void Clear() { m_lines.clear(); }
 
 private:
     std::vector<std::string> m_lines;

@@ -18,6 +18,7 @@
 #include "base/File.h"
 #include "ui/replay/ReplayBar.h"
 #include "ui/replay/WidgetFacts.h"
+#include "ui/replay/WidgetState.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -29,6 +30,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
 #include <QSettings>
 #include <QTabBar>
 #include <QTest>
@@ -116,11 +118,6 @@ QWidget* Find(const QString& name)
     return nullptr;
 }
 
-QAbstractItemView* FindView(const QString& name)
-{
-    return qobject_cast<QAbstractItemView*>(Find(name));
-}
-
 QModelIndex FindItem(const QAbstractItemModel& model, const QString& text,
                      const QModelIndex& parent)
 {
@@ -186,8 +183,9 @@ public:
             if (m_sinceLine.elapsed() > kLineMs) {
                 std::fprintf(stderr, "cannot be done: %s\n", m_lines[at].toLocal8Bit().constData());
                 for (QWidget* window : OpenWindows()) {
-                    std::fprintf(stderr, "  open: %s\n",
-                                 zov::ui::replay::Shown(*window).toLocal8Bit().constData());
+                    std::fprintf(stderr, "  open: %s\n%s",
+                                 zov::ui::replay::Shown(*window).toLocal8Bit().constData(),
+                                 zov::ui::replay::StateOf(*window).toLocal8Bit().constData());
                 }
                 std::_Exit(1);
             }
@@ -221,7 +219,7 @@ private:
             if (m_sinceLine.elapsed() < kIdleMs) {
                 return false; // shortcuts are enabled in idle time
             }
-            Key(QKeySequence(first), *OpenWindows().first());
+            Key(QKeySequence(first), CurrentWindow());
             return true;
         }
         if (line.verb == QStringLiteral("type")) {
@@ -249,6 +247,35 @@ private:
             return Check(first);
         }
         return line.verb == QStringLiteral("wait") && Find(first) != nullptr;
+    }
+
+    /// The window that the user worked in last, or the one it belongs to.
+    QWidget& CurrentWindow() const
+    {
+        if (QWidget* modal = QApplication::activeModalWidget()) {
+            return *modal;
+        }
+        QWidget* window = m_current;
+        while (window != nullptr && !window->isVisible()) {
+            window = window->parentWidget() == nullptr ? nullptr : window->parentWidget()->window();
+        }
+        return window == nullptr ? m_frame : *window;
+    }
+    QWidget* Find(const QString& name)
+    {
+        QWidget* widget = ::Find(name);
+        if (widget != nullptr && widget->window()->windowType() != Qt::Popup) {
+            m_current = widget->window();
+        }
+        return widget;
+    }
+    QAbstractItemView* FindView(const QString& name)
+    {
+        return qobject_cast<QAbstractItemView*>(Find(name));
+    }
+    static QString Expanded(QString text)
+    {
+        return text.replace(QStringLiteral("%RECPATH%"), qEnvironmentVariable("RECPATH"));
     }
 
     /// What is still to be done of this line comes before the next one.
@@ -353,11 +380,11 @@ private:
         }
         QTest::mouseClick(widget, Qt::LeftButton, {}, {12, widget->height() / 2});
         QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(widget, text);
+        QTest::keyClicks(widget, Expanded(text));
         return true;
     }
 
-    bool File(QString path)
+    bool File(const QString& path)
     {
         auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
         auto* name = dialog == nullptr
@@ -366,9 +393,8 @@ private:
         if (name == nullptr) {
             return false;
         }
-        path.replace(QStringLiteral("%RECPATH%"), qEnvironmentVariable("RECPATH"));
         QTest::keyClick(name, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(name, path);
+        QTest::keyClicks(name, Expanded(path));
         QTest::keyClick(name, Qt::Key_Return);
         return true;
     }
@@ -457,6 +483,7 @@ private:
     }
 
     zov::app::CZovMainFrm& m_frame;
+    QPointer<QWidget> m_current;
     QStringList m_lines;
     int m_at = 0;
     bool m_busy = false;

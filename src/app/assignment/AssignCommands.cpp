@@ -50,6 +50,8 @@ constexpr ui::SCommand kFrameCommands[] = {
     {ID_FOUND_ONLY, "OnFoundOnly", "Found Only", "Found Only\nShow only what was found", "", ""},
 
     {ID_ASSIGN_TOOLBAR, "OnViewToolbarMain", "Standard", "", "", ""},
+    {ID_ASSIGN_EVENT_REPLAY, "OnZovEventReplay", "Replay", "ZOV - Replay\nZOV - Replay",
+     "tb24_zovReplay", ""},
     {ID_ASSIGN_PANE_OUTPUT, "OnViewPaneOutput", "Output", "View Output\nView Output", "output", ""},
     {ID_ASSIGN_PANE_WHY, "OnViewPaneWhy", "Why", "View Why\nWhy a component has its model", "help",
      ""},

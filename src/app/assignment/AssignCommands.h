@@ -40,7 +40,8 @@ enum EAssignCommandId : unsigned
     ID_ASSIGN_PANE_OUTPUT,
     ID_ASSIGN_PANE_WHY,
     ID_VIEW_ZVMGR,
-    ID_ASSIGN_ABOUT
+    ID_ASSIGN_ABOUT,
+    ID_ASSIGN_EVENT_REPLAY
 };
 
 /// Menus, toolbars and shortcuts of the frame.

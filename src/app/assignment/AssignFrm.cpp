@@ -2,11 +2,13 @@
 #include "app/assignment/AssignFrm.h"
 
 #include "app/Images.h"
+#include "app/ReplayToolBar.h"
 #include "app/assignment/AssignCommands.h"
 #include "base/File.h"
 #include "ui/EventFilters.h"
 #include "ui/Prompt.h"
 #include "ui/UiDialog.h"
+#include "ui/replay/ReplayBar.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -41,6 +43,7 @@ ZOV_ON_COMMAND(ID_OPEN_DESIGN, OpenDesign)
 ZOV_ON_COMMAND_UPDATE(ID_SAVE_LIBRARY, SaveLibrary)
 ZOV_ON_COMMAND(ID_FRAME_EXIT, FrameExit)
 ZOV_ON_COMMAND_UPDATE(ID_ASSIGN_TOOLBAR, ViewToolbarMain)
+ZOV_ON_COMMAND_UPDATE(ID_ASSIGN_EVENT_REPLAY, ZovEventReplay)
 ZOV_ON_COMMAND_UPDATE(ID_ASSIGN_PANE_OUTPUT, ViewPaneOutput)
 ZOV_ON_COMMAND_UPDATE(ID_ASSIGN_PANE_WHY, ViewPaneWhy)
 ZOV_ON_COMMAND(ID_VIEW_ZVMGR, ViewZvMgr)
@@ -98,6 +101,7 @@ CResult<void> CAssignFrm::OnCreate()
     m_viewActions = new ui::CCommandActions(AssignViewCommands(), *this, *m_view);
     m_viewActions->SetIcons([](const QString& name) { return Images().Icon(name); });
     MakeFindBar();
+    m_replayBar = AddReplayToolBar(*this, m_environment, m_log);
     MakePanes();
     MakeMenus();
     MakeStatusBar();
@@ -188,6 +192,7 @@ void CAssignFrm::MakeMenus()
     for (const QToolBar* bar : {m_assignBar, m_createBar, m_findBar}) {
         bars->addAction(bar->toggleViewAction());
     }
+    m_actions->FillMenu(*bars, {ID_ASSIGN_EVENT_REPLAY});
     m_actions->FillMenu(*view->addMenu(tr("Pane")), {ID_ASSIGN_PANE_OUTPUT, ID_ASSIGN_PANE_WHY});
     m_actions->FillMenu(*view, {ID_VIEW_ORIGIN, ui::kSeparator, ID_VIEW_ZVMGR});
     m_actions->FillMenu(*menu(tr("&Help"), "HelpMenu"), {ID_ASSIGN_ABOUT});
@@ -211,6 +216,16 @@ void CAssignFrm::MakePanes()
     m_why->setPlaceholderText(
         tr("Select a row to see why it has its model, and what else matches."));
     m_whyPane = MakePane(tr("Why"), "WhyPane", m_why, Qt::RightDockWidgetArea);
+}
+
+void CAssignFrm::OnZovEventReplay()
+{
+    m_replayBar->setVisible(m_replayBar->isHidden());
+}
+
+void CAssignFrm::OnUpdateZovEventReplay(ui::CCmdUI& ui)
+{
+    ui.SetCheck(!m_replayBar->isHidden());
 }
 
 void CAssignFrm::MakeStatusBar()

@@ -22,6 +22,10 @@ class QPushButton;
 class QTextBrowser;
 class QToolBar;
 
+namespace zov::ui::replay {
+class CReplayBar;
+}
+
 namespace zov::app {
 
 class CAssignFrm : public QMainWindow, public ui::CCmdTargetBase
@@ -70,6 +74,8 @@ private:
     void OnFrameExit();
     void OnViewToolbarMain();
     void OnUpdateViewToolbarMain(ui::CCmdUI& ui);
+    void OnZovEventReplay();
+    void OnUpdateZovEventReplay(ui::CCmdUI& ui);
     void OnViewPaneOutput();
     void OnUpdateViewPaneOutput(ui::CCmdUI& ui);
     void OnViewPaneWhy();
@@ -98,6 +104,7 @@ private:
     ui::CCommandActions* m_viewActions = nullptr;
     ui::CIdleUpdate* m_idle = nullptr;
     QToolBar* m_mainBar = nullptr;
+    ui::replay::CReplayBar* m_replayBar = nullptr;
     QToolBar* m_assignBar = nullptr;
     QToolBar* m_createBar = nullptr;
     QToolBar* m_findBar = nullptr;

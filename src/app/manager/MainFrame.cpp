@@ -2,6 +2,7 @@
 #include "app/manager/MainFrame.h"
 
 #include "app/Images.h"
+#include "app/ReplayToolBar.h"
 #include "app/assignment/AssignFrm.h"
 #include "app/assignment/AssignmentForms.h"
 #include "app/generator/GeneratorForms.h"
@@ -146,7 +147,7 @@ CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnviro
     MakePanes();
     MakeMenus();
     MakeToolBars();
-    MakeReplayBar();
+    m_replayBar = AddReplayToolBar(*this, m_environment, *m_output);
     m_progress->setMaximumWidth(220);
     m_cancel->setObjectName(QStringLiteral("CancelJob"));
     statusBar()->addPermanentWidget(m_progress);
@@ -311,16 +312,6 @@ void CZovMainFrm::MakeToolBars()
     QToolBar* external = newBar(tr("ZOV External Lib"), "ZovExternalLib", Qt::TopToolBarArea);
     m_actions->FillToolBar(*external, {ID_ADD_LIB, ID_IMPORT_LIB_FILE, ID_CREATE_NEW_LIB_SET,
                                        ID_LIB_MOVE_UP, ID_LIB_MOVE_DOWN, ID_REMOVE_LIB});
-}
-
-void CZovMainFrm::MakeReplayBar()
-{
-    m_replayBar = new ui::replay::CReplayBar(*this, ProcessEnvironment(), *m_output);
-    m_replayBar->setIconSize({20, 20});
-    m_replayBar->SetIcons([](const QString& name) { return Images().Icon(name); });
-    m_replayBar->SetBusy([] { return CJobState::AnyAlive(); });
-    addToolBar(Qt::TopToolBarArea, m_replayBar);
-    m_replayBar->hide();
 }
 
 void CZovMainFrm::OnZovEventReplay()

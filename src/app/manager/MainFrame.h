@@ -178,7 +178,6 @@ private:
     void ArrangePanes();
     void MakeMenus();
     void MakeToolBars();
-    void MakeReplayBar();
     void MakePanes();
     QDockWidget* MakePane(const QString& title, const char* objectName, QWidget* content,
                           Qt::DockWidgetArea area);

@@ -64,7 +64,8 @@ void ParseOffset(std::string_view text, SExtraIndex& index)
     const auto width = ParseInt(TakeUntil(text, 'x'));
     const auto height = ParseInt(text);
     const auto fits = [](const auto& v) { return v && *v >= 0 && *v <= kMaxSize; };
-    if (offset && fits(width) && fits(height)) {
+    const auto near = [](int v) { return v >= -kMaxSize && v <= kMaxSize; };
+    if (offset && near(offset->x) && near(offset->y) && fits(width) && fits(height)) {
         index.offset = *offset;
         index.size = {static_cast<int>(*width), static_cast<int>(*height)};
     }

@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <vector>
 
@@ -64,12 +65,13 @@ TWidgets Children(const QWidget& widget)
 
 TWidgets Windows(const SLocator& target, QWidget* main)
 {
-    if (target.topIsMain && main != nullptr) {
+    // A record of one frame may be played from another one.
+    if (target.topIsMain && main != nullptr && SameClass(*main, target.widgets.front())) {
         return {main};
     }
     TWidgets windows;
     for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window != main && Matches(*window, target.widgets.front())) {
+        if (Matches(*window, target.widgets.front())) {
             windows.push_back(window);
         }
     }
@@ -102,13 +104,14 @@ TWidgets WalkDown(const SLocator& target, QWidget* main)
     return OnlyVisible(std::move(found));
 }
 
-int Distance(const QWidget& widget, const SLocator& target)
+std::int64_t Distance(const QWidget& widget, const SLocator& target)
 {
-    int distance = 0;
+    std::int64_t distance = 0;
     const std::vector<const QWidget*> chain = ChainOf(widget);
     for (std::size_t i = 1; i < std::min(chain.size(), target.widgets.size()); ++i) {
-        const QPoint away = chain[i]->pos() - ToQt(target.widgets[i].pos);
-        distance = std::min(distance + away.manhattanLength(), 1'000'000);
+        const SPoint& recorded = target.widgets[i].pos;
+        distance += std::abs(std::int64_t{chain[i]->x()} - recorded.x) +
+                    std::abs(std::int64_t{chain[i]->y()} - recorded.y);
     }
     return distance;
 }

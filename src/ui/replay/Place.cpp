@@ -247,9 +247,10 @@ private:
     }
 
     /// The row with that title nearest to where it was; -1 for none.
-    int NearestRow(const QString& title, int row, const QModelIndex& parent) const
+    int NearestRow(const QString& title, int recorded, const QModelIndex& parent) const
     {
         const int count = m_model.rowCount(parent);
+        const int row = std::clamp(recorded, 0, count);
         const int reach = std::max(row, count - row);
         for (int away = 0; away <= reach; ++away) {
             for (const int at : {row - away, row + away}) {

@@ -78,8 +78,9 @@ CReplayBar::CReplayBar(QMainWindow& main, FEnvironment environment, CLogSink& lo
     , m_main(main)
     , m_environment(std::move(environment))
     , m_log(log)
+    , m_playLog([this](std::string_view text) { m_played.emplace_back(text); })
     , m_recorder(main, m_environment)
-    , m_player(main, m_environment, m_played)
+    , m_player(main, m_environment, m_playLog)
     , m_actions(new CCommandActions(kCommands, *this, *this))
     , m_state(new QLabel(this))
 {
@@ -96,7 +97,10 @@ CReplayBar::CReplayBar(QMainWindow& main, FEnvironment environment, CLogSink& lo
     connect(&m_player, &CPlayer::Stepped, this, &CReplayBar::ShowState);
     connect(&m_player, &CPlayer::Finished, this, &CReplayBar::OnPlayed);
     connect(&m_picker, &CWidgetPicker::Picked, this, &CReplayBar::Picked);
-    connect(&m_picker, &CWidgetPicker::Ended, this, &CReplayBar::ShowState);
+    connect(&m_picker, &CWidgetPicker::Ended, this, [this] {
+        m_recorder.Pause(false);
+        ShowState();
+    });
     ShowState();
 }
 
@@ -139,10 +143,10 @@ void CReplayBar::ShowState()
 
 void CReplayBar::OnPlayed()
 {
-    for (const std::string& line : m_played.Lines()) {
+    for (const std::string& line : m_played) {
         m_log.Write(line);
     }
-    m_played.Clear();
+    m_played.clear();
     ShowState();
 }
 
@@ -244,7 +248,12 @@ void CReplayBar::OnReplaySpeed()
 
 void CReplayBar::OnReplayCursor()
 {
-    m_picker.IsPicking() ? m_picker.Cancel() : m_picker.Start();
+    if (m_picker.IsPicking()) {
+        m_picker.Cancel();
+    } else {
+        m_recorder.Pause(true); // pointing is no part of the record
+        m_picker.Start();
+    }
     ShowState();
 }
 

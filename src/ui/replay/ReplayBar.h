@@ -15,6 +15,9 @@
 
 #include <QToolBar>
 
+#include <string>
+#include <vector>
+
 class QLabel;
 class QMainWindow;
 
@@ -62,8 +65,9 @@ private:
     QMainWindow& m_main;
     FEnvironment m_environment;
     CLogSink& m_log;
-    CVectorLog
-        m_played; ///< handed on when the play is over: a check point may be on the log's pane
+    /// Handed on when the play is over: a check point may be on the pane that shows the log.
+    std::vector<std::string> m_played;
+    CFunctionLog m_playLog;
     CRecorder m_recorder;
     CPlayer m_player;
     CWidgetPicker m_picker;

@@ -73,6 +73,8 @@ bool CWidgetPicker::eventFilter(QObject* watched, QEvent* event)
     case QEvent::ContextMenu:
         return true;
     case QEvent::KeyPress:
+        return true;
+    case QEvent::KeyRelease:
         if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
             End();
         }
