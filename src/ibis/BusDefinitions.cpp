@@ -271,6 +271,36 @@ CResult<void> CBusDefinitionEditor::AddSignal(std::size_t bus, std::size_t refer
     return Changed();
 }
 
+CResult<void> CBusDefinitionEditor::SetEdge(std::size_t bus, std::size_t reference, EEdgeType edge)
+{
+    ASSIGN_OR_RETURN(STimingReference* const found, ReferenceAt(bus, reference));
+    found->edge = edge;
+    return Changed();
+}
+
+CResult<void> CBusDefinitionEditor::RemoveGroup(std::size_t bus, std::string_view name)
+{
+    ASSIGN_OR_RETURN(SBus* const found, BusAt(bus));
+    std::erase(found->groups, name);
+    return Changed();
+}
+
+CResult<void> CBusDefinitionEditor::RemoveClock(std::size_t bus, std::size_t reference,
+                                                std::string_view name)
+{
+    ASSIGN_OR_RETURN(STimingReference* const found, ReferenceAt(bus, reference));
+    std::erase(found->clocks, name);
+    return Changed();
+}
+
+CResult<void> CBusDefinitionEditor::RemoveSignal(std::size_t bus, std::size_t reference,
+                                                 std::string_view name)
+{
+    ASSIGN_OR_RETURN(STimingReference* const found, ReferenceAt(bus, reference));
+    std::erase(found->signals, name);
+    return Changed();
+}
+
 CResult<void> CBusDefinitionEditor::SetLimit(std::size_t bus, std::size_t reference,
                                              ETimingLimit limit, std::string_view text)
 {

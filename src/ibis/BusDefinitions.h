@@ -127,6 +127,10 @@ public:
     CResult<void> RemoveReference(std::size_t bus, std::size_t reference);
     CResult<void> AddClock(std::size_t bus, std::size_t reference, std::string_view name);
     CResult<void> AddSignal(std::size_t bus, std::size_t reference, std::string_view name);
+    CResult<void> SetEdge(std::size_t bus, std::size_t reference, EEdgeType edge);
+    CResult<void> RemoveGroup(std::size_t bus, std::string_view name);
+    CResult<void> RemoveClock(std::size_t bus, std::size_t reference, std::string_view name);
+    CResult<void> RemoveSignal(std::size_t bus, std::size_t reference, std::string_view name);
     /// An empty text takes the limit away.
     CResult<void> SetLimit(std::size_t bus, std::size_t reference, ETimingLimit limit,
                            std::string_view text);

@@ -98,7 +98,7 @@ bool TakeMessage(std::string_view line, SIPCheckInfo& info)
         if (StartsWithNoCase(line, word.word)) {
             const std::string_view head = Trim(line.substr(0, dash));
             info.messages.push_back({word.severity, std::string(head),
-                                     std::string(Trim(line.substr(dash + 1))), LineIn(head)});
+                                     std::string(Trim(line.substr(dash + 1))), LineIn(head), 0});
             return true;
         }
     }
@@ -131,6 +131,38 @@ void ReadLines(std::string_view report, SIPCheckInfo& info)
         }
     }
 }
+
+/// The plain report has no numbers; the same findings as data do, in the same order.
+class CCodes final : public ibischk::CFindingSink
+{
+public:
+    void Take(const ibischk::SFinding& finding) override
+    {
+        m_findings.push_back({finding.code, std::string(Trim(finding.message))});
+    }
+    void Put(std::vector<SIPMessage>& messages) const
+    {
+        std::size_t next = 0;
+        for (SIPMessage& message : messages) {
+            // A finding whose text has several lines, or that is not printed, is passed over.
+            for (std::size_t i = next; i < m_findings.size(); ++i) {
+                if (m_findings[i].text.starts_with(message.text)) {
+                    message.code = m_findings[i].code;
+                    next = i + 1;
+                    break;
+                }
+            }
+        }
+    }
+
+private:
+    struct SFound
+    {
+        int code;
+        std::string text;
+    };
+    std::vector<SFound> m_findings;
+};
 
 std::filesystem::path FolderOf(const SIPCheckOptions& options)
 {
@@ -166,6 +198,8 @@ int CheckIbisFile(const char* path, SIPCheckInfo* info, const SIPCheckOptions& o
     ibischk::CChecker checker;
     checker.SetOutputStream(&file);
     checker.Report().SetStyle(ibischk::EStyle::Plain);
+    CCodes codes;
+    checker.Report().SetFindings(&codes);
     // The verdict on a file that can't be read is in the report, too.
     static_cast<void>(checker.CheckFile(path, options.type));
     checker.PrintSummary();
@@ -175,6 +209,7 @@ int CheckIbisFile(const char* path, SIPCheckInfo* info, const SIPCheckOptions& o
         return kIPCheckNotDone;
     }
     ReadCheckReport(info->report, *info);
+    codes.Put(info->messages);
     info->result = info->errors != 0     ? kIPCheckErrors
                    : info->warnings != 0 ? kIPCheckWarnings
                                          : kIPCheckClean;

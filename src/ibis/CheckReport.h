@@ -30,6 +30,7 @@ struct SIPMessage
     std::string head;     ///< before the "-": "ERROR (line   12)"
     std::string text;     ///< behind it
     std::size_t line = 0; ///< 0 when the message names none
+    int code = 0;         ///< number in the catalogue; 0 when the report alone was read
 };
 
 /// Results of a check.

@@ -4,10 +4,9 @@
 #include "base/Number.h"
 #include "curve/Calculator.h"
 
-#include <QFontDatabase>
+#include <QHeaderView>
 #include <QPushButton>
 #include <QStringListModel>
-#include <QTextBlock>
 
 #include <algorithm>
 
@@ -136,11 +135,14 @@ CCalcDlg::CCalcDlg(QWidget* parent, const curve::CCurveSet& set, const SPlotAxes
     m_preview->SetLegend(false);
     m_preview->SetAxes({axes.xName, axes.xUnit, tr("Result"), {}});
     m_form.ui_IDC_PREVIEW_LAYOUT->addWidget(m_preview);
-    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    QFont fixed(QStringLiteral("monospace"), font().pointSize());
+    fixed.setStyleHint(QFont::Monospace);
     m_form.ui_IDC_EXPRESSION->setFont(fixed);
     m_form.ui_IDC_CARET->setFont(fixed);
     m_form.ui_IDC_PARAMETERS->setModel(&m_parameters);
     m_form.ui_IDC_PARAMETERS->horizontalHeader()->setStretchLastSection(true);
+    m_form.ui_IDC_PARAMETERS->verticalHeader()->hide();
+    m_form.ui_IDC_PARAMETERS->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     FillCurves();
     m_due.setSingleShot(true);
     m_due.setInterval(kDelayMs);

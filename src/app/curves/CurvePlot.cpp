@@ -28,6 +28,7 @@ constexpr double kMarkerPixels = 9.0;
 /// Zooming in further would show rounding, not data.
 constexpr double kLeastRange = 1e-12;
 constexpr int kMaxSteps = 10;
+constexpr int kMinorSteps = 5;
 
 QwtScaleEngine* EngineFor(bool logarithmic)
 {
@@ -78,6 +79,7 @@ CCurvePlot::CCurvePlot(CCurveListModel& curves, CMarkerModel& markers, QWidget* 
     for (const int axis : {xBottom, yLeft}) {
         setAxisScaleDraw(axis, new CEngineeringScaleDraw);
         setAxisMaxMajor(axis, kMaxSteps);
+        setAxisMaxMinor(axis, kMinorSteps);
     }
     connect(&m_curves, &CCurveListModel::Changed, this, &CCurvePlot::Rebuild);
     connect(&m_markers, &CMarkerModel::Changed, this, &CCurvePlot::ShowMarkers);
@@ -136,10 +138,16 @@ void CCurvePlot::ApplyScales()
                          m_view == ECurveView::Imaginary;
     setAxisScaleEngine(xBottom, EngineFor(m_logX && !isSmith));
     setAxisScaleEngine(yLeft, EngineFor(m_logY && mayLogY));
-    enableAxis(xBottom, !isSmith);
-    enableAxis(yLeft, !isSmith);
+}
+
+void CCurvePlot::ShowGrid()
+{
+    const bool isSmith = m_view == ECurveView::Smith;
+    const bool hasAxes = !isSmith && !m_items.empty();
+    enableAxis(xBottom, hasAxes);
+    enableAxis(yLeft, hasAxes);
     m_smith->setVisible(isSmith);
-    m_grid->setItemAttribute(QwtPlotItem::Legend, false);
+    m_grid->setVisible(hasAxes && m_gridWanted);
 }
 
 void CCurvePlot::SetAxes(const SPlotAxes& axes)
@@ -157,13 +165,9 @@ void CCurvePlot::ShowAxes()
 
 void CCurvePlot::SetGrid(bool on)
 {
-    m_grid->setVisible(on);
+    m_gridWanted = on;
+    ShowGrid();
     replot();
-}
-
-bool CCurvePlot::HasGrid() const
-{
-    return m_grid->isVisible();
 }
 
 void CCurvePlot::SetLegend(bool on)
@@ -240,6 +244,7 @@ void CCurvePlot::Rebuild()
         delete gone;
     }
     m_items = std::move(items);
+    ShowGrid();
     m_hint->setVisible(m_items.empty());
     QwtText hint(m_hintText);
     hint.setColor(palette().color(QPalette::Disabled, QPalette::Text));

@@ -72,7 +72,7 @@ public:
     void SetAxes(const SPlotAxes& axes);
     [[nodiscard]] const SPlotAxes& Axes() const { return m_axes; }
     void SetGrid(bool on);
-    [[nodiscard]] bool HasGrid() const;
+    [[nodiscard]] bool HasGrid() const { return m_gridWanted; }
     void SetLegend(bool on);
     [[nodiscard]] bool HasLegend() const;
     void SetMouse(EMouse mouse) { m_mouse = mouse; }
@@ -124,6 +124,7 @@ private:
     void ShowAxes();
     void ShowColors();
     void ApplyScales();
+    void ShowGrid();
     void ApplyWindow();
     void Apply(const SPlotWindow& window);
     [[nodiscard]] SPlotWindow FitWindow() const;
@@ -145,6 +146,7 @@ private:
     std::vector<SPlotWindow> m_back;
     std::vector<SPlotWindow> m_forward;
     bool m_fitted = true;
+    bool m_gridWanted = true;
     bool m_logX = false;
     bool m_logY = false;
     EMouse m_mouse = kZoomMouse;

@@ -270,7 +270,8 @@ void CUiGeneralCurveFrm::ShowPage()
         const std::unique_ptr<QItemSelectionModel> old(view->selectionModel());
         view->setModel(model);
     }
-    m_curveList->setColumnWidth(CCurveListModel::kTitle, 180);
+    m_curveList->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_markerList->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_actions->UpdateAll();
 }
 

@@ -142,7 +142,7 @@ QVariant CMarkerModel::headerData(int section, Qt::Orientation orientation, int 
         return {};
     }
     const QString titles[] = {tr("Marker"),    tr("Curve"),       tr("x"),      tr("Value"),
-                              tr("x - x(M1)"), tr("- value(M1)"), tr("Complex")};
+                              tr("\u0394x to M1"), tr("\u0394value to M1"), tr("Complex")};
     return titles[section];
 }
 

@@ -1,0 +1,440 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/ibis/IbisEditorFrm.h"
+
+#include "app/Images.h"
+#include "app/ibis/IbisCommands.h"
+#include "app/ibis/IbisCurves.h"
+#include "app/ibis/IbisTextEdit.h"
+#include "app/ibis/LargeTextView.h"
+#include "ui/EventFilters.h"
+
+#include <QDockWidget>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QTableView>
+#include <QTextBrowser>
+#include <QToolBar>
+#include <QTreeView>
+
+namespace zov::app {
+
+ZOV_BEGIN_MESSAGE_MAP(CIbisEditorFrm, ui::CCmdTargetBase)
+ZOV_ON_COMMAND_UPDATE(ID_IBIS_OPEN, IbisOpen)
+ZOV_ON_COMMAND_UPDATE(ID_IBIS_SAVE, IbisSave)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_SAVE_AS, IbisSaveAs, OnUpdateOfEdit)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_CHECK, IbisCheck, OnUpdateOfFile)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_LOADER, IbisLoader, OnUpdateOfFile)
+ZOV_ON_COMMAND(ID_IBIS_CLOSE, IbisClose)
+ZOV_ON_COMMAND_UPDATE(ID_IBIS_UNDO, IbisUndo)
+ZOV_ON_COMMAND_UPDATE(ID_IBIS_REDO, IbisRedo)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_FIND, IbisFind, OnUpdateOfFile)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_FIND_NEXT, IbisFindNext, OnUpdateOfFile)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_FIND_PREVIOUS, IbisFindPrevious, OnUpdateOfFile)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_GO_TO_LINE, IbisGoToLine, OnUpdateOfFile)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_NEXT_MESSAGE, IbisNextMessage, OnUpdateOfMessages)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_PREVIOUS_MESSAGE, IbisPreviousMessage, OnUpdateOfMessages)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_SHOW_ERRORS, IbisShowErrors, OnUpdateIbisShow)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_SHOW_WARNINGS, IbisShowWarnings, OnUpdateIbisShow)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_SHOW_NOTES, IbisShowNotes, OnUpdateIbisShow)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_PANE_TREE, IbisPaneTree, OnUpdateIbisPane)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_PANE_REPORT, IbisPaneReport, OnUpdateIbisPane)
+ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_PANE_CURVES, IbisPaneCurves, OnUpdateIbisPane)
+ZOV_END_MESSAGE_MAP()
+
+CIbisEditorFrm::CIbisEditorFrm(CLogSink& log, QWidget* parent)
+    : QMainWindow(parent, Qt::Window)
+    , m_log(log)
+    , m_actions(new ui::CCommandActions(IbisCommands(), *this, *this))
+    , m_filter(new CReportFilter(m_report, this))
+{
+    setObjectName(QStringLiteral("IbisEditorFrm"));
+    setAcceptDrops(true);
+    resize(1280, 800);
+    m_actions->SetIcons([](const QString& name) { return Images().Icon(name); });
+    m_edit = new CIbisTextEdit(this);
+    m_edit->setPlaceholderText(tr("No file is open. Open an IBIS file with Ctrl+O, or drop one "
+                                  "here."));
+    m_edit->setAcceptDrops(false);
+    m_large = new CLargeTextView(this);
+    m_texts = new QStackedWidget(this);
+    m_texts->addWidget(m_edit);
+    m_texts->addWidget(m_large);
+    setCentralWidget(m_texts);
+    MakePanes();
+    MakeMenus();
+    MakeToolBars();
+    m_verdict = new QLabel(this);
+    m_verdict->setObjectName(QStringLiteral("Verdict"));
+    m_progress = new QProgressBar(this);
+    m_progress->setMaximumWidth(220);
+    m_progress->hide();
+    statusBar()->addPermanentWidget(m_verdict);
+    statusBar()->addPermanentWidget(m_progress);
+    ConnectViews();
+    ShowTitle();
+    m_idle = new ui::CIdleUpdate(this, [this] { OnIdleUpdateCmdUI(); });
+    m_actions->UpdateAll();
+}
+
+CIbisEditorFrm::~CIbisEditorFrm()
+{
+    disconnect(m_edit, nullptr, this, nullptr);
+    m_tree->setModel(nullptr);
+    m_reportList->setModel(nullptr);
+    delete m_plot; // before the models that it shows
+}
+
+void CIbisEditorFrm::OnIdleUpdateCmdUI()
+{
+    m_actions->UpdateAll();
+}
+
+void CIbisEditorFrm::MakePanes()
+{
+    const auto pane = [this](const QString& title, const char* name, QWidget* content,
+                             Qt::DockWidgetArea area) {
+        auto* made = new QDockWidget(title, this);
+        made->setObjectName(QLatin1String(name));
+        made->setWidget(content);
+        addDockWidget(area, made);
+        return made;
+    };
+    m_tree = new QTreeView(this);
+    m_tree->setObjectName(QStringLiteral("IbisTree"));
+    m_tree->setModel(&m_treeModel);
+    m_tree->setUniformRowHeights(true);
+    m_tree->header()->resizeSection(0, 180);
+
+    m_reportList = new QTableView(this);
+    m_reportList->setObjectName(QStringLiteral("ReportList"));
+    m_reportList->setModel(m_filter);
+    m_reportList->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_reportList->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_reportList->setShowGrid(false);
+    m_reportList->setWordWrap(false);
+    m_reportList->setTabKeyNavigation(false);
+    m_reportList->verticalHeader()->hide();
+    m_reportList->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    m_reportList->horizontalHeader()->setStretchLastSection(true);
+    m_reportList->horizontalHeader()->setHighlightSections(false);
+    m_explanation = new QTextBrowser(this);
+    m_explanation->setObjectName(QStringLiteral("Explanation"));
+    m_explanation->setPlaceholderText(tr("Choose a message to read what it means."));
+    m_reportSearch = new QLineEdit(this);
+    m_reportSearch->setObjectName(QStringLiteral("ReportSearch"));
+    m_reportSearch->setPlaceholderText(tr("Text or code"));
+    m_reportSearch->setClearButtonEnabled(true);
+    m_reportSearch->setMaximumWidth(240);
+
+    auto* bar = new QToolBar(this);
+    m_actions->FillToolBar(*bar, {ID_IBIS_SHOW_ERRORS, ID_IBIS_SHOW_WARNINGS, ID_IBIS_SHOW_NOTES,
+                                  ui::kSeparator, ID_IBIS_NEXT_MESSAGE, ID_IBIS_PREVIOUS_MESSAGE});
+    bar->addWidget(m_reportSearch);
+    auto* split = new QSplitter(Qt::Horizontal, this);
+    split->addWidget(m_reportList);
+    split->addWidget(m_explanation);
+    split->setStretchFactor(0, 3);
+    split->setStretchFactor(1, 2);
+    auto* report = new QWidget(this);
+    auto* layout = new QVBoxLayout(report);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(bar);
+    layout->addWidget(split, 1);
+
+    m_plot = new CCurvePlot(m_curves, m_markers, this);
+    m_plot->SetHint(tr("Choose a table or a model in the tree to see its curves."));
+    m_treePane = pane(tr("Objects"), "ObjectsPane", m_tree, Qt::LeftDockWidgetArea);
+    m_reportPane = pane(tr("Report"), "ReportPane", report, Qt::BottomDockWidgetArea);
+    m_curvesPane = pane(tr("Curves"), "IbisCurvesPane", m_plot, Qt::RightDockWidgetArea);
+    resizeDocks({m_treePane, m_curvesPane}, {320, 420}, Qt::Horizontal);
+    resizeDocks({m_reportPane}, {220}, Qt::Vertical);
+}
+
+void CIbisEditorFrm::MakeMenus()
+{
+    const auto menu = [this](const QString& title, const char* name,
+                             std::initializer_list<unsigned> commands) {
+        QMenu* made = menuBar()->addMenu(title);
+        made->setObjectName(QLatin1String(name));
+        m_actions->FillMenu(*made, commands);
+        return made;
+    };
+    menu(tr("&File"), "IbisFileMenu",
+         {ID_IBIS_OPEN, ID_IBIS_SAVE, ID_IBIS_SAVE_AS, ui::kSeparator, ID_IBIS_CHECK,
+          ID_IBIS_LOADER, ui::kSeparator, ID_IBIS_CLOSE});
+    menu(tr("&Edit"), "IbisEditMenu",
+         {ID_IBIS_UNDO, ID_IBIS_REDO, ui::kSeparator, ID_IBIS_FIND, ID_IBIS_FIND_NEXT,
+          ID_IBIS_FIND_PREVIOUS, ui::kSeparator, ID_IBIS_GO_TO_LINE});
+    QMenu* view = menu(tr("&View"), "IbisViewMenu",
+                       {ID_IBIS_NEXT_MESSAGE, ID_IBIS_PREVIOUS_MESSAGE, ui::kSeparator});
+    QMenu* panes = view->addMenu(tr("Pane"));
+    m_actions->FillMenu(*panes, {ID_IBIS_PANE_TREE, ID_IBIS_PANE_REPORT, ID_IBIS_PANE_CURVES});
+}
+
+void CIbisEditorFrm::MakeToolBars()
+{
+    auto* bar = new QToolBar(tr("IBIS"), this);
+    bar->setObjectName(QStringLiteral("IbisToolBar"));
+    bar->setIconSize({20, 20});
+    addToolBar(bar);
+    m_actions->FillToolBar(*bar, {ID_IBIS_OPEN, ID_IBIS_SAVE, ui::kSeparator, ID_IBIS_CHECK,
+                                  ID_IBIS_LOADER, ui::kSeparator, ID_IBIS_PREVIOUS_MESSAGE,
+                                  ID_IBIS_NEXT_MESSAGE, ui::kSeparator});
+    m_find = new QLineEdit(this);
+    m_find->setObjectName(QStringLiteral("FindField"));
+    m_find->setPlaceholderText(tr("Find in the text"));
+    m_find->setClearButtonEnabled(true);
+    m_find->setMaximumWidth(260);
+    bar->addWidget(m_find);
+    m_actions->FillToolBar(*bar, {ID_IBIS_FIND_PREVIOUS, ID_IBIS_FIND_NEXT});
+}
+
+void CIbisEditorFrm::ConnectViews()
+{
+    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &CIbisEditorFrm::ShowObject);
+    connect(m_reportList->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &CIbisEditorFrm::ShowMessage);
+    connect(m_edit, &QPlainTextEdit::cursorPositionChanged, this, &CIbisEditorFrm::FollowText);
+    connect(m_large, &CLargeTextView::CurrentLineChanged, this, &CIbisEditorFrm::FollowText);
+    connect(m_edit, &QPlainTextEdit::modificationChanged, this, &QWidget::setWindowModified);
+    connect(m_reportSearch, &QLineEdit::textChanged, m_filter, &CReportFilter::SetText);
+    new ui::CQtEnterKeyPressEventFilter(*m_find, [this] { OnIbisFindNext(); });
+    connect(&m_job, &CBackgroundJob::Progress, this, [this](const QString& what, int) {
+        statusBar()->showMessage(what);
+        m_progress->setRange(0, 0);
+        m_progress->show();
+    });
+    connect(&m_job, &CBackgroundJob::Finished, this, [this] {
+        statusBar()->clearMessage();
+        m_progress->hide();
+    });
+}
+
+bool CIbisEditorFrm::IsLarge() const
+{
+    return m_texts->currentWidget() == m_large;
+}
+
+std::size_t CIbisEditorFrm::CurrentLine() const
+{
+    return IsLarge() ? m_large->CurrentLine() : m_edit->CurrentLine();
+}
+
+void CIbisEditorFrm::GoToLine(std::size_t line)
+{
+    if (IsLarge()) {
+        m_large->GoToLine(line);
+        FollowText();
+    } else {
+        m_edit->GoToLine(line);
+    }
+}
+
+void CIbisEditorFrm::FollowText()
+{
+    if (m_following || m_edit->IsFilling()) {
+        return;
+    }
+    m_following = true;
+    const QModelIndex index = m_treeModel.IndexOfLine(CurrentLine());
+    if (index.isValid()) {
+        m_tree->setCurrentIndex(index);
+        m_tree->scrollTo(index);
+    }
+    m_following = false;
+}
+
+void CIbisEditorFrm::ShowObject()
+{
+    const ibis::CIPDataObject* object = m_treeModel.ObjectAt(m_tree->currentIndex());
+    if (object == nullptr) {
+        return;
+    }
+    if (!m_following) { // the tree leads
+        m_following = true;
+        GoToLine(object->Line());
+        m_following = false;
+    }
+    // A value below a table belongs to the table.
+    for (QModelIndex at = m_tree->currentIndex(); at.isValid(); at = at.parent()) {
+        SIbisCurves made = CurvesOfObject(*m_treeModel.ObjectAt(at));
+        if (made.title.isEmpty()) {
+            continue;
+        }
+        if (m_curvesPane->windowTitle() != made.title || m_curves.rowCount() == 0) {
+            while (m_curves.rowCount() > 0) {
+                m_curves.Remove(m_curves.rowCount() - 1);
+            }
+            m_curvesPane->setWindowTitle(made.title);
+            for (std::size_t i = 0; i < made.curves.size(); ++i) {
+                m_curves.Add({made.curves[i], curve::EUnitClass::None, made.colors[i], true, {}});
+            }
+            m_plot->SetAxes(made.axes);
+            m_plot->ZoomFit();
+        }
+        return;
+    }
+}
+
+void CIbisEditorFrm::ShowMessage()
+{
+    const QModelIndex index = m_reportList->currentIndex();
+    if (!index.isValid()) {
+        m_explanation->clear();
+        return;
+    }
+    const ibis::SIPMessage& message = m_report.At(m_filter->mapToSource(index).row());
+    if (message.line != 0) {
+        GoToLine(message.line);
+    }
+    const QString explanation = ExplanationOf(message.code);
+    m_explanation->setHtml(
+        QStringLiteral("<p>%1</p>").arg(QString::fromStdString(message.text).toHtmlEscaped()) +
+        explanation);
+}
+
+void CIbisEditorFrm::StepMessage(int by)
+{
+    const int rows = m_filter->rowCount();
+    const QModelIndex current = m_reportList->currentIndex();
+    const int row = current.isValid() ? current.row() + by : (by > 0 ? 0 : rows - 1);
+    m_reportList->setCurrentIndex(m_filter->index((row + rows) % rows, 0));
+}
+
+void CIbisEditorFrm::Toggle(int which)
+{
+    m_shown[which] = !m_shown[which];
+    m_filter->SetWanted(static_cast<ibis::EIPSeverity>(which), m_shown[which]);
+    if (which == static_cast<int>(ibis::EIPSeverity::Note)) {
+        m_filter->SetWanted(ibis::EIPSeverity::Other, m_shown[which]);
+    }
+}
+
+void CIbisEditorFrm::OnIbisShowErrors()
+{
+    Toggle(0);
+}
+
+void CIbisEditorFrm::OnIbisShowWarnings()
+{
+    Toggle(1);
+}
+
+void CIbisEditorFrm::OnIbisShowNotes()
+{
+    Toggle(2);
+}
+
+void CIbisEditorFrm::OnIbisLoader()
+{
+    Q_EMIT LoaderAsked(m_path);
+}
+
+void CIbisEditorFrm::OnIbisClose()
+{
+    close();
+}
+
+void CIbisEditorFrm::OnIbisUndo()
+{
+    m_edit->undo();
+}
+
+void CIbisEditorFrm::OnIbisRedo()
+{
+    m_edit->redo();
+}
+
+void CIbisEditorFrm::OnIbisFind()
+{
+    m_find->setFocus();
+    m_find->selectAll();
+}
+
+void CIbisEditorFrm::OnIbisFindNext()
+{
+    Find(false);
+}
+
+void CIbisEditorFrm::OnIbisFindPrevious()
+{
+    Find(true);
+}
+
+QDockWidget* CIbisEditorFrm::PaneOf(unsigned command) const
+{
+    return command == ID_IBIS_PANE_TREE     ? m_treePane
+           : command == ID_IBIS_PANE_REPORT ? m_reportPane
+                                            : m_curvesPane;
+}
+
+void CIbisEditorFrm::OnIbisPaneTree()
+{
+    m_treePane->setVisible(m_treePane->isHidden());
+}
+
+void CIbisEditorFrm::OnIbisPaneReport()
+{
+    m_reportPane->setVisible(m_reportPane->isHidden());
+}
+
+void CIbisEditorFrm::OnIbisPaneCurves()
+{
+    m_curvesPane->setVisible(m_curvesPane->isHidden());
+}
+
+void CIbisEditorFrm::OnUpdateIbisOpen(ui::CCmdUI& ui)
+{
+    ui.Enable(IsIdle());
+}
+
+void CIbisEditorFrm::OnUpdateIbisSave(ui::CCmdUI& ui)
+{
+    ui.Enable(IsIdle() && IsModified());
+}
+
+void CIbisEditorFrm::OnUpdateOfFile(ui::CCmdUI& ui)
+{
+    ui.Enable(IsIdle() && !m_path.isEmpty());
+}
+
+void CIbisEditorFrm::OnUpdateOfEdit(ui::CCmdUI& ui)
+{
+    ui.Enable(IsIdle() && !m_path.isEmpty() && !IsLarge());
+}
+
+void CIbisEditorFrm::OnUpdateIbisUndo(ui::CCmdUI& ui)
+{
+    ui.Enable(!IsLarge() && m_edit->document()->isUndoAvailable());
+}
+
+void CIbisEditorFrm::OnUpdateIbisRedo(ui::CCmdUI& ui)
+{
+    ui.Enable(!IsLarge() && m_edit->document()->isRedoAvailable());
+}
+
+void CIbisEditorFrm::OnUpdateOfMessages(ui::CCmdUI& ui)
+{
+    ui.Enable(m_filter->rowCount() > 0);
+}
+
+void CIbisEditorFrm::OnUpdateIbisShow(ui::CCmdUI& ui)
+{
+    ui.SetCheck(m_shown[ui.Command() - ID_IBIS_SHOW_ERRORS]);
+}
+
+void CIbisEditorFrm::OnUpdateIbisPane(ui::CCmdUI& ui)
+{
+    ui.SetCheck(!PaneOf(ui.Command())->isHidden());
+}
+
+} // namespace zov::app

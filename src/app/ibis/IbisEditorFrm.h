@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: Apache-2.0
+/// The IBIS editor: a file's objects, text, curves and what the checker says of it, each following
+/// the others. docs/ibis-editor.md is its page for users.
+#pragma once
+
+#include "app/BackgroundJob.h"
+#include "app/curves/CurvePage.h"
+#include "app/ibis/IbisTreeModel.h"
+#include "app/ibis/ReportModel.h"
+#include "base/Sink.h"
+#include "ui/CommandActions.h"
+#include "ui/IdleUpdate.h"
+
+#include <QMainWindow>
+
+#include <filesystem>
+
+class QDockWidget;
+class QLabel;
+class QLineEdit;
+class QProgressBar;
+class QStackedWidget;
+class QTableView;
+class QTextBrowser;
+class QTreeView;
+
+namespace zov::app {
+
+class CIbisTextEdit;
+class CLargeTextView;
+
+class CIbisEditorFrm : public QMainWindow, public ui::CCmdTargetBase
+{
+    Q_OBJECT
+    ZOV_DECLARE_MESSAGE_MAP()
+
+public:
+    /// Files above this size are shown and checked, but not edited.
+    static constexpr std::size_t kEditableBytes = std::size_t{4} << 20U;
+
+    /// @param log outlives the frame; the "Output" pane
+    explicit CIbisEditorFrm(CLogSink& log, QWidget* parent = nullptr);
+    ~CIbisEditorFrm() override;
+
+    /// Checks, parses and shows a file, beside the window. An edited text is asked about first.
+    void OpenFile(const QString& path);
+    /// ".ibs", ".pkg", ".ims", ".ebd", also ".ami", ".emd" and ".ems", which have no objects.
+    [[nodiscard]] static bool IsIbisFile(const QString& path);
+    /// False while a file is on its way in.
+    [[nodiscard]] bool IsIdle() const;
+    [[nodiscard]] const QString& Path() const { return m_path; }
+    [[nodiscard]] ui::CCommandActions& Actions() { return *m_actions; }
+    void GoToLine(std::size_t line);
+    [[nodiscard]] std::size_t CurrentLine() const;
+    void OnIdleUpdateCmdUI();
+
+Q_SIGNALS:
+    /// "Load Component..." was asked for.
+    void LoaderAsked(const QString& path);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void OnIbisOpen();
+    void OnIbisSave();
+    void OnIbisSaveAs();
+    void OnIbisCheck();
+    void OnIbisLoader();
+    void OnIbisClose();
+    void OnIbisUndo();
+    void OnIbisRedo();
+    void OnIbisFind();
+    void OnIbisFindNext();
+    void OnIbisFindPrevious();
+    void OnIbisGoToLine();
+    void OnIbisNextMessage() { StepMessage(1); }
+    void OnIbisPreviousMessage() { StepMessage(-1); }
+    void OnIbisShowErrors();
+    void OnIbisShowWarnings();
+    void OnIbisShowNotes();
+    void OnIbisPaneTree();
+    void OnIbisPaneReport();
+    void OnIbisPaneCurves();
+    void OnUpdateIbisOpen(ui::CCmdUI& ui);
+    void OnUpdateIbisSave(ui::CCmdUI& ui);
+    void OnUpdateOfFile(ui::CCmdUI& ui);
+    void OnUpdateOfEdit(ui::CCmdUI& ui);
+    void OnUpdateIbisUndo(ui::CCmdUI& ui);
+    void OnUpdateIbisRedo(ui::CCmdUI& ui);
+    void OnUpdateOfMessages(ui::CCmdUI& ui);
+    void OnUpdateIbisShow(ui::CCmdUI& ui);
+    void OnUpdateIbisPane(ui::CCmdUI& ui);
+
+    struct SLoaded;
+    void MakePanes();
+    void MakeMenus();
+    void MakeToolBars();
+    void ConnectViews();
+    enum class ETextToo
+    {
+        Yes,
+        No ///< only objects and report: the text is in the editor already
+    };
+    void Load(const QString& path, ETextToo text);
+    void Take(SLoaded& loaded, ETextToo text);
+    void ShowText(SLoaded& loaded);
+    void ShowTitle();
+    void ShowObject();
+    void ShowMessage();
+    void FollowText();
+    void StepMessage(int by);
+    void Find(bool backwards);
+    bool FindInLarge(const QString& text, bool backwards);
+    void Toggle(int which);
+    bool SaveTo(const QString& path);
+    /// Asks about an edited text; false: the user wants to go on with it.
+    bool MayLeave();
+    [[nodiscard]] bool IsLarge() const;
+    [[nodiscard]] bool IsModified() const;
+    [[nodiscard]] QDockWidget* PaneOf(unsigned command) const;
+
+    CLogSink& m_log;
+    ui::CCommandActions* m_actions;
+    CIbisTreeModel m_treeModel;
+    CReportModel m_report;
+    CReportFilter* m_filter;
+    CCurveListModel m_curves;
+    CMarkerModel m_markers;
+    QTreeView* m_tree = nullptr;
+    QStackedWidget* m_texts = nullptr;
+    CIbisTextEdit* m_edit = nullptr;
+    CLargeTextView* m_large = nullptr;
+    QTableView* m_reportList = nullptr;
+    QTextBrowser* m_explanation = nullptr;
+    CCurvePlot* m_plot = nullptr;
+    QLineEdit* m_find = nullptr;
+    QLineEdit* m_reportSearch = nullptr;
+    QLabel* m_verdict = nullptr;
+    QProgressBar* m_progress = nullptr;
+    QDockWidget* m_treePane = nullptr;
+    QDockWidget* m_reportPane = nullptr;
+    QDockWidget* m_curvesPane = nullptr;
+    ui::CIdleUpdate* m_idle = nullptr;
+    std::shared_ptr<const ibis::CIBISDataParser> m_file;
+    QString m_path;
+    bool m_shown[3] = {true, true, true}; ///< errors, warnings, notes
+    bool m_crLf = false;
+    bool m_utf8 = true;
+    bool m_following = false;
+    CBackgroundJob m_job;
+};
+
+} // namespace zov::app

@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/ibis/LargeTextView.h"
+
+#include "app/ibis/IbisColors.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <cstring>
+
+namespace zov::app {
+namespace {
+
+/// What is drawn of a line.
+constexpr std::size_t kShownBytes = 400;
+
+} // namespace
+
+std::vector<std::size_t> LineStartsOf(std::string_view text)
+{
+    std::vector<std::size_t> starts = {0};
+    std::size_t at = 0;
+    while (at < text.size()) {
+        const void* found = std::memchr(text.data() + at, '\n', text.size() - at);
+        if (found == nullptr) {
+            break;
+        }
+        at = static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) + 1;
+        starts.push_back(at);
+    }
+    starts.push_back(text.size());
+    return starts;
+}
+
+CLargeTextView::CLargeTextView(QWidget* parent)
+    : QAbstractScrollArea(parent)
+{
+    setObjectName(QStringLiteral("IbisLargeText"));
+    QFont fixed(QStringLiteral("monospace"), font().pointSize());
+    fixed.setStyleHint(QFont::Monospace);
+    setFont(fixed);
+    setFocusPolicy(Qt::StrongFocus);
+    viewport()->setBackgroundRole(QPalette::Base);
+}
+
+void CLargeTextView::SetText(std::shared_ptr<const void> owner, std::string_view text,
+                             std::vector<std::size_t> lineStarts, QChar comment)
+{
+    m_owner = std::move(owner);
+    m_text = text;
+    m_starts = std::move(lineStarts);
+    m_comment = comment;
+    m_current = 1;
+    ShowBars();
+    verticalScrollBar()->setValue(0);
+    viewport()->update();
+}
+
+int CLargeTextView::PageRows() const
+{
+    return std::max(1, viewport()->height() / RowHeight());
+}
+
+void CLargeTextView::ShowBars()
+{
+    verticalScrollBar()->setPageStep(PageRows());
+    verticalScrollBar()->setRange(0, std::max(0, static_cast<int>(LineCount()) - PageRows()));
+    const int width =
+        fontMetrics().horizontalAdvance(QLatin1Char('9')) * static_cast<int>(kShownBytes);
+    horizontalScrollBar()->setPageStep(viewport()->width());
+    horizontalScrollBar()->setRange(0, std::max(0, width - viewport()->width()));
+}
+
+QString CLargeTextView::LineText(std::size_t line) const
+{
+    const std::size_t begin = m_starts[line - 1];
+    std::string_view text = m_text.substr(begin, m_starts[line] - begin).substr(0, kShownBytes);
+    while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) {
+        text.remove_suffix(1);
+    }
+    return QString::fromUtf8(text.data(), static_cast<int>(text.size()))
+        .replace(QLatin1Char('\t'), QStringLiteral("    "));
+}
+
+int CLargeTextView::MarginWidth() const
+{
+    return 12 +
+           fontMetrics().horizontalAdvance(QLatin1Char('9')) * QString::number(LineCount()).size();
+}
+
+void CLargeTextView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(viewport());
+    painter.setFont(font());
+    const int margin = MarginWidth();
+    const int height = RowHeight();
+    const int left = margin + 4 - horizontalScrollBar()->value();
+    auto line = static_cast<std::size_t>(verticalScrollBar()->value()) + 1;
+    for (int y = 0; y < viewport()->height() && line <= LineCount(); y += height, ++line) {
+        if (line == m_current) {
+            QColor color = palette().color(QPalette::Highlight);
+            color.setAlphaF(0.15);
+            painter.fillRect(0, y, viewport()->width(), height, color);
+        }
+        const QString text = LineText(line);
+        int from = 0;
+        const auto put = [&](int end, const QColor& color) {
+            painter.setPen(color);
+            painter.drawText(left + fontMetrics().horizontalAdvance(text, from),
+                             y + fontMetrics().ascent(), text.mid(from, end - from));
+            from = end;
+        };
+        for (const SInkSpan& span : InksOf(text, m_comment)) {
+            put(span.start, palette().color(QPalette::Text));
+            put(span.start + span.length, ColorOf(span.ink, palette()));
+        }
+        put(text.size(), palette().color(QPalette::Text));
+        painter.fillRect(0, y, margin, height, palette().color(QPalette::AlternateBase));
+        painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+        painter.drawText(QRect(0, y, margin - 6, height), Qt::AlignRight, QString::number(line));
+    }
+}
+
+void CLargeTextView::resizeEvent(QResizeEvent* event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    ShowBars();
+}
+
+void CLargeTextView::MoveCurrent(std::size_t line)
+{
+    m_current = std::clamp<std::size_t>(line, 1, std::max<std::size_t>(1, LineCount()));
+    const int row = static_cast<int>(m_current) - 1;
+    const int top = verticalScrollBar()->value();
+    if (row < top) {
+        verticalScrollBar()->setValue(row);
+    } else if (row >= top + PageRows()) {
+        verticalScrollBar()->setValue(row - PageRows() + 1);
+    }
+    viewport()->update();
+}
+
+std::size_t CLargeTextView::LineOfByte(std::size_t at) const
+{
+    return static_cast<std::size_t>(std::ranges::upper_bound(m_starts, at) - m_starts.begin());
+}
+
+void CLargeTextView::GoToLine(std::size_t line)
+{
+    MoveCurrent(line);
+    verticalScrollBar()->setValue(static_cast<int>(m_current) - PageRows() / 2);
+    viewport()->update();
+}
+
+void CLargeTextView::mousePressEvent(QMouseEvent* event)
+{
+    MoveCurrent(
+        static_cast<std::size_t>(verticalScrollBar()->value() + event->pos().y() / RowHeight()) +
+        1);
+    Q_EMIT CurrentLineChanged();
+}
+
+void CLargeTextView::keyPressEvent(QKeyEvent* event)
+{
+    const auto page = static_cast<std::size_t>(PageRows());
+    switch (event->key()) {
+    case Qt::Key_Up:
+        MoveCurrent(m_current - 1);
+        break;
+    case Qt::Key_Down:
+        MoveCurrent(m_current + 1);
+        break;
+    case Qt::Key_PageUp:
+        MoveCurrent(m_current > page ? m_current - page : 1);
+        break;
+    case Qt::Key_PageDown:
+        MoveCurrent(m_current + page);
+        break;
+    case Qt::Key_Home:
+        MoveCurrent(1);
+        break;
+    case Qt::Key_End:
+        MoveCurrent(LineCount());
+        break;
+    default:
+        QAbstractScrollArea::keyPressEvent(event);
+        return;
+    }
+    Q_EMIT CurrentLineChanged();
+}
+
+} // namespace zov::app

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+/// The text of a large file, to be read: drawn from the file's bytes, so that 200 MB cost no more
+/// than an index of their lines.
+#pragma once
+
+#include <QAbstractScrollArea>
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace zov::app {
+
+/// First byte of each line, and the end of the last one.
+[[nodiscard]] std::vector<std::size_t> LineStartsOf(std::string_view text);
+
+class CLargeTextView : public QAbstractScrollArea
+{
+    Q_OBJECT
+
+public:
+    explicit CLargeTextView(QWidget* parent = nullptr);
+
+    /// @param owner keeps the text
+    void SetText(std::shared_ptr<const void> owner, std::string_view text,
+                 std::vector<std::size_t> lineStarts, QChar comment);
+    void GoToLine(std::size_t line);
+    [[nodiscard]] std::size_t CurrentLine() const { return m_current; }
+    [[nodiscard]] std::size_t LineCount() const
+    {
+        return m_starts.empty() ? 0 : m_starts.size() - 1;
+    }
+    [[nodiscard]] std::string_view Text() const { return m_text; }
+    /// First byte of a line and the one behind its line end.
+    [[nodiscard]] std::pair<std::size_t, std::size_t> BytesOfLine(std::size_t line) const
+    {
+        return {m_starts[line - 1], m_starts[line]};
+    }
+    [[nodiscard]] std::size_t LineOfByte(std::size_t at) const;
+
+Q_SIGNALS:
+    /// By the user's hand.
+    void CurrentLineChanged();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    [[nodiscard]] int RowHeight() const { return fontMetrics().height(); }
+    [[nodiscard]] int PageRows() const;
+    [[nodiscard]] QString LineText(std::size_t line) const;
+    [[nodiscard]] int MarginWidth() const;
+    void ShowBars();
+    void MoveCurrent(std::size_t line);
+
+    std::shared_ptr<const void> m_owner;
+    std::string_view m_text;
+    std::vector<std::size_t> m_starts;
+    QChar m_comment = QLatin1Char('|');
+    std::size_t m_current = 1;
+};
+
+} // namespace zov::app

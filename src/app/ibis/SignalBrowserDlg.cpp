@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/ibis/SignalBrowserDlg.h"
+
+#include <QPushButton>
+#include <QSortFilterProxyModel>
+#include <QStringListModel>
+
+#include <algorithm>
+
+namespace zov::app {
+
+CSignalBrowserDlg::CSignalBrowserDlg(QWidget* parent, const QStringList& names)
+    : CqtDialogRes(parent)
+    , m_proxy(new QSortFilterProxyModel(this))
+{
+    m_proxy->setSourceModel(new QStringListModel(names, this));
+    m_proxy->setFilterCaseSensitivity(Qt::CaseInsensitive);
+    m_form.ui_IDC_NAMES->setModel(m_proxy);
+    connect(m_form.ui_IDC_FILTER, &QLineEdit::textChanged, m_proxy,
+            &QSortFilterProxyModel::setFilterWildcard);
+    QPushButton* ok = m_form.ui_IDC_BUTTONS->button(QDialogButtonBox::Ok);
+    ok->setEnabled(false);
+    connect(m_form.ui_IDC_NAMES->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this, ok] { ok->setEnabled(!Chosen().isEmpty()); });
+    connect(m_form.ui_IDC_NAMES, &QListView::doubleClicked, this, &QDialog::accept);
+}
+
+QStringList CSignalBrowserDlg::Chosen() const
+{
+    QModelIndexList rows = m_form.ui_IDC_NAMES->selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end());
+    QStringList names;
+    for (const QModelIndex& row : rows) {
+        names += row.data().toString();
+    }
+    return names;
+}
+
+} // namespace zov::app

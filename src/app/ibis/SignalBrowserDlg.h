@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+/// Names picked from a list with a filter.
+#pragma once
+
+#include "ui/UiDialog.h"
+#include "ui_dlg_IDD_ZOV_SIGNAL_BROWSER.h"
+
+class QSortFilterProxyModel;
+
+namespace zov::app {
+
+class CSignalBrowserDlg : public ui::CqtDialogRes<Ui::dlg_IDD_ZOV_SIGNAL_BROWSER>
+{
+    Q_OBJECT
+
+public:
+    CSignalBrowserDlg(QWidget* parent, const QStringList& names);
+    [[nodiscard]] QStringList Chosen() const;
+
+private:
+    QSortFilterProxyModel* m_proxy;
+};
+
+} // namespace zov::app

@@ -1,0 +1,251 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/ibis/IbisColors.h"
+#include "app/ibis/IbisCommands.h"
+#include "app/ibis/IbisEditorFrm.h"
+#include "app/ibis/IbisTextEdit.h"
+#include "app/ibis/LargeTextView.h"
+#include "base/File.h"
+#include "support/SourcePaths.h"
+#include "support/TempFolder.h"
+#include "ui/Prompt.h"
+
+#include <QAction>
+#include <QDockWidget>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTest>
+#include <QTextBrowser>
+#include <QTreeView>
+
+#include <gtest/gtest.h>
+
+namespace zov::app {
+namespace {
+
+struct IbisEditorTest : testing::Test
+{
+    static QString Text(const std::filesystem::path& path)
+    {
+        return QString::fromStdString(PathText(path));
+    }
+    std::filesystem::path Example() const
+    {
+        const std::filesystem::path copy = folder.Path() / "memory.ibs";
+        std::filesystem::copy_file(test::SourceFolder() + "/examples/memory.ibs", copy);
+        return copy;
+    }
+    void Open(const std::filesystem::path& path)
+    {
+        frame.OpenFile(Text(path));
+        WaitIdle();
+    }
+    void WaitIdle()
+    {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return frame.IsIdle(); }, 20000));
+    }
+    void Trigger(unsigned command) { frame.Actions().Action(command)->trigger(); }
+    bool IsEnabled(unsigned command)
+    {
+        frame.OnIdleUpdateCmdUI();
+        return frame.Actions().Action(command)->isEnabled();
+    }
+    template <class T>
+    T& Child(const char* name) const
+    {
+        return *frame.findChild<T*>(QLatin1String(name));
+    }
+    QString TreeText() const
+    {
+        return Child<QTreeView>("IbisTree").currentIndex().siblingAtColumn(0).data().toString();
+    }
+    /// Line of the first text, from 1.
+    static std::size_t LineOf(const std::string& text, std::string_view wanted)
+    {
+        return static_cast<std::size_t>(std::count(
+                   text.begin(), text.begin() + static_cast<std::ptrdiff_t>(text.find(wanted)),
+                   '\n')) +
+               1;
+    }
+
+    test::CTempFolder folder;
+    CVectorLog log;
+    ui::CScriptedAnswers answers;
+    CIbisEditorFrm frame{log};
+};
+
+TEST_F(IbisEditorTest, TreeAndTextFollowEachOther)
+{
+    Open(Example());
+    const std::string text = folder.Read("memory.ibs");
+    auto& tree = Child<QTreeView>("IbisTree");
+    ASSERT_GT(tree.model()->rowCount(), 5);
+    for (int row = 0; row < tree.model()->rowCount(); ++row) {
+        if (tree.model()->index(row, 0).data().toString() == QStringLiteral("[Model]")) {
+            tree.setCurrentIndex(tree.model()->index(row, 0));
+            break;
+        }
+    }
+    EXPECT_EQ(frame.CurrentLine(), LineOf(text, "[Model]"));
+    frame.GoToLine(LineOf(text, "[Pin]"));
+    EXPECT_EQ(TreeText(), QStringLiteral("[Pin]"));
+    frame.GoToLine(LineOf(text, "[Ramp]"));
+    EXPECT_EQ(TreeText(), QStringLiteral("[Ramp]"));
+    answers.ThenText(QStringLiteral("1"));
+    Trigger(ID_IBIS_GO_TO_LINE);
+    EXPECT_EQ(frame.CurrentLine(), 1U);
+    Child<QLineEdit>("FindField").setText(QStringLiteral("[Component]"));
+    Trigger(ID_IBIS_FIND_NEXT);
+    EXPECT_EQ(frame.CurrentLine(), LineOf(text, "[Component]"));
+}
+
+TEST_F(IbisEditorTest, TablesAreDrawnWithTheirCorners)
+{
+    Open(Example());
+    const std::string text = folder.Read("memory.ibs");
+    frame.GoToLine(LineOf(text, "[Pulldown]"));
+    auto& plot = Child<CCurvePlot>("CurvePlot");
+    EXPECT_EQ(plot.Axes().xUnit, QStringLiteral("V"));
+    EXPECT_EQ(plot.Axes().yUnit, QStringLiteral("A"));
+    EXPECT_TRUE(Child<QDockWidget>("IbisCurvesPane")
+                    .windowTitle()
+                    .startsWith(QStringLiteral("[Pulldown]")));
+    EXPECT_LT(plot.Window().xLow, plot.Window().xHigh);
+    const std::size_t wave = text.find("[Rising Waveform]");
+    if (wave != std::string::npos) {
+        frame.GoToLine(LineOf(text, "[Rising Waveform]"));
+        EXPECT_EQ(plot.Axes().xUnit, QStringLiteral("s"));
+    }
+}
+
+TEST_F(IbisEditorTest, SavingChecksAgainAndTheReportLeadsToTheLine)
+{
+    const std::filesystem::path path = Example();
+    Open(path);
+    const QString clean = Child<QLabel>("Verdict").text();
+    EXPECT_TRUE(clean.startsWith(QStringLiteral("0 errors"))) << clean.toStdString();
+    EXPECT_FALSE(IsEnabled(ID_IBIS_SAVE));
+
+    const std::string before = folder.Read("memory.ibs");
+    const std::size_t line = LineOf(before, "[Manufacturer]");
+    frame.GoToLine(line);
+    auto& edit = Child<CIbisTextEdit>("IbisText");
+    QTest::keyClicks(&edit, QStringLiteral("nonsense "));
+    EXPECT_TRUE(frame.isWindowModified());
+    EXPECT_TRUE(IsEnabled(ID_IBIS_SAVE));
+    Trigger(ID_IBIS_SAVE);
+    WaitIdle();
+    EXPECT_FALSE(frame.isWindowModified());
+    std::string expected = before;
+    expected.insert(before.find("[Manufacturer]"), "nonsense ");
+    EXPECT_EQ(folder.Read("memory.ibs"), expected) << "every other byte is as it was";
+    EXPECT_NE(Child<QLabel>("Verdict").text(), clean);
+
+    auto& list = Child<QTableView>("ReportList");
+    ASSERT_GT(list.model()->rowCount(), 0);
+    frame.GoToLine(1);
+    Trigger(ID_IBIS_NEXT_MESSAGE);
+    EXPECT_EQ(frame.CurrentLine(),
+              list.currentIndex().siblingAtColumn(CReportModel::kLine).data().toULongLong());
+    const QString code = list.currentIndex().siblingAtColumn(CReportModel::kCode).data().toString();
+    EXPECT_TRUE(code.startsWith(QLatin1Char('E'))) << code.toStdString();
+    EXPECT_TRUE(
+        Child<QTextBrowser>("Explanation").toPlainText().contains(QStringLiteral("What to do")));
+    const int all = list.model()->rowCount();
+    Trigger(ID_IBIS_SHOW_ERRORS);
+    EXPECT_LT(list.model()->rowCount(), all);
+    Trigger(ID_IBIS_SHOW_ERRORS);
+    Child<QLineEdit>("ReportSearch").setText(code);
+    EXPECT_GT(list.model()->rowCount(), 0);
+    Child<QLineEdit>("ReportSearch").setText(QStringLiteral("no such text"));
+    EXPECT_EQ(list.model()->rowCount(), 0);
+    EXPECT_FALSE(IsEnabled(ID_IBIS_NEXT_MESSAGE));
+}
+
+TEST_F(IbisEditorTest, AnEditedTextIsNotLost)
+{
+    const std::filesystem::path path = Example();
+    Open(path);
+    QTest::keyClicks(&Child<CIbisTextEdit>("IbisText"), QStringLiteral("|"));
+    answers.Then(ui::EAnswer::Cancel);
+    EXPECT_FALSE(frame.close());
+    answers.Then(ui::EAnswer::Cancel);
+    frame.OpenFile(Text(folder.Write("other.ibs", "[IBIS Ver] 4.2\n")));
+    EXPECT_EQ(frame.Path(), Text(path));
+    std::filesystem::remove(path);
+    std::filesystem::create_directories(path / "in the way");
+    Trigger(ID_IBIS_SAVE);
+    EXPECT_EQ(answers.Shown().back().icon, ui::EIcon::Error);
+    EXPECT_TRUE(frame.isWindowModified());
+    answers.Then(ui::EAnswer::No);
+    EXPECT_TRUE(frame.close());
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(IbisEditorTest, BytesThatAreNoUtf8AndCrLfStay)
+{
+    const std::string text = "[IBIS Ver] 4.2\r\n| \xB5 micro\r\n[File Name] odd.ibs\r\n[End]\r\n";
+    Open(folder.Write("odd.ibs", text));
+    frame.GoToLine(4);
+    QTest::keyClicks(&Child<CIbisTextEdit>("IbisText"), QStringLiteral("|"));
+    Trigger(ID_IBIS_SAVE);
+    WaitIdle();
+    std::string expected = text;
+    expected.insert(expected.find("[End]"), "|");
+    EXPECT_EQ(folder.Read("odd.ibs"), expected);
+}
+
+TEST_F(IbisEditorTest, LargeFilesAreShownNotEdited)
+{
+    std::string text = "[IBIS Ver] 5.0\n[File Name] large.ibs\n[Component] c\n";
+    while (text.size() <= CIbisEditorFrm::kEditableBytes) {
+        text += "| padding padding padding padding padding padding padding padding\n";
+    }
+    const std::size_t last = LineOf(text + "@", "@");
+    text += "[Manufacturer] m\n[End]\n";
+    Open(folder.Write("large.ibs", text));
+    EXPECT_FALSE(IsEnabled(ID_IBIS_SAVE_AS));
+    auto& view = Child<CLargeTextView>("IbisLargeText");
+    EXPECT_EQ(view.LineCount(), last + 2) << "and the empty one at the end";
+    frame.resize(900, 600);
+    frame.show();
+    frame.GoToLine(last);
+    EXPECT_EQ(TreeText(), QStringLiteral("[Manufacturer]"));
+    QTest::keyClick(&view, Qt::Key_Home);
+    EXPECT_EQ(TreeText(), QStringLiteral("[IBIS Ver]"));
+    Child<QLineEdit>("FindField").setText(QStringLiteral("[Manufacturer]"));
+    Trigger(ID_IBIS_FIND_NEXT);
+    EXPECT_EQ(frame.CurrentLine(), last);
+    EXPECT_FALSE(frame.grab().isNull());
+}
+
+TEST_F(IbisEditorTest, FilesWithoutObjectsAndMissingOnes)
+{
+    Open(folder.Write(
+        "rx.ami",
+        "(rx (Reserved_Parameters (AMI_Version (Usage Info) (Type String) (Value \"7.0\"))))\n"));
+    EXPECT_EQ(Child<QTreeView>("IbisTree").model()->rowCount(), 0);
+    EXPECT_NE(Child<QLabel>("Verdict").text(), QString());
+    Open(folder.Path() / "gone.ibs");
+    EXPECT_EQ(answers.Shown().back().icon, ui::EIcon::Error);
+    EXPECT_TRUE(answers.Shown().back().text.contains(QStringLiteral("gone.ibs")));
+    for (const ui::SCommand& command : IbisCommands()) {
+        EXPECT_NE(frame.FindTarget(command.id), nullptr) << command.name;
+    }
+}
+
+TEST(IbisColors, PartsOfALine)
+{
+    const auto inks =
+        InksOf(QStringLiteral("[Voltage Range] 3.3V NA -2.5e-3 name | [no] 5"), QLatin1Char('|'));
+    const std::vector<SInkSpan> expected = {{0, 15, EIbisInk::Keyword},
+                                            {16, 4, EIbisInk::Number},
+                                            {24, 7, EIbisInk::Number},
+                                            {37, 8, EIbisInk::Comment}};
+    EXPECT_EQ(inks, expected);
+    EXPECT_TRUE(InksOf({}, QLatin1Char('|')).empty());
+    EXPECT_EQ(InksOf(QStringLiteral("[open"), QLatin1Char('|')).size(), 1U);
+}
+
+} // namespace
+} // namespace zov::app
