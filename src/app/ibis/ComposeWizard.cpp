@@ -1,0 +1,469 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/ibis/ComposeWizard.h"
+
+#include "app/ibis/ModelBrowserDlg.h"
+#include "base/Clock.h"
+#include "base/File.h"
+#include "ibis/CheckReport.h"
+#include "ibis/IbisLoader.h"
+#include "ui/Prompt.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace zov::app {
+namespace {
+
+const char* const kDescriptionFilter = "Composite description (*.json)";
+
+QStringList Ties()
+{
+    return {QStringLiteral("open"), QStringLiteral("pin"), QStringLiteral("pad"),
+            QStringLiteral("package_rail"), QStringLiteral("die_rail")};
+}
+
+std::filesystem::path PathOf(const QString& path)
+{
+    return TextPath(path.toStdString());
+}
+
+QString Text(const std::string& text)
+{
+    return QString::fromStdString(text);
+}
+
+QLineEdit* NewField(const char* objectName, QWidget* parent)
+{
+    auto* field = new QLineEdit(parent);
+    field->setObjectName(QLatin1String(objectName));
+    return field;
+}
+
+} // namespace
+
+CCircuitEditor::CCircuitEditor(const QString& title, const char* objectName, QWidget* parent)
+    : QWidget(parent)
+{
+    setObjectName(QLatin1String(objectName));
+    auto* box = new QGroupBox(title, this);
+    auto* form = new QFormLayout(box);
+    m_name = NewField("CircuitName", box);
+    m_name->setPlaceholderText(tr("empty: there is no such circuit"));
+    m_file = NewField("CircuitFile", box);
+    m_subcircuit = NewField("CircuitSubcircuit", box);
+    m_ports = new CTextTable({{tr("Port"), {}}, {tr("Ties to"), Ties()}, {tr("Name"), {}}}, box);
+    form->addRow(tr("Name:"), m_name);
+    form->addRow(tr("SPICE file:"), m_file);
+    form->addRow(tr("Sub-circuit:"), m_subcircuit);
+    form->addRow(m_ports);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(box);
+}
+
+void CCircuitEditor::Set(const ibis::SCompositeCircuit& circuit)
+{
+    m_name->setText(Text(circuit.name));
+    m_file->setText(Text(circuit.file));
+    m_subcircuit->setText(Text(circuit.subcircuit));
+    m_ports->Model().Clear();
+    for (const ibis::SCompositePort& port : circuit.ports) {
+        m_ports->Model().Add({Text(port.name), Ties()[static_cast<int>(port.tie)], Text(port.to)});
+    }
+}
+
+ibis::SCompositeCircuit CCircuitEditor::Circuit() const
+{
+    ibis::SCompositeCircuit circuit;
+    circuit.name = m_name->text().trimmed().toStdString();
+    circuit.file = m_file->text().trimmed().toStdString();
+    circuit.subcircuit = m_subcircuit->text().trimmed().toStdString();
+    if (circuit.subcircuit.empty()) {
+        circuit.subcircuit = circuit.name;
+    }
+    for (const QStringList& row : m_ports->Model().Rows()) {
+        const auto tie = std::max(qsizetype{0}, qsizetype{Ties().indexOf(row[1])});
+        circuit.ports.push_back(
+            {row[0].toStdString(), static_cast<ibis::ECompositeTie>(tie), row[2].toStdString()});
+    }
+    return circuit;
+}
+
+CComposeWizard::CComposeWizard(QWidget* parent, CLogSink& log)
+    : QWizard(parent)
+    , m_log(log)
+{
+    setObjectName(QStringLiteral("ComposeWizard"));
+    setWindowTitle(tr("Compose IBIS"));
+    setWizardStyle(QWizard::ModernStyle);
+    setOption(QWizard::NoBackButtonOnLastPage);
+    resize(900, 620);
+    MakeOutputPage();
+    MakeBufferPage();
+    MakePinPage();
+    MakeCircuitPage();
+    MakeResultPage();
+    connect(this, &QWizard::currentIdChanged, this, [this](int id) {
+        if (id == kResult) {
+            Check();
+        }
+    });
+}
+
+CComposeWizard::~CComposeWizard() = default;
+
+QWizardPage* CComposeWizard::NewPage(EPage id, const QString& title, const QString& text)
+{
+    auto* page = new QWizardPage(this);
+    page->setTitle(title);
+    page->setSubTitle(text);
+    setPage(id, page);
+    return page;
+}
+
+void CComposeWizard::MakeOutputPage()
+{
+    QWizardPage* page = NewPage(kOutput, tr("File"),
+                                tr("One component whose buffers, package and on-die network are "
+                                   "SPICE circuits is written, with a SPICE file beside it."));
+    m_component = NewField("Component", page);
+    m_path = NewField("OutputPath", page);
+    m_wrapper = NewField("WrapperFile", page);
+    m_wrapper->setPlaceholderText(tr("name of the IBIS file with .sp"));
+    auto* browse = new QPushButton(tr("B&rowse..."), page);
+    auto* file = new QHBoxLayout;
+    file->addWidget(m_path);
+    file->addWidget(browse);
+    auto* open = new QPushButton(tr("&Open Description..."), page);
+    open->setObjectName(QStringLiteral("OpenDescription"));
+    auto* form = new QFormLayout(page);
+    form->addRow(tr("Component:"), m_component);
+    form->addRow(tr("IBIS file:"), file);
+    form->addRow(tr("SPICE file:"), m_wrapper);
+    form->addRow({}, open);
+    connect(browse, &QPushButton::clicked, this, [this] {
+        const QString path = ui::CPrompt::SaveFile(this, tr("Compose IBIS"),
+                                                   tr("IBIS file (*.ibs)"), m_path->text());
+        if (!path.isEmpty()) {
+            m_path->setText(path);
+        }
+    });
+    connect(open, &QPushButton::clicked, this, &CComposeWizard::OpenDescription);
+}
+
+void CComposeWizard::MakeBufferPage()
+{
+    QWizardPage* page =
+        NewPage(kBuffers, tr("Buffers"),
+                tr("IBIS models that are wrapped into SPICE sub-circuits; pins name them."));
+    m_buffers = new CTextTable(
+        {{tr("Name"), {}}, {tr("IBIS file"), {}}, {tr("Model"), {}}, {tr("Model_type"), {}}}, page);
+    m_buffers->setObjectName(QStringLiteral("Buffers"));
+    m_buffers->AddButton(tr("&From IBIS File..."), "FromIbisFile", [this] { BrowseModels(); });
+    (new QVBoxLayout(page))->addWidget(m_buffers);
+}
+
+void CComposeWizard::MakePinPage()
+{
+    QWizardPage* page = NewPage(kPins, tr("Pins"),
+                                tr("Each pin has a buffer or a model (POWER, GND, NC, a name). "
+                                   "Buffers name their rails."));
+    m_pins = new CTextTable({{tr("Pin"), {}},
+                             {tr("Signal"), {}},
+                             {tr("Buffer"), {}},
+                             {tr("Model"), {}},
+                             {tr("R"), {}},
+                             {tr("L"), {}},
+                             {tr("C"), {}},
+                             {tr("Pulldown"), {}},
+                             {tr("Pullup"), {}},
+                             {tr("GND clamp"), {}},
+                             {tr("POWER clamp"), {}},
+                             {tr("Inverts"), {}}},
+                            page);
+    m_pins->setObjectName(QStringLiteral("Pins"));
+    m_pins->AddButton(tr("&From IBIS File..."), "PinsFromIbisFile", [this] {
+        const QString path =
+            ui::CPrompt::OpenFile(this, tr("IBIS File"), tr("IBIS files (*.ibs);;All files (*)"));
+        if (!path.isEmpty()) {
+            TakePins(path);
+        }
+    });
+    (new QVBoxLayout(page))->addWidget(m_pins);
+}
+
+void CComposeWizard::MakeCircuitPage()
+{
+    QWizardPage* page = NewPage(kCircuits, tr("Package and Network"),
+                                tr("SPICE circuits between the pins and the buffers. The next "
+                                   "step writes the files."));
+    page->setCommitPage(true);
+    setButtonText(QWizard::CommitButton, tr("&Write"));
+    m_package = new CCircuitEditor(tr("Package"), "PackageCircuit", page);
+    m_network = new CCircuitEditor(tr("On-die network"), "NetworkCircuit", page);
+    auto* save = new QPushButton(tr("&Save Description..."), page);
+    save->setObjectName(QStringLiteral("SaveDescription"));
+    auto* both = new QHBoxLayout;
+    both->addWidget(m_package);
+    both->addWidget(m_network);
+    auto* layout = new QVBoxLayout(page);
+    layout->addLayout(both, 1);
+    layout->addWidget(save, 0, Qt::AlignLeft);
+    connect(save, &QPushButton::clicked, this, &CComposeWizard::SaveDescription);
+}
+
+void CComposeWizard::MakeResultPage()
+{
+    QWizardPage* page = NewPage(kResult, tr("Check"), tr("What the checker says of the file."));
+    m_verdict = new QLabel(page);
+    m_verdict->setObjectName(QStringLiteral("Verdict"));
+    m_verdict->setWordWrap(true);
+    auto* list = new QTableView(page);
+    list->setObjectName(QStringLiteral("Report"));
+    list->setModel(&m_report);
+    list->verticalHeader()->hide();
+    list->horizontalHeader()->setStretchLastSection(true);
+    list->setShowGrid(false);
+    auto* editor = new QPushButton(tr("Open in &Editor"), page);
+    editor->setObjectName(QStringLiteral("OpenInEditor"));
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(m_verdict);
+    layout->addWidget(list, 1);
+    layout->addWidget(editor, 0, Qt::AlignLeft);
+    connect(editor, &QPushButton::clicked, this, [this] { Q_EMIT EditorAsked(OutputPath()); });
+}
+
+QString CComposeWizard::OutputPath() const
+{
+    return m_path->text().trimmed();
+}
+
+void CComposeWizard::Tell(const SError& error)
+{
+    const QString text = Text(error.Full());
+    m_log.Write(error.Full());
+    ui::CPrompt::Tell(this, text, ui::EIcon::Error);
+}
+
+void CComposeWizard::Set(const ibis::SComposite& composite)
+{
+    m_component->setText(Text(composite.component));
+    m_wrapper->setText(Text(composite.wrapperFile));
+    m_buffers->Model().Clear();
+    for (const ibis::SCompositeBuffer& buffer : composite.buffers) {
+        m_buffers->Model().Add(
+            {Text(buffer.name), Text(buffer.file), Text(buffer.model), Text(buffer.modelType)});
+    }
+    m_pins->Model().Clear();
+    for (const ibis::SCompositePin& pin : composite.pins) {
+        m_pins->Model().Add({Text(pin.pin), Text(pin.signal), Text(pin.buffer), Text(pin.model),
+                             Text(pin.r), Text(pin.l), Text(pin.c), Text(pin.rails.pulldown),
+                             Text(pin.rails.pullup), Text(pin.rails.gndClamp),
+                             Text(pin.rails.powerClamp), Text(pin.inverts)});
+    }
+    m_package->Set(composite.package);
+    m_network->Set(composite.network);
+}
+
+ibis::SComposite CComposeWizard::Composite() const
+{
+    ibis::SComposite composite;
+    composite.component = m_component->text().trimmed().toStdString();
+    const QFileInfo file(OutputPath());
+    composite.fileName = file.fileName().toStdString();
+    composite.wrapperFile = m_wrapper->text().trimmed().toStdString();
+    if (composite.wrapperFile.empty()) {
+        composite.wrapperFile = (file.completeBaseName() + QStringLiteral(".sp")).toStdString();
+    }
+    for (const QStringList& row : m_buffers->Model().Rows()) {
+        composite.buffers.push_back({row[0].toStdString(), row[1].toStdString(),
+                                     row[2].toStdString(), row[3].toStdString()});
+    }
+    for (const QStringList& row : m_pins->Model().Rows()) {
+        ibis::SCompositePin pin;
+        std::string* const members[] = {&pin.pin,
+                                        &pin.signal,
+                                        &pin.buffer,
+                                        &pin.model,
+                                        &pin.r,
+                                        &pin.l,
+                                        &pin.c,
+                                        &pin.rails.pulldown,
+                                        &pin.rails.pullup,
+                                        &pin.rails.gndClamp,
+                                        &pin.rails.powerClamp,
+                                        &pin.inverts};
+        for (int i = 0; i < row.size(); ++i) {
+            *members[i] = row[i].toStdString();
+        }
+        composite.pins.push_back(std::move(pin));
+    }
+    composite.package = m_package->Circuit();
+    composite.network = m_network->Circuit();
+    return composite;
+}
+
+void CComposeWizard::AddBuffer(const QString& file, const QString& model, const QString& modelType)
+{
+    const auto isTaken = [this](const QString& name) {
+        return std::ranges::any_of(m_buffers->Model().Rows(),
+                                   [&](const QStringList& row) { return row[0] == name; });
+    };
+    QString name = model;
+    for (int number = 2; isTaken(name); ++number) {
+        name = QStringLiteral("%1_%2").arg(model).arg(number);
+    }
+    m_buffers->Model().Add({name, file, model, modelType});
+}
+
+void CComposeWizard::BrowseModels()
+{
+    CModelBrowserDlg dialog(this);
+    if (dialog.DoModal() == ui::EAnswer::Ok) {
+        for (const CModelBrowserDlg::SChosen& chosen : dialog.Chosen()) {
+            AddBuffer(chosen.file, chosen.model, chosen.modelType);
+        }
+    }
+}
+
+void CComposeWizard::TakePins(const QString& path)
+{
+    ibis::CIBISLoader loader;
+    CResult<void> read = loader.Open(PathOf(path));
+    if (read) {
+        read = loader.Select(loader.Components().front());
+    }
+    if (!read) {
+        Tell(read.Error());
+        return;
+    }
+    const std::vector<QStringList>& buffers = m_buffers->Model().Rows();
+    for (const ibis::SPinListRow& row : loader.Pins().pins) {
+        // A pin whose model is a buffer here gets that.
+        const auto buffer = std::ranges::find_if(
+            buffers, [&](const QStringList& one) { return one[2] == Text(row.model); });
+        const bool isBuffer = buffer != buffers.end();
+        m_pins->Model().Add({Text(row.pin), Text(row.signal), isBuffer ? (*buffer)[0] : QString(),
+                             isBuffer ? QString() : Text(row.model), Text(row.r), Text(row.l),
+                             Text(row.c), Text(row.pulldownRef), Text(row.pullupRef),
+                             Text(row.gndClampRef), Text(row.powerClampRef),
+                             row.inverting ? Text(row.diffPin) : QString()});
+    }
+}
+
+void CComposeWizard::OpenDescription()
+{
+    const QString path =
+        ui::CPrompt::OpenFile(this, tr("Open Description"), tr(kDescriptionFilter));
+    if (path.isEmpty()) {
+        return;
+    }
+    CResult<std::string> text = ReadWholeFile(PathOf(path));
+    if (!text) {
+        Tell(text.Error());
+        return;
+    }
+    CResult<ibis::SComposite> read = ibis::ReadCompositeJson(*text);
+    if (!read) {
+        Tell(read.Error());
+        return;
+    }
+    // Files that it names stand beside it, and so does what is written unless told otherwise.
+    const CResult<void> types = FindModelTypes(*read, PathOf(QFileInfo(path).absolutePath()));
+    if (!types) {
+        Tell(types.Error());
+    }
+    Set(*read);
+    if (OutputPath().isEmpty()) {
+        const QString name = read->fileName.empty()
+                                 ? QFileInfo(path).completeBaseName() + QStringLiteral(".ibs")
+                                 : Text(read->fileName);
+        m_path->setText(QFileInfo(path).absoluteDir().filePath(name));
+    }
+}
+
+void CComposeWizard::SaveDescription()
+{
+    const QString path =
+        ui::CPrompt::SaveFile(this, tr("Save Description"), tr(kDescriptionFilter));
+    if (path.isEmpty()) {
+        return;
+    }
+    const CResult<void> saved = WriteFileAtomic(PathOf(path), WriteCompositeJson(Composite()));
+    if (!saved) {
+        Tell(saved.Error());
+    }
+}
+
+QString CComposeWizard::FaultOf(int page) const
+{
+    if (page == kOutput && m_component->text().trimmed().isEmpty()) {
+        return tr("The component needs a name.");
+    }
+    if (page == kOutput && !OutputPath().endsWith(QStringLiteral(".ibs"), Qt::CaseInsensitive)) {
+        return tr("Give the path of the IBIS file, ending in .ibs.");
+    }
+    if (page == kPins && m_pins->Model().rowCount() == 0) {
+        return tr("A component has at least one pin.");
+    }
+    return {};
+}
+
+bool CComposeWizard::validateCurrentPage()
+{
+    const QString fault = FaultOf(currentId());
+    if (!fault.isEmpty()) {
+        ui::CPrompt::Tell(this, fault, ui::EIcon::Warning);
+        return false;
+    }
+    return currentId() != kCircuits || Write();
+}
+
+bool CComposeWizard::Write()
+{
+    ibis::SComposite composite = Composite();
+    const std::filesystem::path path = PathOf(OutputPath());
+    CResult<void> result = FindModelTypes(composite, path.parent_path());
+    if (result) {
+        result = CheckComposite(composite);
+    }
+    if (result) {
+        result = SaveComposite(composite, path, LocalTimeNow());
+    }
+    if (!result) {
+        Tell(result.Error());
+        return false;
+    }
+    m_log.Write(tr("Written: %1").arg(OutputPath()).toStdString());
+    return true;
+}
+
+void CComposeWizard::Check()
+{
+    m_verdict->setText(tr("Checking %1...").arg(OutputPath()));
+    auto info = std::make_shared<ibis::SIPCheckInfo>();
+    m_job.Start(
+        tr("Checking"),
+        [this, info, path = OutputPath().toStdString()](CJobState&) -> CBackgroundJob::Deliver {
+            CheckIbisFile(path.c_str(), info.get());
+            return [this, info] {
+                m_report.SetMessages(info->messages);
+                m_verdict->setText(tr("%1 is written: %2 errors, %3 warnings.")
+                                       .arg(OutputPath())
+                                       .arg(info->errors)
+                                       .arg(info->warnings));
+            };
+        });
+}
+
+} // namespace zov::app

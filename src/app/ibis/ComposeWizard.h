@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: Apache-2.0
+/// Puts a composite IBIS file together, page by page: what is written, the buffers, the pins, the
+/// circuits of package and on-die network; then writes it and shows what the checker says of it.
+#pragma once
+
+#include "app/BackgroundJob.h"
+#include "app/ibis/ReportModel.h"
+#include "app/ibis/TextTable.h"
+#include "base/Sink.h"
+#include "ibis/Composite.h"
+
+#include <QWizard>
+
+#include <memory>
+
+class QLabel;
+class QLineEdit;
+class QTableView;
+
+namespace zov::app {
+
+/// Package or on-die network.
+class CCircuitEditor : public QWidget
+{
+    Q_OBJECT
+
+public:
+    CCircuitEditor(const QString& title, const char* objectName, QWidget* parent);
+    void Set(const ibis::SCompositeCircuit& circuit);
+    [[nodiscard]] ibis::SCompositeCircuit Circuit() const;
+
+private:
+    QLineEdit* m_name;
+    QLineEdit* m_file;
+    QLineEdit* m_subcircuit;
+    CTextTable* m_ports;
+};
+
+class CComposeWizard : public QWizard
+{
+    Q_OBJECT
+
+public:
+    /// @param log outlives the wizard; the "Output" pane
+    CComposeWizard(QWidget* parent, CLogSink& log);
+    ~CComposeWizard() override;
+
+    void Set(const ibis::SComposite& composite);
+    [[nodiscard]] ibis::SComposite Composite() const;
+    /// Models as buffers, each under a name that no other has.
+    void AddBuffer(const QString& file, const QString& model, const QString& modelType);
+    /// The pins of a file's first component.
+    void TakePins(const QString& path);
+    [[nodiscard]] bool IsIdle() const { return !m_job.IsRunning(); }
+    [[nodiscard]] QString OutputPath() const;
+
+    bool validateCurrentPage() override;
+
+Q_SIGNALS:
+    /// The file that was written is to be opened in the editor.
+    void EditorAsked(const QString& path);
+
+private:
+    enum EPage
+    {
+        kOutput,
+        kBuffers,
+        kPins,
+        kCircuits,
+        kResult
+    };
+    QWizardPage* NewPage(EPage id, const QString& title, const QString& text);
+    void MakeOutputPage();
+    void MakeBufferPage();
+    void MakePinPage();
+    void MakeCircuitPage();
+    void MakeResultPage();
+    void BrowseModels();
+    void OpenDescription();
+    void SaveDescription();
+    [[nodiscard]] QString FaultOf(int page) const;
+    bool Write();
+    void Check();
+    void Tell(const SError& error);
+
+    CLogSink& m_log;
+    QLineEdit* m_component = nullptr;
+    QLineEdit* m_path = nullptr;
+    QLineEdit* m_wrapper = nullptr;
+    CTextTable* m_buffers = nullptr;
+    CTextTable* m_pins = nullptr;
+    CCircuitEditor* m_package = nullptr;
+    CCircuitEditor* m_network = nullptr;
+    QLabel* m_verdict = nullptr;
+    CReportModel m_report;
+    CBackgroundJob m_job;
+};
+
+} // namespace zov::app

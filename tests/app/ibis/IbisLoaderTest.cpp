@@ -1,0 +1,261 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/ibis/IbisLoaderDlg.h"
+#include "app/ibis/IbisModelDlg.h"
+#include "app/ibis/ModelBrowserDlg.h"
+#include "app/ibis/SignalBrowserDlg.h"
+#include "base/File.h"
+#include "support/SourcePaths.h"
+#include "support/TempFolder.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QListView>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <QTreeView>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace zov::app {
+namespace {
+
+const char* const kModel = "[Model] drv\nModel_type I/O\nVinl = 0.8\nVinh = 2.0\n"
+                           "C_comp 5pF 4pF 6pF\n[Voltage Range] 3.3 3.0 3.6\n"
+                           "[Pulldown]\n-1 -1m NA NA\n0 0 0 0\n3 30m 20m 40m\n"
+                           "[Pullup]\n-1 1m NA NA\n3 -30m -20m -40m\n"
+                           "[Ramp]\ndV/dt_r 1/1n NA NA\ndV/dt_f 1/1n NA NA\n";
+
+struct IbisLoaderTest : testing::Test
+{
+    static QString Text(const std::filesystem::path& path)
+    {
+        return QString::fromStdString(PathText(path));
+    }
+    std::filesystem::path File(const std::string& name = "chip.ibs") const
+    {
+        return folder.Write(name,
+                            "[IBIS Ver] 5.0\n[File Name] " + name +
+                                "\n[File Rev] 1\n[Component] ctrl\n[Manufacturer] m\n[Package]\n"
+                                "R_pkg 0.1 NA NA\nL_pkg 1n NA NA\nC_pkg 1p NA NA\n"
+                                "[Pin] signal_name model_name R_pin L_pin C_pin\n"
+                                "A1 DQ0 drv\nA2 DQ1 drv\nA10 DQS drv\nB1 VDD POWER\n"
+                                "[Component] bare\n[Manufacturer] m\n" +
+                                kModel + "[End]\n");
+    }
+    void Open(const std::filesystem::path& path)
+    {
+        dialog.OpenFile(Text(path));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return dialog.IsIdle(); }));
+    }
+    template <class T>
+    T& Child(const char* name) const
+    {
+        return *dialog.findChild<T*>(QLatin1String(name));
+    }
+    void Click(const char* button) { Child<QPushButton>(button).click(); }
+    QString Message() const { return Child<QLabel>("ui_IDC_MESSAGE").text(); }
+    CBusTreeModel& Buses() const
+    {
+        return Child<BusDefinitionEditorView>("ui_IDC_BUS_EDITOR").Model();
+    }
+    /// Writes into the value column.
+    bool Set(const CBusTreeModel::SPlace& place, const char* text)
+    {
+        return Buses().setData(Buses().IndexOf(place).siblingAtColumn(1), QLatin1String(text),
+                               Qt::EditRole);
+    }
+    void SelectDefinition(const CBusTreeModel::SPlace& place)
+    {
+        Child<QTreeView>("BusTree").setCurrentIndex(Buses().IndexOf(place));
+    }
+
+    using EItem = CBusTreeModel::EItem;
+    test::CTempFolder folder;
+    CVectorLog log;
+    ui::CScriptedAnswers answers;
+    CIBISLoaderDlg dialog{nullptr, log};
+};
+
+TEST_F(IbisLoaderTest, WhatIsWrongWithAFileIsTold)
+{
+    struct SCase
+    {
+        const char* name;
+        std::string bytes;
+        QString message;
+    };
+    const SCase cases[] = {
+        {"empty.ibs", "", QStringLiteral("Empty IBIS file")},
+        {"text.ibs", "hello\n", QStringLiteral("File: text.ibs is not an IBIS file.")},
+        {"none.ibs", "[IBIS Ver] 5.0\n[End]\n",
+         QStringLiteral("There is no component in the file.")},
+    };
+    for (const SCase& one : cases) {
+        Open(folder.Write(one.name, one.bytes));
+        EXPECT_TRUE(answers.Shown().back().text.contains(one.message))
+            << answers.Shown().back().text.toStdString();
+        EXPECT_FALSE(Child<QPushButton>("ui_IDC_SAVE_COPY").isEnabled());
+    }
+    Open(File());
+    EXPECT_TRUE(Child<QLabel>("ui_IDC_VERDICT").text().contains(QStringLiteral("errors")))
+        << "a component without pins: the check has an error";
+    EXPECT_TRUE(Child<QPlainTextEdit>("ui_IDC_MESSAGES")
+                    .toPlainText()
+                    .contains(QStringLiteral(" has no [Pin Mapping] section.")));
+    Child<QComboBox>("ui_IDC_COMPONENT").setCurrentIndex(1);
+    EXPECT_TRUE(answers.Shown().back().text.contains(QStringLiteral(" has no [Pin] section.")));
+    EXPECT_FALSE(Child<QPushButton>("ui_IDC_SAVE_COPY").isEnabled());
+    Open(test::SourceFolder() + "/examples/memory.ibs");
+    EXPECT_TRUE(Child<QLabel>("ui_IDC_VERDICT").text().startsWith(QStringLiteral("The check")));
+}
+
+TEST_F(IbisLoaderTest, PinsAreFilteredAndSortedAsPeopleCount)
+{
+    Open(File());
+    CFilteredTable& list = Child<IBISPinListEditorView>("ui_IDC_PIN_LIST").List();
+    QAbstractItemModel& rows = *list.Table().model();
+    EXPECT_EQ(rows.rowCount(), 4);
+    list.Table().sortByColumn(0, Qt::AscendingOrder);
+    QStringList pins;
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        pins += rows.index(row, 0).data().toString();
+    }
+    EXPECT_EQ(pins.join(QLatin1Char(' ')), QStringLiteral("A1 A2 A10 B1"));
+    list.Filter().setText(QStringLiteral("dq"));
+    EXPECT_EQ(rows.rowCount(), 3);
+    list.Filter().setText(QStringLiteral("power"));
+    EXPECT_EQ(rows.rowCount(), 1);
+}
+
+TEST_F(IbisLoaderTest, DefinitionsAreEditedByTheRulesAndSavedIntoACopy)
+{
+    const std::filesystem::path path = File();
+    Open(path);
+    Click("AddBus");
+    Click("AddBus");
+    EXPECT_TRUE(Set({EItem::Bus, 0}, "DQ"));
+    EXPECT_FALSE(Set({EItem::Bus, 1}, "DQ"));
+    EXPECT_EQ(Message(), QStringLiteral("'DQ' is already in use."));
+    EXPECT_EQ(log.Lines().back(), "'DQ' is already in use.");
+    SelectDefinition({EItem::Bus, 1});
+    Click("RemoveDefinition");
+    EXPECT_EQ(Buses().rowCount(), 1);
+    EXPECT_TRUE(Set({EItem::BusType, 0}, "Ctrl"));
+    SelectDefinition({EItem::Bus, 0});
+    answers.ThenText(QStringLiteral("lane0"));
+    Click("AddGroup");
+    SelectDefinition({EItem::Bus, 0});
+    Click("AddReference");
+    EXPECT_TRUE(Set({EItem::Reference, 0, 0}, "DQS"));
+    EXPECT_TRUE(Set({EItem::Edge, 0, 0}, "RiseEdge"));
+    const CBusTreeModel::SPlace setup = {EItem::Limit, 0, 0, 0};
+    for (const char* bad : {"-1", "0", "fast"}) {
+        EXPECT_FALSE(Set(setup, bad));
+        EXPECT_TRUE(Message().endsWith(QStringLiteral(" should be positive number."))) << bad;
+    }
+    EXPECT_TRUE(Set(setup, "25ps"));
+    EXPECT_EQ(Message(), QString()) << "what was refused is settled";
+    SelectDefinition({EItem::Reference, 0, 0});
+    answers.ThenDialog([](QDialog& shown) {
+        shown.findChild<QLineEdit*>(QStringLiteral("ui_IDC_FILTER"))
+            ->setText(QStringLiteral("DQ?"));
+        shown.findChild<QListView*>(QStringLiteral("ui_IDC_NAMES"))->selectAll();
+        EXPECT_EQ(dynamic_cast<CSignalBrowserDlg&>(shown).Chosen().size(), 3);
+        shown.accept();
+    });
+    Click("AddSignal");
+    SelectDefinition({EItem::Signal, 0, 0, 2});
+    Click("RemoveDefinition");
+    CFilteredTable& pins = Child<IBISPinListEditorView>("ui_IDC_PIN_LIST").List();
+    EXPECT_FALSE(Child<QPushButton>("ui_IDC_ADD_SELECTED").isEnabled());
+    pins.Table().selectRow(0);
+    EXPECT_TRUE(Child<QPushButton>("ui_IDC_ADD_SELECTED").isEnabled());
+    Click("ui_IDC_ADD_SELECTED");
+    EXPECT_EQ(Message(), QStringLiteral("'DQ0' is already in use."));
+
+    const std::string before = folder.Read("chip.ibs");
+    Click("ui_IDC_SAVE_COPY");
+    EXPECT_EQ(dialog.SavedCopy(), Text(folder.Path() / "chip_Copy1.ibs"));
+    EXPECT_EQ(folder.Read("chip.ibs"), before);
+    const std::string copy = folder.Read("chip_Copy1.ibs");
+    for (const char* line : {"[Component Type]", "[Bus Type]               Ctrl", "RiseEdge",
+                             "25ps", "SignalName          DQ0 DQ1\n", "lane0"}) {
+        EXPECT_NE(copy.find(line), std::string::npos) << line << copy;
+    }
+    Open(folder.Path() / "chip_Copy1.ibs");
+    EXPECT_EQ(Buses().rowCount(), 1) << "read back";
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(IbisLoaderTest, SidesAreRefusedToTheOtherType)
+{
+    Open(File());
+    Click("ui_IDC_ASSIGN_MEMORY");
+    EXPECT_EQ(answers.Shown().back().text,
+              QStringLiteral("The component 'ctrl' is not a Memory component."));
+    EXPECT_EQ(dialog.Memory(), QString());
+    Click("ui_IDC_ASSIGN_CONTROLLER");
+    EXPECT_EQ(dialog.Controller(), QStringLiteral("ctrl"));
+    auto& type = Child<QComboBox>("ComponentType");
+    type.setCurrentIndex(1);
+    Q_EMIT type.activated(1);
+    Click("ui_IDC_ASSIGN_CONTROLLER");
+    EXPECT_EQ(answers.Shown().back().text,
+              QStringLiteral("The component 'ctrl' is not a Controller component."));
+    Click("ui_IDC_ASSIGN_MEMORY");
+    EXPECT_EQ(dialog.Memory(), QStringLiteral("ctrl"));
+}
+
+TEST_F(IbisLoaderTest, EditedDefinitionsAreNotLost)
+{
+    Open(File());
+    Click("AddBus");
+    dialog.show();
+    answers.Then(ui::EAnswer::Cancel);
+    dialog.reject();
+    EXPECT_TRUE(dialog.isVisible());
+    answers.Then(ui::EAnswer::Cancel);
+    Child<QComboBox>("ui_IDC_COMPONENT").setCurrentIndex(1);
+    EXPECT_EQ(Child<QComboBox>("ui_IDC_COMPONENT").currentIndex(), 0);
+    std::filesystem::permissions(folder.Path(), std::filesystem::perms::owner_read |
+                                                    std::filesystem::perms::owner_exec);
+    if (::access(folder.Path().c_str(), W_OK) != 0) { // root writes everywhere
+        Click("ui_IDC_SAVE_COPY");
+        EXPECT_TRUE(answers.Shown().back().text.startsWith(
+            QStringLiteral("Cannot make a copy of the IBIS file.")));
+    }
+    std::filesystem::permissions(folder.Path(), std::filesystem::perms::owner_all);
+    answers.Then(ui::EAnswer::Yes);
+    dialog.reject();
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_TRUE(std::filesystem::exists(folder.Path() / "chip_Copy1.ibs"));
+}
+
+TEST_F(IbisLoaderTest, ModelsAreBrowsed)
+{
+    Open(File());
+    answers.ThenDialog([&](QDialog& shown) {
+        auto& browser = dynamic_cast<CModelBrowserDlg&>(shown);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return browser.IsIdle(); }));
+        auto* models = browser.findChild<QTableView*>(QStringLiteral("ui_IDC_MODELS"));
+        ASSERT_EQ(models->model()->rowCount(), 1);
+        EXPECT_FALSE(
+            browser.findChild<QPushButton*>(QStringLiteral("ui_IDC_DETAILS"))->isEnabled());
+        models->selectRow(0);
+        ASSERT_EQ(browser.Chosen().size(), 1U);
+        EXPECT_EQ(browser.Chosen()[0].modelType, QStringLiteral("I/O"));
+        EXPECT_EQ(browser.findChild<CCurvePlot*>()->Axes().yUnit, QStringLiteral("A"));
+        answers.ThenDialog([](QDialog& details) {
+            auto* values = details.findChild<QTreeView*>(QStringLiteral("ui_IDC_VALUES"));
+            EXPECT_GT(values->model()->rowCount(), 6);
+        });
+        browser.findChild<QPushButton*>(QStringLiteral("ui_IDC_DETAILS"))->click();
+    });
+    Click("ui_IDC_MODELS");
+    EXPECT_TRUE(answers.AllUsed());
+}
+
+} // namespace
+} // namespace zov::app
