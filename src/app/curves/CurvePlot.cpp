@@ -73,7 +73,7 @@ CCurvePlot::CCurvePlot(CCurveListModel& curves, CMarkerModel& markers, QWidget* 
     m_smith->attach(this);
     m_smith->setVisible(false);
     m_legend->attach(this);
-    m_legend->setAlignment(Qt::AlignRight | Qt::AlignTop);
+    m_legend->setMaxColumns(1);
     m_legend->setBorderRadius(3);
     m_hint->attach(this);
     for (const int axis : {xBottom, yLeft}) {
@@ -87,12 +87,7 @@ CCurvePlot::CCurvePlot(CCurveListModel& curves, CMarkerModel& markers, QWidget* 
     Rebuild();
 }
 
-CCurvePlot::~CCurvePlot()
-{
-    // Items go with the plot, when the models may be gone already.
-    disconnect(&m_curves, nullptr, this, nullptr);
-    disconnect(&m_markers, nullptr, this, nullptr);
-}
+CCurvePlot::~CCurvePlot() = default;
 
 void CCurvePlot::SetView(ECurveView view)
 {
@@ -254,6 +249,7 @@ void CCurvePlot::Rebuild()
         m_window = FitWindow();
     }
     ApplyWindow();
+    PlaceLegend();
     ShowMarkers();
 }
 
@@ -323,6 +319,26 @@ SPlotWindow CCurvePlot::FitWindow() const
     }
     const auto [yLow, yHigh] = RoundEnds(*axisScaleEngine(yLeft), y.low, y.high);
     return {x.low, x.high, yLow, yHigh};
+}
+
+/// Into the corner that the fewest points are in.
+void CCurvePlot::PlaceLegend()
+{
+    constexpr std::size_t kSamples = 100;
+    constexpr Qt::Alignment kCorners[] = {
+        Qt::AlignRight | Qt::AlignTop, Qt::AlignLeft | Qt::AlignTop,
+        Qt::AlignRight | Qt::AlignBottom, Qt::AlignLeft | Qt::AlignBottom};
+    std::size_t counts[std::size(kCorners)] = {};
+    const QPointF middle = QRectF(canvas()->contentsRect()).center();
+    for (const CCurveItem* item : m_items) {
+        const CCurveValues& values = item->Values();
+        const std::size_t step = values.Count() / kSamples + 1;
+        for (std::size_t i = 0; i < values.Count(); i += step) {
+            const QPointF at = PixelOf(values.At(i));
+            ++counts[(at.x() < middle.x() ? 1 : 0) + (at.y() > middle.y() ? 2 : 0)];
+        }
+    }
+    m_legend->setAlignment(kCorners[std::ranges::min_element(counts) - counts]);
 }
 
 void CCurvePlot::Apply(const SPlotWindow& window)
@@ -412,6 +428,7 @@ void CCurvePlot::ZoomFit()
     m_forward.clear();
     m_fitted = true;
     Apply(FitWindow());
+    PlaceLegend();
 }
 
 SPlotWindow CCurvePlot::WindowOf(const QRectF& pixels) const

@@ -125,6 +125,7 @@ private:
     void ShowColors();
     void ApplyScales();
     void ShowGrid();
+    void PlaceLegend();
     void ApplyWindow();
     void Apply(const SPlotWindow& window);
     [[nodiscard]] SPlotWindow FitWindow() const;

@@ -114,6 +114,12 @@ CUiGeneralCurveFrm::CUiGeneralCurveFrm(CLogSink& log, QWidget* parent)
     m_tabs->setDocumentMode(true);
     m_tabs->setTabBarAutoHide(true);
     setCentralWidget(m_tabs);
+    m_fitColumns.setSingleShot(true);
+    m_fitColumns.setInterval(0);
+    connect(&m_fitColumns, &QTimer::timeout, this, [this] {
+        m_curveList->resizeColumnsToContents();
+        m_markerList->resizeColumnsToContents();
+    });
     MakePanes();
     MakeMenus();
     MakeToolBar();
@@ -244,6 +250,9 @@ CCurvePage& CUiGeneralCurveFrm::AddPage(const QString& title)
     auto* page = new CCurvePage(m_tabs);
     page->setObjectName(QStringLiteral("CurvePage%1").arg(m_tabs->count() + 1));
     page->Set().name = title.toStdString();
+    connect(&page->Curves(), &QAbstractItemModel::rowsInserted, &m_fitColumns,
+            qOverload<>(&QTimer::start));
+    connect(&page->Markers(), &CMarkerModel::Changed, &m_fitColumns, qOverload<>(&QTimer::start));
     connect(&page->Plot(), &CCurvePlot::StateChanged, m_actions, &ui::CCommandActions::UpdateAll);
     connect(&page->Plot(), &CCurvePlot::PointedAt, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
@@ -270,8 +279,7 @@ void CUiGeneralCurveFrm::ShowPage()
         const std::unique_ptr<QItemSelectionModel> old(view->selectionModel());
         view->setModel(model);
     }
-    m_curveList->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_markerList->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_fitColumns.start();
     m_actions->UpdateAll();
 }
 

@@ -16,6 +16,7 @@
 #include "ui/IdleUpdate.h"
 
 #include <QMainWindow>
+#include <QTimer>
 
 #include <memory>
 
@@ -145,6 +146,7 @@ private:
     QPushButton* m_cancel = nullptr;
     ui::CIdleUpdate* m_idle = nullptr;
     std::vector<SCalcParameter> m_parameters; ///< of the calculator, for the next time
+    QTimer m_fitColumns;                      ///< once for any number of new rows
     CBackgroundJob m_job;
 };
 

@@ -141,8 +141,9 @@ QVariant CMarkerModel::headerData(int section, Qt::Orientation orientation, int 
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
         return {};
     }
-    const QString titles[] = {tr("Marker"),    tr("Curve"),       tr("x"),      tr("Value"),
-                              tr("\u0394x to M1"), tr("\u0394value to M1"), tr("Complex")};
+    const QString titles[] = {tr("Marker"), tr("Curve"),         tr("x"),
+                              tr("Value"),  tr("\u0394x to M1"), tr("\u0394value to M1"),
+                              tr("Complex")};
     return titles[section];
 }
 

@@ -100,42 +100,27 @@ ibis::SCompositeCircuit CCircuitEditor::Circuit() const
 }
 
 CComposeWizard::CComposeWizard(QWidget* parent, CLogSink& log)
-    : QWizard(parent)
+    : CQtWizard(parent)
     , m_log(log)
 {
     setObjectName(QStringLiteral("ComposeWizard"));
     setWindowTitle(tr("Compose IBIS"));
-    setWizardStyle(QWizard::ModernStyle);
-    setOption(QWizard::NoBackButtonOnLastPage);
     resize(900, 620);
     MakeOutputPage();
     MakeBufferPage();
     MakePinPage();
     MakeCircuitPage();
     MakeResultPage();
-    connect(this, &QWizard::currentIdChanged, this, [this](int id) {
-        if (id == kResult) {
-            Check();
-        }
-    });
 }
 
 CComposeWizard::~CComposeWizard() = default;
 
-QWizardPage* CComposeWizard::NewPage(EPage id, const QString& title, const QString& text)
-{
-    auto* page = new QWizardPage(this);
-    page->setTitle(title);
-    page->setSubTitle(text);
-    setPage(id, page);
-    return page;
-}
-
 void CComposeWizard::MakeOutputPage()
 {
-    QWizardPage* page = NewPage(kOutput, tr("File"),
-                                tr("One component whose buffers, package and on-die network are "
-                                   "SPICE circuits is written, with a SPICE file beside it."));
+    ui::CQtWizardPage* page =
+        &AddPage(kOutput, tr("File"),
+                 tr("One component whose buffers, package and on-die network are "
+                    "SPICE circuits is written, with a SPICE file beside it."));
     m_component = NewField("Component", page);
     m_path = NewField("OutputPath", page);
     m_wrapper = NewField("WrapperFile", page);
@@ -159,13 +144,14 @@ void CComposeWizard::MakeOutputPage()
         }
     });
     connect(open, &QPushButton::clicked, this, &CComposeWizard::OpenDescription);
+    page->SetCheck([this] { return CheckOutputPage(); });
 }
 
 void CComposeWizard::MakeBufferPage()
 {
-    QWizardPage* page =
-        NewPage(kBuffers, tr("Buffers"),
-                tr("IBIS models that are wrapped into SPICE sub-circuits; pins name them."));
+    ui::CQtWizardPage* page =
+        &AddPage(kBuffers, tr("Buffers"),
+                 tr("IBIS models that are wrapped into SPICE sub-circuits; pins name them."));
     m_buffers = new CTextTable(
         {{tr("Name"), {}}, {tr("IBIS file"), {}}, {tr("Model"), {}}, {tr("Model_type"), {}}}, page);
     m_buffers->setObjectName(QStringLiteral("Buffers"));
@@ -175,9 +161,10 @@ void CComposeWizard::MakeBufferPage()
 
 void CComposeWizard::MakePinPage()
 {
-    QWizardPage* page = NewPage(kPins, tr("Pins"),
-                                tr("Each pin has a buffer or a model (POWER, GND, NC, a name). "
-                                   "Buffers name their rails."));
+    ui::CQtWizardPage* page =
+        &AddPage(kPins, tr("Pins"),
+                 tr("Each pin has a buffer or a model (POWER, GND, NC, a name). "
+                    "Buffers name their rails."));
     m_pins = new CTextTable({{tr("Pin"), {}},
                              {tr("Signal"), {}},
                              {tr("Buffer"), {}},
@@ -200,13 +187,15 @@ void CComposeWizard::MakePinPage()
         }
     });
     (new QVBoxLayout(page))->addWidget(m_pins);
+    page->SetCheck([this] { return CheckPinPage(); });
 }
 
 void CComposeWizard::MakeCircuitPage()
 {
-    QWizardPage* page = NewPage(kCircuits, tr("Package and Network"),
-                                tr("SPICE circuits between the pins and the buffers. The next "
-                                   "step writes the files."));
+    ui::CQtWizardPage* page =
+        &AddPage(kCircuits, tr("Package and Network"),
+                 tr("SPICE circuits between the pins and the buffers. The next "
+                    "step writes the files."));
     page->setCommitPage(true);
     setButtonText(QWizard::CommitButton, tr("&Write"));
     m_package = new CCircuitEditor(tr("Package"), "PackageCircuit", page);
@@ -220,11 +209,13 @@ void CComposeWizard::MakeCircuitPage()
     layout->addLayout(both, 1);
     layout->addWidget(save, 0, Qt::AlignLeft);
     connect(save, &QPushButton::clicked, this, &CComposeWizard::SaveDescription);
+    page->SetCheck([this] { return Write(); });
 }
 
 void CComposeWizard::MakeResultPage()
 {
-    QWizardPage* page = NewPage(kResult, tr("Check"), tr("What the checker says of the file."));
+    ui::CQtWizardPage* page =
+        &AddPage(kResult, tr("Check"), tr("What the checker says of the file."));
     m_verdict = new QLabel(page);
     m_verdict->setObjectName(QStringLiteral("Verdict"));
     m_verdict->setWordWrap(true);
@@ -240,6 +231,7 @@ void CComposeWizard::MakeResultPage()
     layout->addWidget(m_verdict);
     layout->addWidget(list, 1);
     layout->addWidget(editor, 0, Qt::AlignLeft);
+    page->SetShown([this] { Check(); });
     connect(editor, &QPushButton::clicked, this, [this] { Q_EMIT EditorAsked(OutputPath()); });
 }
 
@@ -405,28 +397,27 @@ void CComposeWizard::SaveDescription()
     }
 }
 
-QString CComposeWizard::FaultOf(int page) const
+bool CComposeWizard::CheckOutputPage()
 {
-    if (page == kOutput && m_component->text().trimmed().isEmpty()) {
-        return tr("The component needs a name.");
+    QString fault;
+    if (m_component->text().trimmed().isEmpty()) {
+        fault = tr("The component needs a name.");
+    } else if (!OutputPath().endsWith(QStringLiteral(".ibs"), Qt::CaseInsensitive)) {
+        fault = tr("Give the path of the IBIS file, ending in .ibs.");
     }
-    if (page == kOutput && !OutputPath().endsWith(QStringLiteral(".ibs"), Qt::CaseInsensitive)) {
-        return tr("Give the path of the IBIS file, ending in .ibs.");
-    }
-    if (page == kPins && m_pins->Model().rowCount() == 0) {
-        return tr("A component has at least one pin.");
-    }
-    return {};
-}
-
-bool CComposeWizard::validateCurrentPage()
-{
-    const QString fault = FaultOf(currentId());
     if (!fault.isEmpty()) {
         ui::CPrompt::Tell(this, fault, ui::EIcon::Warning);
+    }
+    return fault.isEmpty();
+}
+
+bool CComposeWizard::CheckPinPage()
+{
+    if (m_pins->Model().rowCount() == 0) {
+        ui::CPrompt::Tell(this, tr("A component has at least one pin."), ui::EIcon::Warning);
         return false;
     }
-    return currentId() != kCircuits || Write();
+    return true;
 }
 
 bool CComposeWizard::Write()

@@ -8,8 +8,7 @@
 #include "app/ibis/TextTable.h"
 #include "base/Sink.h"
 #include "ibis/Composite.h"
-
-#include <QWizard>
+#include "ui/Wizard.h"
 
 #include <memory>
 
@@ -36,7 +35,7 @@ private:
     CTextTable* m_ports;
 };
 
-class CComposeWizard : public QWizard
+class CComposeWizard : public ui::CQtWizard
 {
     Q_OBJECT
 
@@ -54,8 +53,6 @@ public:
     [[nodiscard]] bool IsIdle() const { return !m_job.IsRunning(); }
     [[nodiscard]] QString OutputPath() const;
 
-    bool validateCurrentPage() override;
-
 Q_SIGNALS:
     /// The file that was written is to be opened in the editor.
     void EditorAsked(const QString& path);
@@ -69,7 +66,6 @@ private:
         kCircuits,
         kResult
     };
-    QWizardPage* NewPage(EPage id, const QString& title, const QString& text);
     void MakeOutputPage();
     void MakeBufferPage();
     void MakePinPage();
@@ -78,7 +74,9 @@ private:
     void BrowseModels();
     void OpenDescription();
     void SaveDescription();
-    [[nodiscard]] QString FaultOf(int page) const;
+    /// Tells the first fault of the page; true for none.
+    bool CheckOutputPage();
+    bool CheckPinPage();
     bool Write();
     void Check();
     void Tell(const SError& error);

@@ -16,6 +16,7 @@
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTableView>
+#include <QTextBrowser>
 #include <QTextCodec>
 #include <QTreeView>
 
@@ -149,6 +150,9 @@ void CIbisEditorFrm::Take(SLoaded& loaded, ETextToo text)
             : tr("%1 errors, %2 warnings").arg(check.errors).arg(check.warnings);
     m_verdict->setText(verdict);
     m_log.Write(tr("%1: %2").arg(m_path, verdict).toStdString());
+    m_explanation->setPlaceholderText(check.messages.empty()
+                                          ? tr("The checker has nothing to say of this file.")
+                                          : tr("Choose a message to read what it means."));
     while (m_curves.rowCount() > 0) {
         m_curves.Remove(m_curves.rowCount() - 1);
     }
@@ -189,7 +193,7 @@ void CIbisEditorFrm::ShowText(SLoaded& loaded)
 
 void CIbisEditorFrm::ShowTitle()
 {
-    setWindowTitle(m_path.isEmpty() ? tr("IBIS Editor")
+    setWindowTitle(m_path.isEmpty() ? tr("IBIS Editor[*]")
                                     : tr("%1[*] - IBIS Editor").arg(QFileInfo(m_path).fileName()));
     setWindowModified(IsModified());
 }

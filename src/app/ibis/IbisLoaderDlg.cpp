@@ -112,7 +112,11 @@ CIBISLoaderDlg::CIBISLoaderDlg(QWidget* parent, CLogSink& log)
     OnIdleUpdateCmdUI();
 }
 
-CIBISLoaderDlg::~CIBISLoaderDlg() = default;
+CIBISLoaderDlg::~CIBISLoaderDlg()
+{
+    // A cell that is still being edited is not written into what is going.
+    m_buses->SetDefinitions(nullptr, nullptr);
+}
 
 void CIBISLoaderDlg::OnBrowse()
 {

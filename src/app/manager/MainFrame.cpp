@@ -10,6 +10,7 @@
 #include "app/manager/MainCommands.h"
 #include "app/manager/ManagerForms.h"
 #include "app/manager/OptionsDlg.h"
+#include "app/manager/ToolWindows.h"
 #include "app/manager/VeldaDlg.h"
 #include "base/File.h"
 #include "ui/EventFilters.h"
@@ -83,6 +84,10 @@ ZOV_ON_COMMAND(ID_TOOLS_OPTIONS, ToolsOptions)
 ZOV_ON_COMMAND(ID_VELDA_LIBRARY, VeldaLibrary)
 ZOV_ON_COMMAND(ID_TOOLS_ASSIGN, ToolsAssign)
 ZOV_ON_COMMAND(ID_TOOLS_GENERATE, ToolsGenerate)
+ZOV_ON_COMMAND(ID_TOOLS_IBIS_EDITOR, ToolsIbisEditor)
+ZOV_ON_COMMAND(ID_TOOLS_COMPOSE_IBIS, ToolsComposeIbis)
+ZOV_ON_COMMAND_UPDATE_BY(ID_SHOW_IMPEDANCE, ShowImpedance, OnUpdateOfModels)
+ZOV_ON_COMMAND_UPDATE_BY(ID_OPEN_MODEL_FILE, OpenModelFile, OnUpdateOfModels)
 ZOV_ON_COMMAND(ID_APP_HELP, AppHelp)
 ZOV_ON_COMMAND(ID_APP_ABOUT, AppAbout)
 ZOV_ON_COMMAND(ID_NEW_ZOV_LIB_FILE, NewZovLibFile)
@@ -144,6 +149,7 @@ CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnviro
     // Before there are widgets that would have to be painted anew.
     ShowTheme(m_layout.value(QLatin1String(kThemeKey), false).toBool());
     m_actions->SetIcons([](const QString& name) { return Images().Icon(name); });
+    m_toolWindows = new CToolWindows(*this, *m_output);
     MakePanes();
     MakeMenus();
     MakeToolBars();
@@ -280,9 +286,10 @@ void CZovMainFrm::MakeMenus()
                         {ID_VIEW_PANE_LIBRARIES, ID_VIEW_PANE_MODELS, ID_VIEW_PANE_EDITOR,
                          ID_VIEW_PANE_EXTERNAL, ID_VIEW_PANE_WORKFLOW, ID_VIEW_PANE_OUTPUT});
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
-    m_actions->FillMenu(*tools, {ID_TOOLS_OPTIONS, ui::kSeparator, ID_TOOLS_ASSIGN, ID_VIEW_CURVES,
-                                 ID_TOOLS_GENERATE, ID_VENDOR_DECAP_LIBRARY, ui::kSeparator,
-                                 ID_LOAD_IBIS, ID_CHECK_IBIS});
+    m_actions->FillMenu(*tools,
+                        {ID_TOOLS_OPTIONS, ui::kSeparator, ID_TOOLS_ASSIGN, ID_VIEW_CURVES,
+                         ID_TOOLS_GENERATE, ID_VENDOR_DECAP_LIBRARY, ui::kSeparator,
+                         ID_TOOLS_IBIS_EDITOR, ID_LOAD_IBIS, ID_CHECK_IBIS, ID_TOOLS_COMPOSE_IBIS});
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     m_actions->FillMenu(*help, {ID_APP_HELP, ID_APP_ABOUT});
     ShowRecent();

@@ -41,6 +41,7 @@ namespace zov::app {
 class CAutosave;
 class CRecordEditor;
 class CAssignFrm;
+class CToolWindows;
 
 class CZovMainFrm : public QMainWindow, public ui::CCmdTargetBase
 {
@@ -115,6 +116,10 @@ private:
     void OnVeldaLibrary();
     void OnToolsAssign();
     void OnToolsGenerate();
+    void OnToolsIbisEditor();
+    void OnToolsComposeIbis();
+    void OnShowImpedance();
+    void OnOpenModelFile();
     void OnAppHelp();
     void OnAppAbout();
     void OnNewZovLibFile();
@@ -256,6 +261,7 @@ private:
     QProgressBar* m_progress;
     QPushButton* m_cancel;
     bool m_dark = false;
+    CToolWindows* m_toolWindows = nullptr;
     std::unique_ptr<CAssignFrm> m_assign; ///< made when it is first asked for
 };
 

@@ -8,6 +8,7 @@
 #include "app/manager/CommandIds.h"
 #include "app/manager/MainFrame.h"
 #include "app/manager/OptionsDlg.h"
+#include "app/manager/ToolWindows.h"
 #include "app/manager/VeldaDlg.h"
 #include "base/File.h"
 #include "ui/Prompt.h"
@@ -201,7 +202,7 @@ void CZovMainFrm::closeEvent(QCloseEvent* event)
 bool CZovMainFrm::OnClose()
 {
     if ((m_assign && m_assign->isVisible() && !m_assign->close()) || !CloseWindows() ||
-        !MayClose()) {
+        !m_toolWindows->MayClose() || !MayClose()) {
         return false;
     }
     m_session.CancelLoading();

@@ -299,6 +299,7 @@ void CZovMainFrm::ShowModelMenu(const QPoint& globalPos)
     menu.setObjectName(QStringLiteral("ModelMenu"));
     m_actions->UpdateAll();
     m_actions->FillMenu(menu, {ID_ADD_MODEL, ID_EDIT_MODELS, ID_COPY_TO_LIBRARY, ID_DELETE_MODELS,
+                               ui::kSeparator, ID_SHOW_IMPEDANCE, ID_OPEN_MODEL_FILE,
                                ui::kSeparator, ID_MANAGE_COLUMNS});
     menu.addAction(CurrentList().Table().findChild<QAction*>(QStringLiteral("CopyAsCsv")));
     menu.exec(globalPos);

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 // The main frame's commands that open other windows, and the steps that add models of a kind.
-#include "app/curves/GeneralCurveFrm.h"
 #include "app/generator/DlgVendorDecapLibrary.h"
 #include "app/manager/CommandIds.h"
 #include "app/manager/MainFrame.h"
+#include "app/manager/ToolWindows.h"
 #include "ui/Prompt.h"
 
 namespace zov::app {
 
 void CZovMainFrm::FillWindows()
 {
-    m_windows[ID_VIEW_CURVES] = [this] { Show(*new CUiGeneralCurveFrm(m_session.Log(), nullptr)); };
+    m_windows[ID_VIEW_CURVES] = [this] { m_toolWindows->Curves(); };
+    m_windows[ID_LOAD_IBIS] = [this] { m_toolWindows->LoadIbis(); };
+    m_windows[ID_CHECK_IBIS] = [this] { m_toolWindows->CheckIbis(); };
     m_windows[ID_VENDOR_DECAP_LIBRARY] = [this] {
         QStringList known = m_session.VendorLibraries();
         CDlgVendorDecapLibrary vendors(known.value(0), this);

@@ -2,6 +2,7 @@
 #include "app/manager/ToolWindows.h"
 
 #include "app/ibis/ComposeWizard.h"
+#include "app/ibis/IbisCommands.h"
 #include "app/ibis/IbisLoaderDlg.h"
 #include "ui/Prompt.h"
 
@@ -58,6 +59,11 @@ CIbisEditorFrm& CToolWindows::IbisEditor(const QString& path)
         editor.OpenFile(path);
     }
     return editor;
+}
+
+void CToolWindows::CheckIbis()
+{
+    IbisEditor({}).RouteCommand(ID_IBIS_OPEN);
 }
 
 void CToolWindows::LoadIbis(const QString& path)

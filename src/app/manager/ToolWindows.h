@@ -25,6 +25,8 @@ public:
     CUiGeneralCurveFrm& Curves();
     /// The editor that shows a file, or one that shows none; an empty path brings any to the front.
     CIbisEditorFrm& IbisEditor(const QString& path);
+    /// Asks for a file and shows it with what the checker says.
+    void CheckIbis();
     void LoadIbis(const QString& path = {});
     void ComposeIbis();
     /// Opens a file that a record names in the window for its kind; false when there is none.

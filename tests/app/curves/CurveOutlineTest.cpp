@@ -40,10 +40,10 @@ QwtScaleMap Map(double s1, double s2, double p1, double p2, bool log = false)
 
 TEST(CurveOutline, NoPeakIsLost)
 {
-    constexpr std::size_t kCount = 300000;
+    constexpr std::size_t kCount = 40000;
     curve::TCurvePtr curve = Ramp(kCount);
     std::mt19937 random(7);
-    for (int turn = 0; turn < 20; ++turn) {
+    for (int turn = 0; turn < 12; ++turn) {
         const std::size_t at = random() % kCount;
         curve::CCurve spiked = *curve;
         spiked.Points() = {};

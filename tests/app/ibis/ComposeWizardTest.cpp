@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/ibis/ComposeWizard.h"
+
+#include "base/File.h"
+#include "support/SourcePaths.h"
+#include "support/TempFolder.h"
+#include "ui/Prompt.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace zov::app {
+namespace {
+
+struct ComposeWizardTest : testing::Test
+{
+    ComposeWizardTest()
+    {
+        std::filesystem::copy(test::SourceFolder() + "/examples", folder.Path(),
+                              std::filesystem::copy_options::recursive |
+                                  std::filesystem::copy_options::overwrite_existing);
+        wizard.restart();
+        wizard.show();
+    }
+    static QString Text(const std::filesystem::path& path)
+    {
+        return QString::fromStdString(PathText(path));
+    }
+    template <class T>
+    T& Child(const char* name) const
+    {
+        return *wizard.findChild<T*>(QLatin1String(name));
+    }
+
+    test::CTempFolder folder;
+    CVectorLog log;
+    ui::CScriptedAnswers answers;
+    CComposeWizard wizard{nullptr, log};
+};
+
+TEST_F(ComposeWizardTest, WritesADescriptionsFilesAndShowsTheCheck)
+{
+    answers.ThenPath(Text(folder.Path() / "memory-composite.json"));
+    Child<QPushButton>("OpenDescription").click();
+    const ibis::SComposite read = wizard.Composite();
+    EXPECT_FALSE(read.pins.empty());
+    EXPECT_FALSE(read.buffers.empty());
+    EXPECT_TRUE(read.package.Given());
+    for (int page = 0; page < 4; ++page) {
+        EXPECT_EQ(wizard.currentId(), page);
+        wizard.next();
+    }
+    ASSERT_EQ(wizard.currentId(), 4)
+        << (answers.Shown().empty() ? "" : answers.Shown().back().text.toStdString());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return wizard.IsIdle(); }));
+    const std::string written = ReadWholeFile(TextPath(wizard.OutputPath().toStdString())).Take();
+    EXPECT_NE(written.find("|Composite IBIS model with on-die, pkg circuit\r\n"),
+              std::string::npos);
+    EXPECT_TRUE(Child<QLabel>("Verdict").text().contains(QStringLiteral(" errors, ")));
+    EXPECT_EQ(log.Lines().back(), "Written: " + wizard.OutputPath().toStdString());
+    EXPECT_EQ(answers.Unexpected(), 0);
+
+    // What was read goes out the same.
+    answers.ThenPath(Text(folder.Path() / "again.json"));
+    Child<QPushButton>("SaveDescription").click();
+    EXPECT_EQ(folder.Read("again.json"), WriteCompositeJson(wizard.Composite()));
+}
+
+TEST_F(ComposeWizardTest, WhatIsMissingIsToldBeforeAnythingIsWritten)
+{
+    wizard.next();
+    EXPECT_EQ(answers.Shown().back().text, QStringLiteral("The component needs a name."));
+    Child<QLineEdit>("Component").setText(QStringLiteral("c"));
+    wizard.next();
+    EXPECT_EQ(answers.Shown().back().text,
+              QStringLiteral("Give the path of the IBIS file, ending in .ibs."));
+    Child<QLineEdit>("OutputPath").setText(Text(folder.Path() / "out.ibs"));
+    wizard.next();
+    wizard.next();
+    wizard.next();
+    EXPECT_EQ(wizard.currentId(), 2);
+    EXPECT_EQ(answers.Shown().back().text, QStringLiteral("A component has at least one pin."));
+
+    wizard.AddBuffer(Text(folder.Path() / "memory.ibs"), QStringLiteral("no_such"), {});
+    wizard.AddBuffer(Text(folder.Path() / "memory.ibs"), QStringLiteral("no_such"), {});
+    EXPECT_EQ(wizard.Composite().buffers[1].name, "no_such_2");
+    wizard.TakePins(Text(folder.Path() / "memory.ibs"));
+    EXPECT_FALSE(wizard.Composite().pins.empty());
+    wizard.TakePins(Text(folder.Path() / "gone.ibs"));
+    EXPECT_EQ(answers.Shown().back().icon, ui::EIcon::Error);
+    wizard.next();
+    wizard.next();
+    EXPECT_EQ(wizard.currentId(), 3) << "the models are not in their file";
+    EXPECT_EQ(answers.Shown().back().icon, ui::EIcon::Error);
+    EXPECT_FALSE(std::filesystem::exists(folder.Path() / "out.ibs"));
+}
+
+} // namespace
+} // namespace zov::app
