@@ -241,8 +241,22 @@ void CUiGeneralCurveFrm::MakeStatus()
     connect(&m_job, &CBackgroundJob::Finished, this, [this] {
         m_progress->hide();
         m_cancel->hide();
+        if (!m_waiting.empty()) {
+            const std::function<void()> next = std::move(m_waiting.front());
+            m_waiting.pop_front();
+            next();
+        }
     });
     connect(m_cancel, &QPushButton::clicked, &m_job, &CBackgroundJob::Cancel);
+}
+
+void CUiGeneralCurveFrm::RunWhenIdle(std::function<void()> start)
+{
+    if (m_job.IsRunning()) {
+        m_waiting.push_back(std::move(start));
+    } else {
+        start();
+    }
 }
 
 CCurvePage& CUiGeneralCurveFrm::AddPage(const QString& title)

@@ -18,6 +18,8 @@
 #include <QMainWindow>
 #include <QTimer>
 
+#include <deque>
+#include <functional>
 #include <memory>
 
 class QDockWidget;
@@ -117,6 +119,7 @@ private:
     void OnUpdateCurvePane(ui::CCmdUI& ui);
 
     struct SOpened;
+    struct SImpedances;
     void MakePanes();
     void MakeMenus();
     void MakeToolBar();
@@ -124,8 +127,13 @@ private:
     void ShowPage();
     void ShowCurveMenu(const QPoint& globalPos);
     void ZoomBy(double factor);
+    /// At once, or behind the work that goes on.
+    void RunWhenIdle(std::function<void()> start);
     void SetMouse(CCurvePlot::EMouse mouse);
+    void StartOpening(const QStringList& paths);
     void TakeOpened(SOpened& opened);
+    void TakeImpedances(const SImpedances& work);
+    CResult<void> SaveCurvesTo(const QString& path, const std::vector<curve::TCurvePtr>& curves);
     void TakeTouchstone(const QString& path, const network::CNetworkData& matrices);
     void TellFault(const QString& text);
     [[nodiscard]] QDockWidget* PaneOf(unsigned command) const;
@@ -146,7 +154,8 @@ private:
     QPushButton* m_cancel = nullptr;
     ui::CIdleUpdate* m_idle = nullptr;
     std::vector<SCalcParameter> m_parameters; ///< of the calculator, for the next time
-    QTimer m_fitColumns;                      ///< once for any number of new rows
+    std::deque<std::function<void()>> m_waiting;
+    QTimer m_fitColumns; ///< once for any number of new rows
     CBackgroundJob m_job;
 };
 

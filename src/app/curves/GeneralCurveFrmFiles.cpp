@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The curve frame's files: loading and saving of curves, images, the calculator's results.
+#include "app/RunBeside.h"
 #include "app/curves/CalcDlg.h"
 #include "app/curves/CurveExport.h"
 #include "app/curves/GeneralCurveFrm.h"
@@ -53,6 +54,13 @@ bool IsTouchstone(const QString& path)
 {
     return network::PortCountOfName(PathOf(path)) > 0 ||
            path.endsWith(QStringLiteral(".ts"), Qt::CaseInsensitive);
+}
+
+CResult<void> WriteCsvFile(const fs::path& path, const std::vector<curve::TCurvePtr>& curves)
+{
+    ASSIGN_OR_RETURN(const std::unique_ptr<CAtomicFile> file, CAtomicFile::Create(path));
+    curve::WriteCurveCsv(curves, *file);
+    return file->Commit();
 }
 
 class CTextWriter final : public CByteWriter
@@ -116,6 +124,11 @@ void CUiGeneralCurveFrm::OnCurveOpen()
 
 void CUiGeneralCurveFrm::OpenFiles(const QStringList& paths)
 {
+    RunWhenIdle([this, paths] { StartOpening(paths); });
+}
+
+void CUiGeneralCurveFrm::StartOpening(const QStringList& paths)
+{
     auto opened = std::make_shared<SOpened>();
     opened->page = &Page();
     opened->set = Page().Set();
@@ -171,8 +184,11 @@ void CUiGeneralCurveFrm::TakeTouchstone(const QString& path, const network::CNet
     if (dialog.DoModal() != ui::EAnswer::Ok) {
         return;
     }
-    const auto made =
-        CurvesOf(matrices, dialog.Choice(), QFileInfo(path).completeBaseName().toStdString());
+    CResult<SNetworkCurves> made = SNetworkCurves();
+    RunBeside(
+        [&, choice = dialog.Choice(), origin = QFileInfo(path).completeBaseName().toStdString()] {
+            made = CurvesOf(matrices, choice, origin);
+        });
     if (!made) {
         TellFault(Text(made.Error()));
         return;
@@ -196,60 +212,70 @@ void CUiGeneralCurveFrm::TellFault(const QString& text)
     ui::CPrompt::Tell(this, text, ui::EIcon::Error);
 }
 
+/// Records on their way to curves.
+struct CUiGeneralCurveFrm::SImpedances
+{
+    CZovLibrary copies;
+    std::vector<fs::path> folders;
+    std::vector<curve::TCurvePtr> curves;
+    std::vector<std::string> faults;
+
+    void Compute(CJobState& state)
+    {
+        const std::vector<double> hz = curve::SweepHz({});
+        CNullDiag quiet;
+        for (std::size_t i = 0; i < folders.size() && !state.Cancelled(); ++i) {
+            auto made = curve::ImpedancesOf(*copies.Records()[i], hz, folders[i], quiet);
+            if (made) {
+                curves.insert(curves.end(), made->begin(), made->end());
+            } else {
+                faults.push_back(made.Error().Full());
+            }
+            state.SetFraction(static_cast<double>(i + 1) / static_cast<double>(folders.size()));
+        }
+    }
+};
+
 void CUiGeneralCurveFrm::ShowImpedances(const std::vector<SImpedanceOf>& records)
 {
-    struct SWork
-    {
-        CZovLibrary copies;
-        std::vector<fs::path> folders;
-        std::vector<curve::TCurvePtr> curves;
-        std::vector<std::string> faults;
-    };
-    auto work = std::make_shared<SWork>();
+    auto work = std::make_shared<SImpedances>();
     for (const SImpedanceOf& record : records) {
         work->copies.AddCopy(*record.record);
         work->folders.push_back(record.folder);
     }
-    m_job.Start(
-        tr("Computing impedances"), [this, work](CJobState& state) -> CBackgroundJob::Deliver {
-            const std::vector<double> hz = curve::SweepHz({});
-            CNullDiag quiet;
-            for (std::size_t i = 0; i < work->folders.size() && !state.Cancelled(); ++i) {
-                auto made =
-                    curve::ImpedancesOf(*work->copies.Records()[i], hz, work->folders[i], quiet);
-                if (made) {
-                    work->curves.insert(work->curves.end(), made->begin(), made->end());
-                } else {
-                    work->faults.push_back(made.Error().Full());
-                }
-                state.SetFraction(static_cast<double>(i + 1) /
-                                  static_cast<double>(work->folders.size()));
-            }
-            return [this, work] {
-                CCurvePage& page =
-                    Page().Curves().rowCount() == 0 ? Page() : AddPage(tr("Impedance"));
-                page.Set().name = "Impedance";
-                page.Set().unitClass = curve::EUnitClass::Ohm;
-                m_tabs->setTabText(m_tabs->indexOf(&page), tr("Impedance"));
-                for (const curve::TCurvePtr& curve : work->curves) {
-                    page.Add(curve, curve::EUnitClass::Ohm, tr("library"));
-                }
-                page.Plot().SetLogX(true);
-                page.Plot().SetLogY(true);
-                for (const std::string& fault : work->faults) {
-                    m_log.Write(fault);
-                }
-                if (!work->faults.empty()) {
-                    QString text = QString::fromStdString(work->faults.front());
-                    if (work->faults.size() > 1) {
-                        text += tr("\n%1 more records have no impedance; the \"Output\" pane lists "
-                                   "them.")
-                                    .arg(work->faults.size() - 1);
-                    }
-                    ui::CPrompt::Tell(this, text, ui::EIcon::Warning);
-                }
-            };
-        });
+    RunWhenIdle([this, work] {
+        m_job.Start(tr("Computing impedances"),
+                    [this, work](CJobState& state) -> CBackgroundJob::Deliver {
+                        work->Compute(state);
+                        return [this, work] { TakeImpedances(*work); };
+                    });
+    });
+}
+
+void CUiGeneralCurveFrm::TakeImpedances(const SImpedances& work)
+{
+    if (!work.curves.empty()) {
+        CCurvePage& page = Page().Curves().rowCount() == 0 ? Page() : AddPage(tr("Impedance"));
+        page.Set().name = "Impedance";
+        page.Set().unitClass = curve::EUnitClass::Ohm;
+        m_tabs->setTabText(m_tabs->indexOf(&page), tr("Impedance"));
+        for (const curve::TCurvePtr& curve : work.curves) {
+            page.Add(curve, curve::EUnitClass::Ohm, tr("library"));
+        }
+        page.Plot().SetLogX(true);
+        page.Plot().SetLogY(true);
+    }
+    for (const std::string& fault : work.faults) {
+        m_log.Write(fault);
+    }
+    if (!work.faults.empty()) {
+        QString text = QString::fromStdString(work.faults.front());
+        if (work.faults.size() > 1) {
+            text += tr("\n%1 more records have no impedance; the \"Output\" pane lists them.")
+                        .arg(work.faults.size() - 1);
+        }
+        ui::CPrompt::Tell(this, text, ui::EIcon::Warning);
+    }
 }
 
 void CUiGeneralCurveFrm::OnCurveSaveAs()
@@ -261,25 +287,30 @@ void CUiGeneralCurveFrm::OnCurveSaveAs()
     if (path.isEmpty()) {
         return;
     }
-    curve::SCurveWriteOptions options;
-    options.curveGroup = Page().Set().name;
-    const curve::EKind kind = Page().Set().kind;
     CResult<void> saved;
-    if (curves.size() == 1) {
-        options.matrixType = curves.front()->Header().valueName;
-        saved = SaveCurveFile(PathOf(path), curves.front(), kind, options, *m_journal);
-    } else {
-        saved = SaveCurves(PathOf(path), curves, kind, options);
-        for (std::size_t i = 0; i < curves.size() && saved; ++i) {
-            const curve::SCurveHeader& header = curves[i]->Header();
-            curve::JournalSave(*m_journal,
-                               {header.name.empty() ? header.legend : header.name,
-                                path.toStdString(), options.curveGroup, header.valueName});
-        }
-    }
+    RunBeside([&] { saved = SaveCurvesTo(path, curves); });
     if (!saved) {
         TellFault(Text(saved.Error()));
     }
+}
+
+CResult<void> CUiGeneralCurveFrm::SaveCurvesTo(const QString& path,
+                                               const std::vector<curve::TCurvePtr>& curves)
+{
+    curve::SCurveWriteOptions options;
+    options.curveGroup = Page().Set().name;
+    const curve::EKind kind = Page().Set().kind;
+    if (curves.size() == 1) {
+        options.matrixType = curves.front()->Header().valueName;
+        return SaveCurveFile(PathOf(path), curves.front(), kind, options, *m_journal);
+    }
+    RETURN_IF_ERROR(SaveCurves(PathOf(path), curves, kind, options));
+    for (const curve::TCurvePtr& curve : curves) {
+        const curve::SCurveHeader& header = curve->Header();
+        curve::JournalSave(*m_journal, {header.name.empty() ? header.legend : header.name,
+                                        path.toStdString(), options.curveGroup, header.valueName});
+    }
+    return {};
 }
 
 void CUiGeneralCurveFrm::OnCurveExportImage()
@@ -299,24 +330,12 @@ void CUiGeneralCurveFrm::OnCurveExportCsv()
     if (path.isEmpty()) {
         return;
     }
-    // Writing a million points takes a moment.
-    m_job.Start(tr("Writing %1").arg(QFileInfo(path).fileName()),
-                [this, path,
-                 curves = CurvesOfRows(SelectedOrAll())](CJobState&) -> CBackgroundJob::Deliver {
-                    auto result = std::make_shared<CResult<void>>();
-                    auto file = CAtomicFile::Create(PathOf(path));
-                    if (file) {
-                        curve::WriteCurveCsv(curves, **file);
-                        *result = (*file)->Commit();
-                    } else {
-                        *result = file.TakeError();
-                    }
-                    return [this, result] {
-                        if (!*result) {
-                            TellFault(Text(result->Error()));
-                        }
-                    };
-                });
+    CResult<void> done;
+    RunBeside(
+        [&, curves = CurvesOfRows(SelectedOrAll())] { done = WriteCsvFile(PathOf(path), curves); });
+    if (!done) {
+        TellFault(Text(done.Error()));
+    }
 }
 
 void CUiGeneralCurveFrm::OnCurvePrint()
@@ -337,9 +356,13 @@ void CUiGeneralCurveFrm::OnCurveCopyImage()
 
 void CUiGeneralCurveFrm::OnCurveCopyData()
 {
-    CTextWriter text;
-    curve::WriteCurveCsv(CurvesOfRows(SelectedOrAll()), text);
-    QApplication::clipboard()->setText(QString::fromStdString(text.Bytes()));
+    QString text;
+    RunBeside([&text, curves = CurvesOfRows(SelectedOrAll())] {
+        CTextWriter writer;
+        curve::WriteCurveCsv(curves, writer);
+        text = QString::fromStdString(writer.Bytes());
+    });
+    QApplication::clipboard()->setText(text);
 }
 
 void CUiGeneralCurveFrm::OnCurveCopyMarkers()

@@ -488,18 +488,42 @@ void BusDefinitionEditorView::Pick(EItem what)
     }
 }
 
+/// The timing reference that is selected, the only one, or the one that the user picks.
+bool BusDefinitionEditorView::SelectReference()
+{
+    if (m_addSignal->isEnabled()) {
+        return true;
+    }
+    QStringList names;
+    std::vector<CBusTreeModel::SPlace> places;
+    for (std::size_t b = 0; b < m_definitions->buses.size(); ++b) {
+        const ibis::SBus& bus = m_definitions->buses[b];
+        for (std::size_t r = 0; r < bus.references.size(); ++r) {
+            names += QString::fromStdString(bus.name + " / " + bus.references[r].name);
+            places.push_back({EItem::Reference, b, r});
+        }
+    }
+    std::size_t chosen = 0;
+    if (places.empty()) {
+        Q_EMIT Refused(tr("Add a timing reference under \"Bus Definitions\" first."));
+        return false;
+    }
+    if (places.size() > 1) {
+        CTimingRefBrowserDlg dialog(this, names);
+        if (dialog.DoModal() != ui::EAnswer::Ok) {
+            return false;
+        }
+        chosen = static_cast<std::size_t>(dialog.Chosen());
+    }
+    m_tree->setCurrentIndex(m_model.IndexOf(places[chosen]));
+    return true;
+}
+
 void BusDefinitionEditorView::AddSignals(const QStringList& names)
 {
-    CBusTreeModel::SPlace at = Selected();
-    if (m_definitions != nullptr && at.item == EItem::Root && m_definitions->buses.size() == 1 &&
-        m_definitions->buses[0].references.size() == 1) {
-        m_tree->setCurrentIndex(m_model.IndexOf({EItem::Reference, 0, 0}));
+    if (SelectReference()) {
+        AddNames(EItem::Signal, names);
     }
-    if (!m_addSignal->isEnabled()) {
-        Q_EMIT Refused(tr("Choose a timing reference under \"Bus Definitions\" first."));
-        return;
-    }
-    AddNames(EItem::Signal, names);
 }
 
 void BusDefinitionEditorView::AddNames(EItem what, const QStringList& names)

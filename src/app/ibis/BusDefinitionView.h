@@ -90,7 +90,8 @@ public:
                         ibis::CBusDefinitionEditor* editor);
     /// What can be picked as clock or signal.
     void SetSignals(const QStringList& names) { m_signals = names; }
-    /// Adds signals to the timing reference that is selected, or the only one there is.
+    /// Adds signals to the timing reference that is selected, or the only one there is; of several
+    /// the user picks one.
     void AddSignals(const QStringList& names);
     [[nodiscard]] CBusTreeModel& Model() { return m_model; }
     [[nodiscard]] QTreeView& Tree() { return *m_tree; }
@@ -104,6 +105,7 @@ private:
     void AddGroup();
     void AddReference();
     void Pick(CBusTreeModel::EItem what);
+    bool SelectReference();
     void AddNames(CBusTreeModel::EItem what, const QStringList& names);
     void Remove();
     void ShowButtons();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/ibis/IbisLoaderDlg.h"
 
+#include "app/RunBeside.h"
 #include "app/ibis/ModelBrowserDlg.h"
 #include "base/File.h"
 
@@ -274,7 +275,8 @@ void CIBISLoaderDlg::OnAssignMemory()
 
 bool CIBISLoaderDlg::SaveCopy()
 {
-    const CResult<std::filesystem::path> copy = m_loader->SaveCopy();
+    CResult<std::filesystem::path> copy = std::filesystem::path();
+    RunBeside([&] { copy = m_loader->SaveCopy(); });
     if (!copy) {
         Tell(copy.Error());
         return false;

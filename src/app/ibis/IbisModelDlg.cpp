@@ -34,13 +34,16 @@ QList<QStandardItem*> RowOf(const ibis::CIPDataObject& object)
 
 } // namespace
 
-CIbisModelDlg::CIbisModelDlg(QWidget* parent, const ibis::CIPDataModel& model)
+CIbisModelDlg::CIbisModelDlg(QWidget* parent, const ibis::CIPDataModel* model)
     : CqtDialogRes(parent)
 {
-    setWindowTitle(tr("Model %1").arg(Text(model.Value())));
+    if (model == nullptr) {
+        return;
+    }
+    setWindowTitle(tr("Model %1").arg(Text(model->Value())));
     auto* rows = new QStandardItemModel(this);
     rows->setHorizontalHeaderLabels({tr("Name"), tr("Typ"), tr("Min"), tr("Max")});
-    for (const auto& child : model.Children()) {
+    for (const auto& child : model->Children()) {
         rows->appendRow(RowOf(*child));
     }
     m_form.ui_IDC_VALUES->setModel(rows);
@@ -50,7 +53,9 @@ CIbisModelDlg::CIbisModelDlg(QWidget* parent, const ibis::CIPDataModel& model)
 CPinEditorDlg::CPinEditorDlg(QWidget* parent, const ibis::SPinList& list)
     : CqtDialogRes(parent)
 {
-    setWindowTitle(tr("Pins of %1").arg(QString::fromStdString(list.component)));
+    if (!list.component.empty()) {
+        setWindowTitle(tr("Pins of %1").arg(QString::fromStdString(list.component)));
+    }
     auto* pins = new IBISPinListEditorView(this);
     pins->SetPins(list.pins);
     m_form.ui_IDC_PINS->addWidget(pins);

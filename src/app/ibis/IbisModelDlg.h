@@ -16,7 +16,8 @@ class CIbisModelDlg : public ui::CqtDialogRes<Ui::dlg_IDD_ZOV_DLG_IBISMDL>
     Q_OBJECT
 
 public:
-    CIbisModelDlg(QWidget* parent, const ibis::CIPDataModel& model);
+    /// @param model null: nothing is shown
+    CIbisModelDlg(QWidget* parent, const ibis::CIPDataModel* model);
 };
 
 class CPinEditorDlg : public ui::CqtDialogRes<Ui::dlg_IDD_ZOV_DLG_PINEDITOR>

@@ -159,7 +159,7 @@ void CModelBrowserDlg::ShowDetails()
 {
     const QModelIndex index = m_proxy->mapToSource(m_form.ui_IDC_MODELS->currentIndex());
     if (index.isValid()) {
-        CIbisModelDlg(this, m_models.At(index.row())).DoModal();
+        CIbisModelDlg(this, &m_models.At(index.row())).DoModal();
     }
 }
 

@@ -36,4 +36,16 @@ QStringList CSignalBrowserDlg::Chosen() const
     return names;
 }
 
+CTimingRefBrowserDlg::CTimingRefBrowserDlg(QWidget* parent, const QStringList& references)
+    : CqtDialogRes(parent)
+{
+    m_form.ui_IDC_REFERENCES->addItems(references);
+    m_form.ui_IDC_BUTTONS->button(QDialogButtonBox::Ok)->setEnabled(!references.isEmpty());
+}
+
+int CTimingRefBrowserDlg::Chosen() const
+{
+    return m_form.ui_IDC_REFERENCES->currentIndex();
+}
+
 } // namespace zov::app

@@ -4,6 +4,7 @@
 
 #include "ui/UiDialog.h"
 #include "ui_dlg_IDD_ZOV_SIGNAL_BROWSER.h"
+#include "ui_dlg_IDD_ZOV_TIMINGREF_BROWSER.h"
 
 class QSortFilterProxyModel;
 
@@ -19,6 +20,18 @@ public:
 
 private:
     QSortFilterProxyModel* m_proxy;
+};
+
+/// One timing reference of several.
+class CTimingRefBrowserDlg : public ui::CqtDialogRes<Ui::dlg_IDD_ZOV_TIMINGREF_BROWSER>
+{
+    Q_OBJECT
+
+public:
+    /// @param references "bus / reference", one is chosen at first
+    CTimingRefBrowserDlg(QWidget* parent, const QStringList& references);
+    /// Its place in the list; -1 for none.
+    [[nodiscard]] int Chosen() const;
 };
 
 } // namespace zov::app

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/manager/ToolWindows.h"
 
+#include "app/curves/CurveForms.h"
+#include "app/ibis/ComposeWizard.h"
+#include "app/curves/CurveForms.h"
 #include "app/ibis/ComposeWizard.h"
 #include "app/ibis/IbisCommands.h"
+#include "app/ibis/IbisForms.h"
 #include "app/ibis/IbisLoaderDlg.h"
 #include "ui/Prompt.h"
 
@@ -28,6 +32,8 @@ CToolWindows::CToolWindows(QWidget& owner, CLogSink& log)
     , m_log(log)
     , m_opener([this](const QString& path) { return Open(path); })
 {
+    RegisterCurveForms();
+    RegisterIbisForms();
 }
 
 CUiGeneralCurveFrm& CToolWindows::Curves()

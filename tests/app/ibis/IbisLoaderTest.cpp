@@ -174,6 +174,19 @@ TEST_F(IbisLoaderTest, DefinitionsAreEditedByTheRulesAndSavedIntoACopy)
     EXPECT_TRUE(Child<QPushButton>("ui_IDC_ADD_SELECTED").isEnabled());
     Click("ui_IDC_ADD_SELECTED");
     EXPECT_EQ(Message(), QStringLiteral("'DQ0' is already in use."));
+    SelectDefinition({EItem::Bus, 0});
+    Click("AddReference");
+    SelectDefinition({EItem::Bus, 0});
+    answers.ThenDialog([](QDialog& shown) {
+        auto* references = shown.findChild<QComboBox*>(QStringLiteral("ui_IDC_REFERENCES"));
+        EXPECT_EQ(references->count(), 2);
+        references->setCurrentIndex(1);
+        shown.accept();
+    });
+    Click("ui_IDC_ADD_SELECTED");
+    EXPECT_EQ(dialog.Loader()->Definitions().buses[0].references[1].signals.size(), 1U);
+    SelectDefinition({EItem::Reference, 0, 1});
+    Click("RemoveDefinition");
 
     const std::string before = folder.Read("chip.ibs");
     Click("ui_IDC_SAVE_COPY");
