@@ -3,14 +3,20 @@
 #include "app/assignment/AssignCommands.h"
 #include "app/assignment/AssignFrm.h"
 #include "app/assignment/DlgFindModel.h"
+#include "app/curves/CalcDlg.h"
+#include "app/curves/GeneralCurveFrm.h"
 #include "app/editor/EditorDlg.h"
 #include "app/generator/DlgZovGenMain.h"
 #include "app/generator/GeneratorPage.h"
+#include "app/ibis/IbisCommands.h"
+#include "app/ibis/IbisEditorFrm.h"
+#include "app/ibis/IbisLoaderDlg.h"
 #include "app/manager/CommandIds.h"
 #include "app/manager/HelpWindow.h"
 #include "ui/Prompt.h"
 #include "ui/UiDialog.h"
 
+#include <QCoreApplication>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -115,6 +121,69 @@ TWindow Generate(CStage& stage)
     return dialog;
 }
 
+template <class F>
+void Wait(F isDone)
+{
+    while (!isDone()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    }
+}
+
+const QString kExampleFile = QStringLiteral("memory.ibs");
+
+TWindow Curves(CStage& stage)
+{
+    auto frame = std::make_unique<app::CUiGeneralCurveFrm>(stage.Frame().Session().Log());
+    frame->OpenFiles({QStringLiteral("decaps.cur")});
+    Wait([&] { return !frame->Job().IsRunning(); });
+    app::CCurvePage& page = frame->Page();
+    page.Plot().SetLogX(true);
+    page.Plot().SetLogY(true);
+    for (const std::size_t point : {1, 4}) {
+        page.Markers().Add({page.Set().Curves()[0], point});
+    }
+    return frame;
+}
+
+TWindow Smith(CStage& stage)
+{
+    TWindow window = Curves(stage);
+    static_cast<app::CUiGeneralCurveFrm&>(*window).Page().SetView(app::ECurveView::Smith);
+    return window;
+}
+
+TWindow Calculator(CStage& stage)
+{
+    const TWindow window = Curves(stage);
+    app::CCurvePage& page = static_cast<app::CUiGeneralCurveFrm&>(*window).Page();
+    auto dialog = std::make_unique<app::CCalcDlg>(
+        nullptr, page.Set(), page.Plot().Axes(),
+        std::vector<app::SCalcParameter>{{QStringLiteral("k"), QStringLiteral("2")}});
+    dialog->findChild<QLineEdit*>(QStringLiteral("ui_IDC_EXPRESSION"))
+        ->setText(QStringLiteral("mag(C100n)*k + * 3"));
+    Wait([&] { return !dialog->IsComputing(); });
+    return dialog;
+}
+
+TWindow IbisEditor(CStage& stage)
+{
+    auto frame = std::make_unique<app::CIbisEditorFrm>(stage.Frame().Session().Log());
+    frame->OpenFile(kExampleFile);
+    Wait([&] { return frame->IsIdle(); });
+    auto* find = frame->findChild<QLineEdit*>(QStringLiteral("FindField"));
+    find->setText(QStringLiteral("[Pulldown]"));
+    frame->RouteCommand(app::ID_IBIS_FIND_NEXT);
+    return frame;
+}
+
+TWindow IbisLoader(CStage& stage)
+{
+    auto dialog = std::make_unique<app::CIBISLoaderDlg>(nullptr, stage.Frame().Session().Log());
+    dialog->OpenFile(kExampleFile);
+    Wait([&] { return dialog->IsIdle(); });
+    return dialog;
+}
+
 /// The pane over a capacitor whose model is a file.
 TWindow Editor(CStage& stage)
 {
@@ -157,6 +226,11 @@ const SShot kShots[] = {
     {"copy-to-library", Form("dlg_IDD_ZOV_DLG_COPYTOLIB")},
     {"editor-dialog", EditorDialog},
     {"editor", Editor},
+    {"curves", Curves},
+    {"curves-smith", Smith},
+    {"calculator", Calculator},
+    {"ibis-editor", IbisEditor},
+    {"ibis-loader", IbisLoader},
 };
 
 } // namespace

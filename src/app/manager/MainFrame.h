@@ -166,10 +166,6 @@ private:
     /// The windows that commands open.
     void FillWindows();
     void OpenWindow(unsigned command);
-    /// Keeps it, and closes it with the frame.
-    void Show(QWidget& window);
-    /// False when one of them wants to stay.
-    bool CloseWindows();
     void ShowPane(QDockWidget& pane);
     void OnModelsDropped(const CZovSession::TLibrary& target,
                          const std::unordered_set<const CZovRcdProps*>& records, bool move);
@@ -252,7 +248,6 @@ private:
     CQZovWorkflow* m_workflow = nullptr;
     QPointer<CHelpWindow> m_help;
     std::map<unsigned, std::function<void()>> m_windows;
-    std::vector<QPointer<QWidget>> m_opened;
     QMetaObject::Connection m_selecting;
     CAutosave* m_autosave = nullptr;
     CRecordEditor* m_editor = nullptr;

@@ -201,8 +201,8 @@ void CZovMainFrm::closeEvent(QCloseEvent* event)
 
 bool CZovMainFrm::OnClose()
 {
-    if ((m_assign && m_assign->isVisible() && !m_assign->close()) || !CloseWindows() ||
-        !m_toolWindows->MayClose() || !MayClose()) {
+    if ((m_assign && m_assign->isVisible() && !m_assign->close()) || !m_toolWindows->MayClose() ||
+        !MayClose()) {
         return false;
     }
     m_session.CancelLoading();
@@ -217,9 +217,7 @@ void CZovMainFrm::OnDestroy()
     // Its list reads the session, which goes before the frame's own widgets do.
     delete m_externalPane;
     // Other windows work on the session.
-    for (const QPointer<QWidget>& window : m_opened) {
-        delete window;
-    }
+    delete m_toolWindows;
 }
 
 void CZovMainFrm::keyPressEvent(QKeyEvent* event)

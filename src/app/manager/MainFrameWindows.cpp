@@ -23,25 +23,6 @@ void CZovMainFrm::FillWindows()
     };
 }
 
-void CZovMainFrm::Show(QWidget& window)
-{
-    window.setAttribute(Qt::WA_DeleteOnClose);
-    m_opened.emplace_back(&window);
-    window.show();
-    window.raise();
-    window.activateWindow();
-}
-
-bool CZovMainFrm::CloseWindows()
-{
-    for (const QPointer<QWidget>& window : m_opened) {
-        if (window && !window->close()) {
-            return false;
-        }
-    }
-    return true;
-}
-
 void CZovMainFrm::OpenWindow(unsigned command)
 {
     m_windows.at(command)();

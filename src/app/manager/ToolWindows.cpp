@@ -3,8 +3,6 @@
 
 #include "app/curves/CurveForms.h"
 #include "app/ibis/ComposeWizard.h"
-#include "app/curves/CurveForms.h"
-#include "app/ibis/ComposeWizard.h"
 #include "app/ibis/IbisCommands.h"
 #include "app/ibis/IbisForms.h"
 #include "app/ibis/IbisLoaderDlg.h"
@@ -34,6 +32,14 @@ CToolWindows::CToolWindows(QWidget& owner, CLogSink& log)
 {
     RegisterCurveForms();
     RegisterIbisForms();
+}
+
+CToolWindows::~CToolWindows()
+{
+    delete m_curves;
+    for (const QPointer<CIbisEditorFrm>& editor : m_editors) {
+        delete editor;
+    }
 }
 
 CUiGeneralCurveFrm& CToolWindows::Curves()
@@ -108,6 +114,9 @@ bool CToolWindows::Open(const QString& path)
 
 bool CToolWindows::MayClose()
 {
+    if (m_curves) {
+        m_curves->close();
+    }
     return std::ranges::all_of(m_editors, [](const QPointer<CIbisEditorFrm>& editor) {
         return !editor || editor->close();
     });

@@ -20,6 +20,7 @@ public:
     /// @param owner of the windows; also outlives this object
     /// @param log   outlives the windows
     CToolWindows(QWidget& owner, CLogSink& log);
+    ~CToolWindows() override;
 
     /// The curve frame, made when it is first asked for.
     CUiGeneralCurveFrm& Curves();
@@ -31,7 +32,7 @@ public:
     void ComposeIbis();
     /// Opens a file that a record names in the window for its kind; false when there is none.
     bool Open(const QString& path);
-    /// Edited texts are asked about; false: the user wants to go on with one.
+    /// Closes the windows. Edited texts are asked about; false: the user wants to go on with one.
     bool MayClose();
 
 private:

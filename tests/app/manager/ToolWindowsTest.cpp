@@ -81,6 +81,10 @@ TEST_F(ToolWindowsTest, CommandsOpenTheirWindowsOnce)
     answers.ThenDialog(
         [](QDialog& dialog) { EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Load IBIS")); });
     Trigger(ID_LOAD_IBIS);
+    answers.ThenPath(Text(folder.Write("c.ibs", "[IBIS Ver] 4.2\n[End]\n")));
+    Trigger(ID_CHECK_IBIS);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Editor()->IsIdle(); }));
+    EXPECT_TRUE(Editor()->Path().endsWith(QStringLiteral("c.ibs")));
     Trigger(ID_TOOLS_COMPOSE_IBIS);
     EXPECT_NE(frame.findChild<CComposeWizard*>(), nullptr);
     EXPECT_EQ(answers.Unexpected(), 0);
