@@ -18,7 +18,8 @@ struct SShownCurve
     curve::EUnitClass unit = curve::EUnitClass::None;
     QColor color;
     bool shown = true;
-    QString source; ///< file, or what it was computed from
+    QString source;       ///< file, or what it was computed from
+    bool inLegend = true; ///< of the plot
 };
 
 /// The colour of the n-th curve; they begin anew after the last.

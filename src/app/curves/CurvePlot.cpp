@@ -232,6 +232,7 @@ void CCurvePlot::Rebuild()
             item->attach(this);
         }
         item->SetPen(m_curves.PenOf(entry));
+        item->setItemAttribute(QwtPlotItem::Legend, entry.inLegend);
         item->setTitle(CurveTitle(*entry.curve));
         items.push_back(item);
     }

@@ -23,9 +23,8 @@ QString Tr(const char* text)
     return QCoreApplication::translate("IbisCurves", text);
 }
 
-void AddTable(const ibis::CIPDataTable& table, SIbisCurves& out)
+void AddTable(const ibis::CIPDataTable& table, std::size_t number, bool isAlone, SIbisCurves& out)
 {
-    const QColor color = CurveColor(out.colors.empty() ? 0 : out.colors.size() / 3);
     for (std::size_t corner = 0; corner < std::size(kCorners); ++corner) {
         if (!table.HasCorner(corner)) {
             continue;
@@ -40,8 +39,12 @@ void AddTable(const ibis::CIPDataTable& table, SIbisCurves& out)
                 made->Points().Add(std::array{axis[i], values[i]});
             }
         }
-        out.curves.push_back(std::move(made));
-        out.colors.push_back(color);
+        out.curves.push_back({std::move(made),
+                              curve::EUnitClass::None,
+                              CurveColor(number),
+                              true,
+                              {},
+                              isAlone || corner == 0});
     }
 }
 
@@ -60,11 +63,12 @@ SPlotAxes AxesOfTable(const ibis::CIPDataTable& table)
 template <class TTable>
 void AddAll(const ibis::CIPDataObject& object, SIbisCurves& out)
 {
-    for (const TTable* table : object.All<TTable>()) {
-        if (out.curves.empty()) {
-            out.axes = AxesOfTable(*table);
+    const std::vector<const TTable*> tables = object.All<TTable>();
+    for (std::size_t i = 0; i < tables.size(); ++i) {
+        if (i == 0) {
+            out.axes = AxesOfTable(*tables[i]);
         }
-        AddTable(*table, out);
+        AddTable(*tables[i], i, tables.size() == 1, out);
     }
 }
 
@@ -75,7 +79,7 @@ SIbisCurves CurvesOfObject(const ibis::CIPDataObject& object)
     SIbisCurves out;
     if (const ibis::CIPDataTable* table = object.Table()) {
         out.axes = AxesOfTable(*table);
-        AddTable(*table, out);
+        AddTable(*table, 0, true, out);
     } else {
         AddAll<ibis::CIPDataCurve>(object, out);
         if (out.curves.empty()) {

@@ -9,8 +9,9 @@ namespace zov::app {
 
 struct SIbisCurves
 {
-    std::vector<curve::TCurvePtr> curves; ///< line styles: typ solid, min dashed, max dotted
-    std::vector<QColor> colors;           ///< one a table
+    /// Line styles: typ solid, min dashed, max dotted; a colour a table. Of several tables the
+    /// legend names the typical curves only.
+    std::vector<SShownCurve> curves;
     SPlotAxes axes;
     QString title; ///< what is shown; empty when the object has no tables
 };

@@ -275,8 +275,8 @@ void CIbisEditorFrm::ShowObject()
                 m_curves.Remove(m_curves.rowCount() - 1);
             }
             m_curvesPane->setWindowTitle(made.title);
-            for (std::size_t i = 0; i < made.curves.size(); ++i) {
-                m_curves.Add({made.curves[i], curve::EUnitClass::None, made.colors[i], true, {}});
+            for (SShownCurve& curve : made.curves) {
+                m_curves.Add(std::move(curve));
             }
             m_plot->SetAxes(made.axes);
             m_plot->ZoomFit();

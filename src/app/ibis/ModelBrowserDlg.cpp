@@ -147,8 +147,8 @@ void CModelBrowserDlg::ShowModel()
     }
     if (index.isValid()) {
         SIbisCurves made = CurvesOfObject(m_models.At(index.row()));
-        for (std::size_t i = 0; i < made.curves.size(); ++i) {
-            m_curves.Add({made.curves[i], curve::EUnitClass::None, made.colors[i], true, {}});
+        for (SShownCurve& curve : made.curves) {
+            m_curves.Add(std::move(curve));
         }
         m_plot->SetAxes(made.axes);
         m_plot->ZoomFit();
