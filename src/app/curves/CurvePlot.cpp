@@ -87,7 +87,11 @@ CCurvePlot::CCurvePlot(CCurveListModel& curves, CMarkerModel& markers, QWidget* 
     Rebuild();
 }
 
-CCurvePlot::~CCurvePlot() = default;
+CCurvePlot::~CCurvePlot()
+{
+    // It watches the canvas, which goes after the plot around it.
+    delete m_navigator;
+}
 
 void CCurvePlot::SetView(ECurveView view)
 {
