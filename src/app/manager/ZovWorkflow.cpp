@@ -4,6 +4,7 @@
 #include "app/manager/CommandIds.h"
 #include "ui/EventFilters.h"
 
+#include <QAction>
 #include <QLabel>
 #include <QScrollArea>
 #include <QToolBox>
