@@ -248,7 +248,8 @@ QVariant CModelListModel::TruthData(const QModelIndex& index, EModelColumn colum
 
 Qt::ItemFlags CModelListModel::flags(const QModelIndex& index) const
 {
-    return QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    return index.isValid() ? flags | Qt::ItemIsDragEnabled : flags;
 }
 
 QStringList CModelListModel::mimeTypes() const

@@ -71,7 +71,7 @@ private:
 
     void MakeRising()
     {
-        const auto [low, high] = std::minmax(m_xMap.s1(), m_xMap.s2());
+        const auto [low, high] = std::minmax({m_xMap.s1(), m_xMap.s2()});
         std::size_t begin = m_values.LowerBound(low);
         std::size_t end = m_values.LowerBound(high);
         // One point beyond each edge, so that the lines that cross it are drawn.

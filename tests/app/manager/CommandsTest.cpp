@@ -332,6 +332,7 @@ TEST_F(CommandsTest, WindowsOpenAndCloseWithTheFrame)
 TEST_F(CommandsTest, HelpOpensThePageOfWhatHasTheFocus)
 {
     frame.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
     Tree().setFocus();
     QTest::keyClick(&Tree(), Qt::Key_F1);
     auto& help = At<CHelpWindow>("HelpWindow");
