@@ -119,6 +119,11 @@ CHelpWindow::CHelpWindow(const QString& folder, QWidget* parent)
 
 QString CHelpWindow::DocumentsFolder()
 {
+    // For builds that stand apart from the sources.
+    const QString named = qEnvironmentVariable("ZOVRA_DOCUMENTS");
+    if (!named.isEmpty()) {
+        return named;
+    }
     for (const char* folder :
          {"../share/doc/zovra/docs", "../../docs", "../../../docs", "../../../../docs"}) {
         const QDir dir(QCoreApplication::applicationDirPath() + QLatin1Char('/') +

@@ -4,6 +4,7 @@
 #include "MainFrameFixture.h"
 #include "app/manager/ExternalLibsPane.h"
 #include "app/manager/ZovWorkflow.h"
+#include "support/SourcePaths.h"
 #include "ui/UiDialog.h"
 
 #include <QDockWidget>
@@ -331,8 +332,8 @@ TEST_F(CommandsTest, WindowsOpenAndCloseWithTheFrame)
 
 TEST_F(CommandsTest, HelpOpensThePageOfWhatHasTheFocus)
 {
+    qputenv("ZOVRA_DOCUMENTS", QByteArray::fromStdString(test::SourceFolder() + "/docs"));
     frame.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
     Tree().setFocus();
     QTest::keyClick(&Tree(), Qt::Key_F1);
     auto& help = At<CHelpWindow>("HelpWindow");
