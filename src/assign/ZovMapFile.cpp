@@ -178,7 +178,9 @@ void CMapImport::Search(const FSearchProgress& progress)
     // The records of a library in stored order, each compared with all rows that look for its name.
     constexpr std::size_t kProgressRecords = 4096;
     double share = 0.0;
-    for (const auto& [library, rows] : m_byLibrary) {
+    for (const auto& entry : m_byLibrary) {
+        const auto& library = entry.first; // clang 14 captures no structured bindings
+        const auto& rows = entry.second;
         std::unordered_multimap<std::string, SPending*> byModel;
         for (SPending* one : rows) {
             byModel.emplace(UpperCase(one->map->model), one);
