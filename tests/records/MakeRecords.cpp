@@ -1,15 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 // make_records SCRIPT RECORD.xml: drives the desktop by a script of lines and records what happens.
 //
-//     menu Library > Open Library...      a menu of the main window, then its entries
-//     context LibraryTree "caps" > Rename the context menu of an item ("" for the empty space)
-//     key Ctrl+S                          to the widget that has the focus
-//     type SearchField x7r                a click into the widget, then the text
-//     file %RECPATH%/caps.zov             the name field of the file dialog that is open, and
-//     Return click Ok                            a control by object name, action name or text item
-//     ModelTable "C1"                an item by its text; "itemdouble" with a double click tab Tabs
-//     "Second" choose Combo "Text"                 an entry of a combo box check ModelTable a check
-//     point wait OptionsDlg                     until a widget is there
+// clang-format off
+//     menu Library > Open Library...       a menu of the window worked in, then its entries
+//     context LibraryTree "caps" "Rename"  the context menu of an item ("" for the empty space)
+//     key Ctrl+S                           to the widget that has the focus
+//     type SearchField x7r                 a click into the widget, then the text in place of its own
+//     file %RECPATH%/caps.zov              the name field of the file dialog that is open, and Return
+//     click Ok                             a control by object name, action name or text
+//     drag CurveCanvas 20,30 60,70         the left button from one point to another, in hundredths
+//     item ModelTable "C1"                 an item by its text; "itemdouble" with a double click,
+//                                          "itemadd" with Ctrl, "itemcheck" on its check mark
+//     header ModelTable "Value"            a column's title; "headermenu" and an entry of its menu
+//     tab Tabs "Second"
+//     choose Combo "Text"                  an entry of a combo box
+//     check ModelTable                     a check point
+//     wait OptionsDlg                      until a widget is there
+// clang-format on
 //
 // A line is tried until it is possible; lines go on inside menus and dialogs.
 #include "app/QtSettingsStore.h"
@@ -28,8 +35,10 @@
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QPointer>
 #include <QSettings>
 #include <QTabBar>
@@ -231,6 +240,9 @@ private:
         if (line.verb == QStringLiteral("click")) {
             return Click(first);
         }
+        if (line.verb == QStringLiteral("drag")) {
+            return Drag(first, second, line.words.value(2));
+        }
         if (line.verb.startsWith(QStringLiteral("item"))) {
             return Item(first, second, line.verb);
         }
@@ -283,9 +295,13 @@ private:
 
     bool Menu(const QStringList& path)
     {
-        QMenuBar* bar = m_frame.menuBar();
+        auto* window = qobject_cast<QMainWindow*>(&CurrentWindow());
+        if (window == nullptr || !OpenWindows().contains(window)) {
+            return false;
+        }
+        QMenuBar* bar = window->menuBar();
         for (QAction* action : bar->actions()) {
-            if (PlainText(action->text()) == path.first() && OpenWindows().contains(&m_frame)) {
+            if (PlainText(action->text()) == path.first()) {
                 for (int i = path.size() - 1; i > 0; --i) {
                     Then(QStringLiteral("entry \"%1\"").arg(path[i]));
                 }
@@ -409,6 +425,32 @@ private:
         return true;
     }
 
+    static QPoint InHundredths(const QWidget& widget, const QString& point)
+    {
+        return {point.section(QLatin1Char(','), 0, 0).toInt() * widget.width() / 100,
+                point.section(QLatin1Char(','), 1).toInt() * widget.height() / 100};
+    }
+
+    bool Drag(const QString& name, const QString& from, const QString& to)
+    {
+        QWidget* widget = Find(name);
+        if (widget == nullptr) {
+            return false;
+        }
+        const QPoint start = InHundredths(*widget, from);
+        const QPoint end = InHundredths(*widget, to);
+        QTest::mousePress(widget, Qt::LeftButton, {}, start);
+        for (const QPoint& at : {(start + end) / 2, end}) {
+            // A move that says which button is held, unlike that of the test library.
+            QMouseEvent move(QEvent::MouseMove, at, widget->mapTo(widget->window(), at),
+                             widget->mapToGlobal(at), Qt::NoButton, Qt::LeftButton, {});
+            QSpontaneKeyEvent::setSpontaneous(&move);
+            QApplication::instance()->notify(widget, &move);
+        }
+        QTest::mouseRelease(widget, Qt::LeftButton, {}, end);
+        return true;
+    }
+
     bool Item(const QString& name, const QString& text, const QString& verb)
     {
         QAbstractItemView* view = FindView(name);
@@ -520,7 +562,10 @@ int main(int argc, char** argv)
     zov::app::CQtSettingsStore store(settings);
     zov::app::CZovMainFrm frame(settings, store, zov::ProcessEnvironment());
     frame.show();
-    frame.ReplayBar().Recorder().Start(zov::TextPath(argv[2]));
+    if (const auto started = frame.ReplayBar().Recorder().Start(zov::TextPath(argv[2])); !started) {
+        std::fprintf(stderr, "%s\n", started.Error().Full().c_str());
+        return 1;
+    }
     CUser user(frame, ReadLines(argv[1]));
     QTimer::singleShot(100, &frame, [&user] { user.Next(); });
     return QApplication::exec();

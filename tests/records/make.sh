@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # make.sh BUILD [NAME...]: makes the records of tests/data/records anew from their scripts; look at
 # what changed with git diff. Needs the target make_records.
-set -eu
+set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 build=$(cd "$1" && pwd); shift
 root=$here/../..

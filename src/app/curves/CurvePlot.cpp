@@ -67,6 +67,9 @@ CCurvePlot::CCurvePlot(CCurveListModel& curves, CMarkerModel& markers, QWidget* 
     static_cast<QwtPlotCanvas*>(canvas())->setFrameStyle(QFrame::NoFrame);
     canvas()->setObjectName(QStringLiteral("CurveCanvas"));
     canvas()->setMouseTracking(true);
+    // Recorded positions count in shares of the canvas, and a check point holds what is shown.
+    canvas()->setProperty("GUIRecWorldCoordinate", QStringLiteral("share"));
+    setProperty("GUIRecChkCustomContent", true);
     m_grid->attach(this);
     m_grid->enableXMin(true);
     m_grid->enableYMin(true);
@@ -91,6 +94,14 @@ CCurvePlot::~CCurvePlot()
 {
     // It watches the canvas, which goes after the plot around it.
     delete m_navigator;
+}
+
+QString CCurvePlot::GUIRecChkCustomContent() const
+{
+    const auto text = [](double value) { return QString::number(value, 'g', 3); };
+    return QStringLiteral("CurvePlot: x=%1..%2 y=%3..%4 markers=%5")
+        .arg(text(m_window.xLow), text(m_window.xHigh), text(m_window.yLow), text(m_window.yHigh))
+        .arg(m_markers.rowCount());
 }
 
 void CCurvePlot::SetView(ECurveView view)

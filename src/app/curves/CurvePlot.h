@@ -106,6 +106,9 @@ public:
     /// What is read at a place, for the status line.
     [[nodiscard]] QString ReadOut(const QPointF& pixel) const;
 
+    /// For check points of records.
+    Q_INVOKABLE QString GUIRecChkCustomContent() const;
+
 Q_SIGNALS:
     /// Zoom, view or mouse: commands may look different.
     void StateChanged();

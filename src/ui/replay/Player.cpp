@@ -104,9 +104,6 @@ void CPlayer::Play(SLoadedRecord loaded, double speed)
     m_speed = speed;
     m_log = std::make_unique<CPlayLog>(m_loaded.path, m_clock, m_sink);
     m_checkPoints = std::make_unique<CCheckPoints>(m_loaded.path, m_options, *m_log, m_clock);
-    if (!m_options.toolkitLog.empty()) {
-        m_toolkitLog.emplace(TextPath(m_options.toolkitLog));
-    }
     m_result = {};
     m_result.events = static_cast<int>(m_loaded.record.events.size());
     m_at = 0;
@@ -116,6 +113,13 @@ void CPlayer::Play(SLoadedRecord loaded, double speed)
     m_log->Write("#Playing Enviroment:\n" + EnvironmentBlock(HeaderOf(m_main, m_environment)));
     m_log->Write("Play Started");
     m_log->Write("Playing " + PathText(m_loaded.path));
+    for (const std::string& notice : m_loaded.notices) {
+        m_log->Write(notice);
+    }
+    if (!m_options.toolkitLog.empty() &&
+        !m_toolkitLog.emplace(TextPath(m_options.toolkitLog)).Ok()) {
+        m_log->Write("Warning: The log '" + m_options.toolkitLog + "' cannot be written.");
+    }
     BeginStep();
 }
 
@@ -326,22 +330,22 @@ void CPlayer::GiveUp(const STarget& target)
 
 void CPlayer::TakePoint(const SRecordedEvent& event, const STarget& target)
 {
-    for (const QString& notice : target.notices) {
-        Log(notice);
-    }
-    if (CCheckPoints::IsWatchPoint(event)) {
-        m_checkPoints->Watch(*target.widget);
-    } else if (m_checkPoints->Holds(event, *target.widget) ||
-               m_sinceStep.elapsed() >= std::min(kCheckPointMs, m_options.stepTimeoutMs)) {
-        m_checkPoints->Verify(event, *target.widget);
-    } else {
+    const bool isWatch = CCheckPoints::IsWatchPoint(event);
+    if (!isWatch && !m_checkPoints->Holds(event, *target.widget) &&
+        m_sinceStep.elapsed() < std::min(kCheckPointMs, m_options.stepTimeoutMs)) {
         m_timer.start(kRetryMs);
         return;
+    }
+    LogFound(event, target);
+    if (isWatch) {
+        m_checkPoints->Watch(*target.widget);
+    } else {
+        m_checkPoints->Verify(event, *target.widget);
     }
     EndStep();
 }
 
-void CPlayer::Do(const SRecordedEvent& event, const STarget& target)
+void CPlayer::LogFound(const SRecordedEvent& event, const STarget& target)
 {
     for (const QString& notice : target.notices) {
         Log(notice);
@@ -353,6 +357,11 @@ void CPlayer::Do(const SRecordedEvent& event, const STarget& target)
     if (m_options.fullLog) {
         Log(QStringLiteral("Playing %1 %2").arg(NameOfStep(event), BriefPathOf()));
     }
+}
+
+void CPlayer::Do(const SRecordedEvent& event, const STarget& target)
+{
+    LogFound(event, target);
     CompareInitialText(event, *target.widget);
     const SRecordedEvent copy = event; // the record may be gone when a nested loop ends
     EndStep();

@@ -94,6 +94,8 @@ private:
     [[nodiscard]] STarget LookUp(const SRecordedEvent& event);
     void OpenMenuOf(const SRecordedEvent& event) const;
     [[nodiscard]] bool IsBlocked(const QWidget& target) const;
+    /// How the target was found, and what it lacks.
+    void LogFound(const SRecordedEvent& event, const STarget& target);
     void TakePoint(const SRecordedEvent& event, const STarget& target);
     void Do(const SRecordedEvent& event, const STarget& target);
     void Deliver(const SRecordedEvent& event, QWidget& target, const QPoint& pos);

@@ -109,6 +109,10 @@ CResult<SLoadedRecord> LoadRecord(const std::filesystem::path& path, const SRepl
                                   CLogSink& log)
 {
     SLoadedRecord loaded;
+    const auto tell = [&](const char* notice) {
+        log.Write(notice);
+        loaded.notices.emplace_back(notice);
+    };
     loaded.path = path;
     if (path.is_relative() && !options.recFixPath.empty()) {
         loaded.path = options.recFixPath / path;
@@ -123,14 +127,14 @@ CResult<SLoadedRecord> LoadRecord(const std::filesystem::path& path, const SRepl
     if (isBrief) {
         ASSIGN_OR_RETURN(const bool matches, BriefMatches(asked, loaded.record));
         if (!matches) {
-            log.Write("Warning: The .brf file may not match the .xml file.\n");
+            tell("Warning: The .brf file may not match the .xml file.\n");
         }
     }
     const int version = loaded.record.version;
     if (version < kRecordVersion || loaded.record.headerVersion < kHeaderVersion) {
         UpgradeRecord(loaded.record);
         if (!WriteUpgraded(loaded.record, loaded.path, version)) {
-            log.Write("Warning: Upgrading failed.");
+            tell("Warning: Upgrading failed.");
         }
     }
     ExpandRecPath(loaded.record, options.recPath);

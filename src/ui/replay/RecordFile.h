@@ -34,7 +34,8 @@ CResult<void> SaveRecord(const SRecord& record, const std::filesystem::path& pat
 struct SLoadedRecord
 {
     SRecord record;
-    std::filesystem::path path; ///< of the `.xml` or `.re`, also when a brief was asked for
+    std::filesystem::path path;       ///< of the `.xml` or `.re`, also when a brief was asked for
+    std::vector<std::string> notices; ///< what was told while reading, for the log of the play
 };
 
 /// Reads `.xml`, `.re`, or the twin of a `.brf`. A record of an older version is written anew in

@@ -17,16 +17,19 @@ namespace zov::ui::replay {
 
 /// What a record may hold at most; more is taken for a broken or hostile file.
 constexpr std::uint64_t kMaxRecordBytes = std::uint64_t{256} << 20U;
-constexpr std::size_t kMaxEvents = 1'000'000;
+constexpr std::size_t kMaxEvents = 250'000;
 constexpr std::size_t kMaxLevels = 256; ///< of a widget chain or an item's path
 constexpr std::size_t kMaxColumns = 4096;
+constexpr std::size_t kMaxAttributes = 4096; ///< of an input method event
+constexpr std::ptrdiff_t kMaxTags = 16'000'000;
 
 [[nodiscard]] std::string FormatRecord(const SRecord& record);
 
 /// Elements that are missing keep their defaults and unknown ones are passed over, so that records
 /// of older versions are read too.
 /// @param file named in messages
-/// @return Format with the line, Limit, or Unsupported for a record of a later version
+/// @return Format with the line (also for what is not UTF-8), Limit, or Unsupported for a record of
+/// a later version
 CResult<SRecord> ParseRecord(std::string_view text, const std::string& file);
 
 /// A locator alone, with the item that it points at.

@@ -15,8 +15,9 @@ namespace zov::ui::replay {
 namespace {
 
 /// References are decoded here, since line breaks have a form of their own; a text of one blank is
-/// a text (the space key).
-constexpr unsigned kParseFlags = pugi::parse_cdata | pugi::parse_ws_pcdata_single | pugi::parse_eol;
+/// a text (the space key). Entities of a document type are not known and stay as they are.
+constexpr unsigned kParseFlags =
+    pugi::parse_cdata | pugi::parse_ws_pcdata_single | pugi::parse_eol | pugi::parse_embed_pcdata;
 
 class CRecordReader
 {
@@ -35,6 +36,7 @@ public:
                                     "may have",
                                     m_file, m_text.size(), kMaxRecordBytes));
         }
+        RETURN_IF_ERROR(CheckBytes());
         const pugi::xml_parse_result parsed =
             m_document.load_buffer(m_text.data(), m_text.size(), kParseFlags, pugi::encoding_utf8);
         if (!parsed) {
@@ -85,6 +87,25 @@ public:
     }
 
 private:
+    /// Before anything is made of them: the tree of a file of nothing but tags is many times as
+    /// large as the file.
+    CResult<void> CheckBytes() const
+    {
+        if (!IsValidUtf8(m_text)) {
+            std::size_t start = 0;
+            std::size_t end = m_text.find('\n');
+            while (IsValidUtf8(m_text.substr(start, end - start))) {
+                start = end + 1;
+                end = m_text.find('\n', start);
+            }
+            return At(static_cast<std::ptrdiff_t>(start), "the text is not UTF-8");
+        }
+        if (std::count(m_text.begin(), m_text.end(), '<') > kMaxTags) {
+            return Fail(EErr::Limit, fmt::format("{}: more than {} tags", m_file, kMaxTags));
+        }
+        return {};
+    }
+
     SError At(std::ptrdiff_t offset, const std::string& what, EErr code = EErr::Format) const
     {
         const auto end =
@@ -208,6 +229,10 @@ private:
         event.type = static_cast<EEvent>(*type);
         if (event.type == EEvent::InputMethod) {
             for (const pugi::xml_node child : node.children("Attribute")) {
+                if (event.attributes.size() == kMaxAttributes) {
+                    return At(child, fmt::format("more than {} attributes", kMaxAttributes),
+                              EErr::Limit);
+                }
                 event.attributes.emplace_back();
                 RETURN_IF_ERROR(Fields(child, event.attributes.back(), AttributeFields()));
             }

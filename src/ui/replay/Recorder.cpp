@@ -45,11 +45,13 @@ CRecorder::CRecorder(QWidget& main, FEnvironment environment, FClock clock)
 {
 }
 
-void CRecorder::Start(const std::filesystem::path& record)
+CResult<void> CRecorder::Start(const std::filesystem::path& record)
 {
+    SRecord empty;
+    empty.header = HeaderOf(m_main, m_environment);
+    RETURN_IF_ERROR(SaveRecord(empty, record));
     m_path = record;
-    m_record = {};
-    m_record.header = HeaderOf(m_main, m_environment);
+    m_record = std::move(empty);
     m_pendingKey.reset();
     m_lastTarget.clear();
     m_recording = true;
@@ -59,6 +61,7 @@ void CRecorder::Start(const std::filesystem::path& record)
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::instance()->installEventFilter(this);
     AppendToAllLog(m_path.parent_path(), RecordingStarted(m_clock(), m_record.header, m_path));
+    return {};
 }
 
 CResult<void> CRecorder::Stop()
@@ -124,7 +127,7 @@ bool CRecorder::Wanted(const QWidget& target, const QEvent& event) const
     case QEvent::MouseMove:
         return event.spontaneous() &&
                (static_cast<const QMouseEvent&>(event).buttons() != Qt::NoButton ||
-                HasFlag(target, kRecMouseMove));
+                FlaggedOf(target, kRecMouseMove) != nullptr);
     default:
         // What a widget passes on to another is no input of the user.
         return event.spontaneous();
@@ -192,7 +195,7 @@ SRecordedEvent CRecorder::NewEvent(const QWidget& target, const SEventFields& fi
     }
     const QPointF real = ToWorld(target, pos).value_or(pos);
     event.realPos = {real.x(), real.y()};
-    event.async = HasFlag(target, kRecCausePopup);
+    event.async = FlaggedOf(target, kRecCausePopup) != nullptr;
     return event;
 }
 

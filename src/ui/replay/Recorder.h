@@ -2,7 +2,7 @@
 /// Writes down what the user does in the program's windows.
 ///
 ///     m_recorder.Ignore(*m_replayBar);
-///     m_recorder.Start(path);
+///     RETURN_IF_ERROR(m_recorder.Start(path));
 ///     ...
 ///     m_recorder.AddCheckPoint(*widget, goldenPath);
 ///     const CResult<void> saved = m_recorder.Stop();
@@ -34,7 +34,9 @@ public:
     /// What happens in this widget and inside it is not recorded.
     void Ignore(QWidget& widget) { m_ignored.emplace_back(&widget); }
 
-    void Start(const std::filesystem::path& record);
+    /// Writes the record without events first, so that what can't be written is told before the
+    /// work and not after it.
+    CResult<void> Start(const std::filesystem::path& record);
     [[nodiscard]] bool IsRecording() const { return m_recording; }
     /// What happens until it is called with false is not recorded.
     void Pause(bool on) { m_paused = on; }

@@ -6,11 +6,16 @@
 #include "ui/replay/RecordFile.h"
 #include "ui/replay/WidgetFacts.h"
 
+#include <QCoreApplication>
 #include <QCursor>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
 #include <QPointer>
+
+#include <algorithm>
+#include <iterator>
 
 namespace zov::ui::replay {
 namespace {
@@ -26,16 +31,26 @@ enum EReplayCommand : unsigned
 };
 
 constexpr SCommand kCommands[] = {
-    {ID_REPLAY_RECORD, "OnReplayRecord", "Record", "Record what you do in the windows\nRecord",
-     "record", ""},
-    {ID_REPLAY_STOP, "OnReplayStop", "Stop", "Stop recording or playing\nStop", "stop", ""},
+    {ID_REPLAY_RECORD, "OnReplayRecord", "Record",
+     "Record what you do in the windows\nRecord what you do in the windows", "record", ""},
+    {ID_REPLAY_STOP, "OnReplayStop", "Stop",
+     "Stop recording or playing\nStop recording or playing (Ctrl+Shift+F9, over a dialog, too)",
+     "stop", "Ctrl+Shift+F9"},
     {ID_REPLAY_PLAY, "OnReplayPlay", "Play",
-     "Play a record; the next step when playing by steps\nPlay", "play", ""},
-    {ID_REPLAY_SPEED, "OnReplaySpeed", "Speed", "How fast records are played\nSpeed", "speed", ""},
+     "Play a record; the next step when playing by steps\nPlay a record; the next step when "
+     "playing "
+     "by steps",
+     "play", ""},
+    {ID_REPLAY_SPEED, "OnReplaySpeed", "Speed",
+     "How fast records are played\nHow fast records are played", "speed", ""},
     {ID_REPLAY_CURSOR, "OnReplayCursor", "Cursor",
-     "Point at a widget whose state is to be checked\nCursor", "cursor", ""},
+     "Point at a widget whose state is to be checked\nPoint at a widget whose state is to be "
+     "checked (Ctrl+Shift+F8 while recording, over a dialog, too)",
+     "cursor", "Ctrl+Shift+F8"},
     {ID_REPLAY_CONVERT, "OnReplayConvert", "Convert",
-     "Bring a record into its present form, with its brief\nConvert", "convert", ""},
+     "Bring a record into its present form, with its brief\nBring a record into its present form, "
+     "with its brief",
+     "convert", ""},
 };
 
 const char* const kRecordFilter = "Tavrely GUI Record Files(*.xml)";
@@ -51,6 +66,15 @@ constexpr std::pair<const char*, double> kSpeeds[] = {
     {"As recorded", 1.0},      {"2 times faster", 2.0}, {"5 times faster", 5.0},
     {"10 times faster", 10.0}, {"Without delays", 0.0},
 };
+
+/// What playing will be like, unless it is as usual.
+QString SpeedText(double speed)
+{
+    const auto* at = std::ranges::find(kSpeeds, speed, [](const auto& one) { return one.second; });
+    return at == std::begin(kSpeeds)
+               ? CReplayBar::tr("Ready")
+               : CReplayBar::tr("Ready, plays: %1").arg(CReplayBar::tr(at->first).toLower());
+}
 
 std::filesystem::path Path(const QString& text)
 {
@@ -104,7 +128,10 @@ CReplayBar::CReplayBar(QMainWindow& main, FEnvironment environment, CLogSink& lo
     ShowState();
 }
 
-CReplayBar::~CReplayBar() = default;
+CReplayBar::~CReplayBar()
+{
+    static_cast<void>(m_recorder.Stop()); // with the window nobody is left to be told
+}
 
 void CReplayBar::SetIcons(const std::function<QIcon(const QString&)>& imageOf)
 {
@@ -123,7 +150,7 @@ bool CReplayBar::IsFree() const
 
 void CReplayBar::ShowState()
 {
-    QString text = tr("Ready");
+    QString text = SpeedText(m_speed);
     if (m_picker.IsPicking()) {
         text = tr("Click the widget to check, Esc to cancel");
     } else if (m_recorder.IsRecording()) {
@@ -139,6 +166,40 @@ void CReplayBar::ShowState()
     }
     m_state->setText(text);
     m_actions->UpdateAll();
+    WatchKeys();
+}
+
+/// Before the recorder, to which these keys are no input.
+void CReplayBar::WatchKeys()
+{
+    if (m_watchesKeys == IsFree()) {
+        m_watchesKeys = !m_watchesKeys;
+        m_watchesKeys ? QCoreApplication::instance()->installEventFilter(this)
+                      : QCoreApplication::instance()->removeEventFilter(this);
+    }
+}
+
+bool CReplayBar::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease ||
+                       event->type() == QEvent::ShortcutOverride;
+    if (!isKey) {
+        return QToolBar::eventFilter(watched, event);
+    }
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    const QKeySequence pressed(key.key() | static_cast<int>(key.modifiers()));
+    for (const unsigned command : {ID_REPLAY_STOP, ID_REPLAY_CURSOR}) {
+        QAction& action = *m_actions->Action(command);
+        if (action.shortcut() != pressed) {
+            continue;
+        }
+        event->accept();
+        if (event->type() == QEvent::KeyPress && !key.isAutoRepeat()) {
+            action.trigger();
+        }
+        return true;
+    }
+    return QToolBar::eventFilter(watched, event);
 }
 
 void CReplayBar::OnPlayed()
@@ -162,8 +223,17 @@ std::filesystem::path CReplayBar::AskRecordPath()
     const SReplayOptions options = SReplayOptions::Of(m_environment);
     if (!options.recFixPath.empty()) {
         const QString name = CPrompt::Text(&m_main, tr("Record"), tr("Name of the record:"));
-        return name.isEmpty() ? std::filesystem::path()
-                              : options.recFixPath / RecordFileName(name.toStdString());
+        if (name.isEmpty()) {
+            return {};
+        }
+        const std::filesystem::path path = options.recFixPath / RecordFileName(name.toStdString());
+        std::error_code ignored;
+        const bool replaces = std::filesystem::exists(path, ignored);
+        return !replaces || CPrompt::Ask(&m_main,
+                                         tr("'%1' is there already. Replace it?").arg(Text(path)),
+                                         EButtons::YesNo) == EAnswer::Yes
+                   ? path
+                   : std::filesystem::path();
     }
     const QString file = CPrompt::SaveFile(&m_main, tr("Record"), QLatin1String(kRecordFilter),
                                            QStringLiteral("GUIReplay_new.xml"));
@@ -177,7 +247,7 @@ std::filesystem::path CReplayBar::AskRecordPath()
 void CReplayBar::OnReplayRecord()
 {
     if (const std::filesystem::path path = AskRecordPath(); !path.empty()) {
-        m_recorder.Start(path);
+        Report(m_recorder.Start(path));
         ShowState();
     }
 }
@@ -218,7 +288,8 @@ void CReplayBar::OnReplayPlay()
     if (file.isEmpty()) {
         return;
     }
-    CResult<SLoadedRecord> loaded = LoadRecord(Path(file), options, m_log);
+    CNullLog later; // the play's log tells it
+    CResult<SLoadedRecord> loaded = LoadRecord(Path(file), options, later);
     if (!loaded) {
         Report(loaded.Error());
         return;
@@ -243,7 +314,10 @@ void CReplayBar::OnReplaySpeed()
         action->setChecked(speed == m_speed);
         connect(action, &QAction::triggered, this, [this, speed = speed] { m_speed = speed; });
     }
-    menu.exec(QCursor::pos());
+    const QWidget* button = widgetForAction(m_actions->Action(ID_REPLAY_SPEED));
+    const bool isShown = button != nullptr && button->isVisible();
+    menu.exec(isShown ? button->mapToGlobal(button->rect().bottomLeft()) : QCursor::pos());
+    ShowState();
 }
 
 void CReplayBar::OnReplayCursor()

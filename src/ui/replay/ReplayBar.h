@@ -32,6 +32,7 @@ public:
     /// @param main the window that records take for the main one; owns the bar
     /// @param log  takes what playing has to say; outlives the bar
     CReplayBar(QMainWindow& main, FEnvironment environment, CLogSink& log);
+    /// What is being recorded is saved.
     ~CReplayBar() override;
 
     void SetIcons(const std::function<QIcon(const QString&)>& imageOf);
@@ -40,6 +41,10 @@ public:
     [[nodiscard]] CRecorder& Recorder() { return m_recorder; }
     [[nodiscard]] CPlayer& Player() { return m_player; }
     [[nodiscard]] CCommandActions& Actions() { return *m_actions; }
+
+    /// While something is recorded or played, Stop and Cursor are reached by their keys from
+    /// everywhere: over a modal dialog no button of the bar can be clicked.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void OnReplayRecord();
@@ -58,6 +63,7 @@ private:
     void Picked(QWidget* widget);
     void SaveCheckPoint(QWidget& widget);
     void ShowState();
+    void WatchKeys();
     void OnPlayed();
     void Report(const CResult<void>& result);
     [[nodiscard]] bool IsFree() const;
@@ -74,6 +80,7 @@ private:
     CCommandActions* m_actions;
     QLabel* m_state;
     double m_speed = 1.0;
+    bool m_watchesKeys = false;
 };
 
 } // namespace zov::ui::replay

@@ -37,6 +37,7 @@ void Write(QtMsgType, const QMessageLogContext&, const QString& text)
 CToolkitLog::CToolkitLog(const std::filesystem::path& file)
 {
     Log().file = std::make_unique<CAppendFile>(file);
+    m_ok = Log().file->Ok();
     m_before = qInstallMessageHandler(Write);
 }
 

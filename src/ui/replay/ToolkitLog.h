@@ -16,8 +16,12 @@ public:
     CToolkitLog& operator=(const CToolkitLog&) = delete;
     ~CToolkitLog();
 
+    /// False: the file can't be written, the messages go nowhere.
+    [[nodiscard]] bool Ok() const { return m_ok; }
+
 private:
     QtMessageHandler m_before;
+    bool m_ok = false;
 };
 
 } // namespace zov::ui::replay

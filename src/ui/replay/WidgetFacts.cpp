@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/replay/WidgetFacts.h"
 
+#include <QAbstractScrollArea>
 #include <QAction>
 #include <QComboBox>
 #include <QGroupBox>
@@ -24,6 +25,16 @@ constexpr int kMaxTitle = 120; ///< a label may hold a page of text
 bool HasFlag(const QWidget& widget, const char* property)
 {
     return widget.property(property).toBool();
+}
+
+const QWidget* FlaggedOf(const QWidget& widget, const char* property)
+{
+    if (HasFlag(widget, property)) {
+        return &widget;
+    }
+    const auto* area = qobject_cast<const QAbstractScrollArea*>(widget.parentWidget());
+    const bool isInside = area != nullptr && area->viewport() == &widget;
+    return isInside && HasFlag(*area, property) ? area : nullptr;
 }
 
 QString PlainText(const QString& text)

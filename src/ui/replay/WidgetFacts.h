@@ -24,8 +24,10 @@ constexpr const char* kRecMouseMove =
     "GUIRecMouseMove"; ///< moves are recorded without a button too
 /// Positions count in the coordinates of what the widget shows. A graphics view gives them by
 /// itself, another widget by invokable GUIRecToWorld(QPointF) and GUIRecFromWorld(QPointF), both
-/// returning QPointF.
+/// returning QPointF. kWorldIsShare in place of true: shares of the width and the height, for what
+/// is drawn as large as its widget.
 constexpr const char* kRecWorldCoordinate = "GUIRecWorldCoordinate";
+constexpr const char* kWorldIsShare = "share";
 /// Number of equal parts of an item, side by side, of which the one under the pointer is recorded.
 constexpr const char* kRecItemSubIndex = "GUIRecItemSubIndex";
 /// Text: what a check point holds of the widget. True: an invokable
@@ -35,6 +37,8 @@ constexpr const char* kRecChkCustomContent = "GUIRecChkCustomContent";
 constexpr const char* kLocRowPath = "GUILocRowPath";
 
 [[nodiscard]] bool HasFlag(const QWidget& widget, const char* property);
+/// The widget that has the property: itself, or the view whose inside it is. Null for none.
+[[nodiscard]] const QWidget* FlaggedOf(const QWidget& widget, const char* property);
 
 /// Its object name; of a button made for an action, the action's.
 [[nodiscard]] QString NameOf(const QWidget& widget);

@@ -91,11 +91,13 @@ public:
     void AskName()
     {
         QDialog dialog(this);
-        dialog.setWindowTitle(QStringLiteral("Name"));
+        dialog.setObjectName(QStringLiteral("NameDlg"));
+        dialog.setWindowTitle(nameWord);
         auto* layout = new QVBoxLayout(&dialog);
         auto* name = new QLineEdit(&dialog);
         name->setObjectName(QStringLiteral("NameField"));
-        auto* ok = new QPushButton(QStringLiteral("&OK"), &dialog);
+        auto* ok = new QPushButton(okWord, &dialog);
+        ok->setObjectName(QStringLiteral("Ok"));
         layout->addWidget(name);
         layout->addWidget(ok);
         connect(ok, &QPushButton::clicked, &dialog, &QDialog::accept);
@@ -113,6 +115,8 @@ public:
     QMenu* menu = nullptr;
     QMenu* sub = nullptr;
     QStandardItemModel model;
+    QString nameWord = QStringLiteral("Name");
+    QString okWord = QStringLiteral("&OK");
 };
 
 void ClickAction(QWidget& bar, const QRect& at)
@@ -173,7 +177,7 @@ struct PlayTest : testing::Test
         window->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
         CRecorder recorder(*window, Environment());
-        recorder.Start(path);
+        ASSERT_TRUE(recorder.Start(path).Ok());
         // A timer for each, set before the step, which may open a dialog and stay in it.
         const auto steps = UserSteps();
         std::size_t at = 0;
@@ -190,6 +194,33 @@ struct PlayTest : testing::Test
         const CResult<void> saved = recorder.Stop();
         ASSERT_TRUE(saved.Ok()) << saved.Error().Full();
         window = std::make_unique<CWindow>();
+    }
+
+    /// Records what the user does in a fresh window; the next one is fresh again.
+    void RecordThis(const std::function<void(CWindow&, CRecorder&)>& user)
+    {
+        window = std::make_unique<CWindow>();
+        window->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        CRecorder recorder(*window, Environment());
+        ASSERT_TRUE(recorder.Start(path).Ok());
+        user(*window, recorder);
+        ASSERT_TRUE(recorder.Stop().Ok());
+        window = std::make_unique<CWindow>();
+    }
+    /// What a play in the changed window logs.
+    std::string PlayChanged(const std::function<void(CWindow&)>& change, bool good)
+    {
+        window = std::make_unique<CWindow>();
+        change(*window);
+        const std::size_t before = log.Lines().size();
+        const SPlayResult result = PlayRecord();
+        std::string logged;
+        for (std::size_t i = before; i < log.Lines().size(); ++i) {
+            logged += log.Lines()[i] + '\n';
+        }
+        EXPECT_EQ(result.Good(), good) << logged;
+        return logged;
     }
 
     SPlayResult PlayRecord()
@@ -262,9 +293,10 @@ TEST_F(PlayTest, PlaysInAChangedWindow)
         std::function<void(CWindow&)> change;
         std::vector<std::string> notices; ///< each is in the log; none: the log has no warning
         bool good = true;
+        QString done = kAllDone;
     } cases[] = {
         {"larger window", [](CWindow& w) { w.resize(1100, 900); }, {}},
-        {"small window", [](CWindow& w) { w.resize(330, 300); }, {}},
+        {"half the window", [](CWindow& w) { w.resize(320, 240); }, {}},
         {"large font",
          [](CWindow& w) {
              QFont font = w.font();
@@ -280,6 +312,39 @@ TEST_F(PlayTest, PlaysInAChangedWindow)
              }
          },
          {}},
+        {"all at once",
+         [](CWindow& w) {
+             w.resize(320, 240);
+             QFont font = w.font();
+             font.setPointSizeF(2.0 * font.pointSizeF());
+             w.setFont(font);
+             w.setPalette(QPalette(Qt::black));
+             for (QWidget* widget : w.findChildren<QWidget*>()) {
+                 widget->setStyle(QStyleFactory::create(QStringLiteral("Windows")));
+             }
+         },
+         {}},
+        {"other dialog title", [](CWindow& w) { w.nameWord = QStringLiteral("Part"); }, {}},
+        {"another language",
+         [](CWindow& w) {
+             w.setWindowTitle(QStringLiteral("Fenster"));
+             w.nameWord = QStringLiteral("Bezeichnung");
+             w.okWord = QStringLiteral("Übernehmen");
+             w.box->setText(QStringLiteral("Toleranzen"));
+             w.button->setText(QStringLiteral("Fragen..."));
+             w.menu->setTitle(QStringLiteral("&Datei"));
+             w.menu->actions()[1]->setText(QStringLiteral("Öffnen..."));
+             w.tabs->setTabText(1, QStringLiteral("Zweite"));
+             w.model.setHorizontalHeaderLabels({QStringLiteral("Bauteil"), QStringLiteral("Wert")});
+         },
+         {"Warning: The menu item \"File\" has been changed or deleted. \"Datei\" will be selected "
+          "instead.",
+          "Warning: The menu item \"Open...\" has been changed or deleted. \"Öffnen...\" will be "
+          "selected instead.",
+          "Warning: The text or index of tab \"Second\" may be changed.",
+          "Verifying: Failed for CheckPoint1"},
+         false,
+         QStringLiteral("Ctrl+D;inductors 1;Öffnen...;C1;")},
         {"renamed object",
          [](CWindow& w) { w.box->setObjectName(QStringLiteral("ToleranceBox")); },
          {"Info: The hierarchy of target widget has been changed, it is better to upgrade the "
@@ -313,7 +378,8 @@ TEST_F(PlayTest, PlaysInAChangedWindow)
          [](CWindow& w) { w.menu->actions()[1]->setText(QStringLiteral("&Load...")); },
          {"Warning: The menu item \"Open...\" has been changed or deleted. \"Load...\" will be "
           "selected instead."},
-         false},
+         false,
+         QStringLiteral("Ctrl+D;inductors 1;Load...;C1;")},
         {"moved tab",
          [](CWindow& w) { w.tabs->tabBar()->moveTab(1, 0); },
          {"Warning: The text or index of tab \"Second\" may be changed."}},
@@ -360,11 +426,66 @@ TEST_F(PlayTest, PlaysInAChangedWindow)
             EXPECT_EQ(logged.find("Warning"), std::string::npos) << logged;
             EXPECT_EQ(logged.find("Info"), std::string::npos) << logged;
         }
-        if (!result.stopped && std::string(row.name) != "renamed menu entry" &&
-            std::string(row.name) != "text in the field") {
-            EXPECT_EQ(window->done->text(), kAllDone) << logged;
+        if (!result.stopped) {
+            EXPECT_EQ(window->done->text(), row.done) << logged;
         }
     }
+}
+
+TEST_F(PlayTest, ItemsAndColumnsAreFoundAgainOrTheLogSaysWhyNot)
+{
+    environment["VRSHL_GUIREPLAY_STEP_TIMEOUT"] = "0.4";
+    RecordThis([](CWindow& w, CRecorder&) {
+        const QModelIndex at = w.model.index(0, 0, w.model.index(1, 0));
+        QTest::mouseClick(w.tree->viewport(), Qt::LeftButton, {}, w.tree->visualRect(at).center());
+    });
+    const struct
+    {
+        std::function<void(CWindow&)> change;
+        const char* expected;
+        bool good = false;
+    } items[] = {
+        {[](CWindow& w) { w.tree->setRowHidden(0, w.model.index(1, 0), true); },
+         "Error: The index (0,0) is not visible."},
+        {[](CWindow& w) { w.model.item(1)->removeRow(0); }, "Error: The index (0,0) is invalid."},
+        {[](CWindow& w) { w.model.item(1)->child(0)->setText(QStringLiteral("L1")); },
+         "Warning: The item \"inductors 1\" has been changed or deleted. \"L1\" will be selected "
+         "instead.",
+         true},
+    };
+    PlayChanged([](CWindow& w) { w.tree->collapseAll(); }, true); // branches are opened
+    for (const auto& row : items) {
+        const std::string logged = PlayChanged(row.change, row.good);
+        EXPECT_NE(logged.find(row.expected), std::string::npos) << logged;
+        EXPECT_EQ(logged.find("Cannot locate MouseButtonPress target widget") == std::string::npos,
+                  row.good)
+            << logged;
+    }
+
+    RecordThis([](CWindow& w, CRecorder&) {
+        const QHeaderView& header = *w.tree->header();
+        QTest::mouseClick(header.viewport(), Qt::LeftButton, {},
+                          {header.sectionViewportPosition(1) + 9, 5});
+    });
+    int section = -1;
+    const auto clickable = [&](CWindow& w) {
+        w.tree->header()->setSectionsClickable(true);
+        QObject::connect(w.tree->header(), &QHeaderView::sectionPressed, &w,
+                         [&](int at) { section = at; });
+    };
+    EXPECT_EQ(PlayChanged(clickable, true).find("Warning"), std::string::npos);
+    EXPECT_EQ(section, 1);
+    const std::string logged = PlayChanged(
+        [&](CWindow& w) {
+            clickable(w);
+            w.model.insertColumn(1);
+            w.model.setHorizontalHeaderItem(1, new QStandardItem(QStringLiteral("Size")));
+        },
+        true);
+    EXPECT_NE(logged.find("Warning: The text or index of header \"Value\" may be changed."),
+              std::string::npos)
+        << logged;
+    EXPECT_EQ(section, 2);
 }
 
 TEST_F(PlayTest, UnexpectedWindowsAreClosedAndTold)
@@ -394,7 +515,7 @@ TEST_F(PlayTest, SubMenusAreOpenedWithoutAMove)
 {
     window->show();
     CRecorder recorder(*window, Environment());
-    recorder.Start(path);
+    ASSERT_TRUE(recorder.Start(path).Ok());
     QMenuBar* bar = window->menuBar();
     QTest::mousePress(bar, Qt::LeftButton, {},
                       bar->actionGeometry(window->menu->menuAction()).center());
@@ -434,7 +555,7 @@ TEST_F(PlayTest, CheckPointsWaitAndTell)
 {
     window->show();
     CRecorder recorder(*window, Environment());
-    recorder.Start(path);
+    ASSERT_TRUE(recorder.Start(path).Ok());
     window->edit->setText(QStringLiteral("done"));
     ASSERT_TRUE(recorder.AddCheckPoint(*window->edit, recorder.NextGolden()).Ok());
     recorder.AddWatchPoint(*window->box);
@@ -467,6 +588,92 @@ TEST_F(PlayTest, CheckPointsWaitAndTell)
     EXPECT_GE(pictures, 1) << "the window as it was, and the screen where that can be seen";
     std::filesystem::remove(folder.Path() / "GUIReplay_steps_CheckPoint1.ckp");
     EXPECT_FALSE(PlayRecord().Good()) << "no golden file is no pass";
+}
+
+TEST_F(PlayTest, PicturesAreComparedWhereAskedFor)
+{
+    environment["VRSHL_GUIREPLAY_SNAPCHK"] = "1";
+    environment["VRSHL_GUIREPLAY_STEP_TIMEOUT"] = "0.2";
+    RecordThis([](CWindow& w, CRecorder& recorder) {
+        EXPECT_TRUE(recorder.AddCheckPoint(*w.box, recorder.NextGolden()).Ok());
+    });
+    std::string logged = PlayChanged([](CWindow&) {}, true);
+    EXPECT_NE(logged.find("Verifying: Passed for CheckPoint1.png."), std::string::npos) << logged;
+    const auto paint = [](CWindow& w) {
+        QPalette red;
+        red.setColor(QPalette::WindowText, Qt::red);
+        w.box->setPalette(red);
+    };
+    logged = PlayChanged(paint, false);
+    EXPECT_NE(logged.find("Verifying: Passed for CheckPoint1.\n"), std::string::npos) << logged;
+    EXPECT_NE(logged.find("Verifying: Failed for CheckPoint1.png, compare the following two files "
+                          "for details:\n\t[Golden]" +
+                          PathText(folder.Path() / "GUIReplay_steps_CheckPoint1.png") +
+                          "\n\t[TestResult]" +
+                          PathText(folder.Path() / "CheckPointFiles/CheckPoint1.png")),
+              std::string::npos)
+        << logged;
+    std::filesystem::remove(folder.Path() / "GUIReplay_steps_CheckPoint1.png");
+    PlayChanged([](CWindow&) {}, false); // no golden picture is no pass
+    environment.erase("VRSHL_GUIREPLAY_SNAPCHK");
+    PlayChanged(paint, true);
+}
+
+TEST_F(PlayTest, LinesMayStandInAnyOrderWhereAskedFor)
+{
+    environment["VRSHL_GUIREPLAY_STEP_TIMEOUT"] = "0.2";
+    RecordThis([](CWindow& w, CRecorder& recorder) {
+        EXPECT_TRUE(recorder.AddCheckPoint(*w.tree, recorder.NextGolden()).Ok());
+    });
+    const auto turn = [](CWindow& w) {
+        w.tree->setSortingEnabled(true);
+        w.tree->sortByColumn(0, Qt::DescendingOrder);
+        w.tree->expandAll();
+    };
+    PlayChanged(turn, false);
+    environment["VRSHL_GUIREPLAY_CHKNOORDER"] = "1";
+    PlayChanged(turn, true);
+    EXPECT_EQ(folder.Read("CheckPointFiles/CheckPoint1.ckp.noorder"),
+              folder.Read("CheckPointFiles/CheckPoint1.golden.ckp.noorder"));
+}
+
+TEST_F(PlayTest, TheLogTellsWhatWasFoundOnTheWay)
+{
+    environment["VRSHL_GUIREPLAY_STEP_TIMEOUT"] = "0.4";
+    environment["VRSHL_GUIREPLAY_FULLLOG"] = "1";
+    environment["VRSHL_GUIREPLAY_QTLOGPATH"] = PathText(folder.Path() / "toolkit.log");
+    RecordThis([](CWindow& w, CRecorder& recorder) {
+        EXPECT_TRUE(recorder.AddCheckPoint(*w.edit, recorder.NextGolden()).Ok());
+    });
+    folder.Write("GUIReplay_steps.brf", "##Version=1\n");
+    path.replace_extension(".brf");
+    std::string logged = PlayChanged(
+        [](CWindow& w) {
+            w.edit->hide();
+            QTimer::singleShot(0, &w, [] { qWarning("said by the toolkit"); });
+        },
+        true);
+    EXPECT_NE(logged.find("\n\tWarning: CheckPoint target widget is not visible."),
+              std::string::npos)
+        << logged;
+    EXPECT_NE(logged.find("Playing CheckPoint [#Window]"), std::string::npos) << logged;
+    EXPECT_EQ(folder.Read("toolkit.log"), "said by the toolkit\n");
+    const std::string mismatch = "Warning: The .brf file may not match the .xml file.";
+    EXPECT_NE(folder.Read("GUIReplay_steps.playlog").find("]--" + mismatch), std::string::npos);
+
+    environment["VRSHL_GUIREPLAY_QTLOGPATH"] = PathText(folder.Path() / "absent" / "toolkit.log");
+    logged = PlayChanged([](CWindow&) {}, true);
+    EXPECT_NE(logged.find("toolkit.log' cannot be written."), std::string::npos) << logged;
+
+    // Waiting for a state tells what it has to tell once.
+    logged = PlayChanged(
+        [](CWindow& w) {
+            w.edit->setObjectName(QStringLiteral("Edit2"));
+            w.box->setObjectName(QStringLiteral("Edit"));
+        },
+        false);
+    const std::string info = "Info: The hierarchy of target widget has been changed";
+    EXPECT_EQ(logged.find(info), logged.rfind(info)) << logged;
 }
 
 TEST_F(PlayTest, StatesAreTheSameInAnotherSize)

@@ -223,6 +223,70 @@ TEST(RecordXml, BadFilesAreRefusedWithTheLine)
     }
 }
 
+std::string Repeated(std::size_t times, std::string_view text)
+{
+    std::string out;
+    out.reserve(times * text.size());
+    for (std::size_t i = 0; i < times; ++i) {
+        out += text;
+    }
+    return out;
+}
+
+TEST(RecordXml, HostileFilesEndWithAClearError)
+{
+    const std::string widget = "<LocateWidget><WidgetList><Widget/></WidgetList></LocateWidget>";
+    const std::string head = "<GUI_Record version = \"5\">\n";
+    const auto in = [&](const std::string& body) { return head + body + "\n</GUI_Record>"; };
+    const auto event = [&](const std::string& fields, const std::string& rest) {
+        return "<EventInfo><Event Type=\"83\">" + fields + "</Event>" + rest + "</EventInfo>";
+    };
+    const std::string deep =
+        Repeated(100'000, "<TreeNode Row=\"0\" Title=\"\">") + Repeated(100'000, "</TreeNode>");
+    const struct
+    {
+        std::string text;
+        const char* expected;
+    } cases[] = {
+        {in(event("", widget + "<InsideItemView><Tree>" + deep + "</Tree></InsideItemView>")),
+         "x.xml:2: items nested deeper than 256"},
+        {in(Repeated(100'000, "<a>")), "the XML is broken"},
+        {in(Repeated(16'000'000, "<a/>")), "x.xml: more than 16000000 tags"},
+        {in(Repeated(250'001, event("", widget))), "x.xml:2: more than 250000 events"},
+        {in(event(Repeated(4097, "<Attribute/>"), widget)), "more than 4096 attributes"},
+        {in(event("", "<LocateWidget><WidgetList>" + Repeated(257, "<Widget/>") +
+                          "</WidgetList></LocateWidget>")),
+         "more than 256 widgets in a chain"},
+        {in(event("", widget + "<InsideItemView><Header>" + Repeated(4097, "<Col/>") +
+                          "</Header></InsideItemView>")),
+         "more than 4096 columns"},
+        {in("<Header version=\"4\"><CPUCount>99999999999999999999</CPUCount></Header>"),
+         "CPUCount is '99999999999999999999', expected a whole number"},
+        {in("\n<Header version=\"4\"><OSPrettyName>\xC4rger</OSPrettyName></Header>"),
+         "x.xml:3: the text is not UTF-8"},
+        {"\xFF\xFE<\0G\0U\0I\0", "x.xml:1: the text is not UTF-8"},
+        {std::string("\0\0\0\0", 4), "the XML is broken"},
+    };
+    for (const auto& [text, expected] : cases) {
+        const auto read = ParseRecord(text, "x.xml");
+        ASSERT_FALSE(read.Ok()) << expected;
+        EXPECT_NE(read.Error().Full().find(expected), std::string::npos) << expected << '\n'
+                                                                         << read.Error().Full();
+    }
+
+    // Entities are text: nothing is expanded, nothing is fetched.
+    const std::string bomb = "<!DOCTYPE x [<!ENTITY a \"" + std::string(100, 'a') +
+                             "\"><!ENTITY b \"" + Repeated(100, "&a;") +
+                             "\"><!ENTITY f SYSTEM \"file:///etc/passwd\">]>";
+    const auto read = ParseRecord(bomb + in(event("<Preedit>&b;&f;</Preedit><Commit>" +
+                                                      std::string(5'000'000, 'x') + "</Commit>",
+                                                  widget)),
+                                  "x.xml");
+    ASSERT_TRUE(read.Ok()) << read.Error().Full();
+    EXPECT_EQ(read->events[0].fields.preedit, "&b;&f;");
+    EXPECT_EQ(read->events[0].fields.commit.size(), 5'000'000U);
+}
+
 TEST(RecordXml, TextsSurviveTheirEscapes)
 {
     for (const std::string text :
@@ -358,6 +422,16 @@ TEST_F(RecordFileTest, ABriefPlaysTheRecordBesideIt)
     EXPECT_EQ(Load("GUIReplay_a.brf").Error().code, EErr::NotFound);
     EXPECT_EQ(RecordFileName("a"), "GUIReplay_a.xml");
     EXPECT_EQ(RecordFileName("GUIReplay_a.xml"), "GUIReplay_a.xml");
+}
+
+TEST_F(RecordFileTest, FilesThatAreTooLargeAreNotRead)
+{
+    const std::filesystem::path path = folder.Write("r.xml", "<GUI_Record");
+    std::filesystem::resize_file(path, kMaxRecordBytes + 1); // a hole, no bytes on the disk
+    const auto loaded = Load("r.xml");
+    ASSERT_FALSE(loaded.Ok());
+    EXPECT_NE(loaded.Error().Full().find("r.xml"), std::string::npos);
+    EXPECT_EQ(loaded.Error().code, EErr::Limit);
 }
 
 TEST_F(RecordFileTest, OlderRecordsAreUpgradedAndKept)

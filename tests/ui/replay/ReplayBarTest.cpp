@@ -8,6 +8,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QDialog>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -17,6 +19,8 @@
 #include <QVBoxLayout>
 
 #include <gtest/gtest.h>
+#include <map>
+#include <set>
 
 namespace zov::ui::replay {
 namespace {
@@ -57,8 +61,14 @@ struct ReplayBarTest : testing::Test
     QMainWindow main;
     QLineEdit* edit = new QLineEdit;
     QCheckBox* box = new QCheckBox(QStringLiteral("Tolerances"));
+    std::map<std::string, std::string> environment;
     CReplayBar& bar = *new CReplayBar(
-        main, [](const char*) { return std::nullopt; }, log);
+        main,
+        [this](const char* name) -> std::optional<std::string> {
+            const auto at = environment.find(name);
+            return at == environment.end() ? std::nullopt : std::optional(at->second);
+        },
+        log);
 };
 
 TEST_F(ReplayBarTest, RecordsPlaysAndConverts)
@@ -145,6 +155,119 @@ TEST_F(ReplayBarTest, TheCursorPicksAWidgetForACheckPoint)
     EXPECT_EQ(events[0].extraInfo, "tolerances.ckp");
     EXPECT_EQ(events[1].extraInfo, "WatchPoint");
     Action("Stop").trigger();
+}
+
+TEST_F(ReplayBarTest, SpeedsAreChosenFromAMenu)
+{
+    answers.ThenPath(Path("slow.xml"));
+    Action("Record").trigger();
+    QTest::keyClicks(edit, QStringLiteral("a"));
+    QTest::qWait(400);
+    QTest::keyClicks(edit, QStringLiteral("b"));
+    Action("Stop").trigger();
+    const auto choose = [&](const char* text) {
+        QStringList seen;
+        QTimer::singleShot(0, &bar, [&] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            for (QAction* action : menu->actions()) {
+                seen += action->text() + (action->isChecked() ? QStringLiteral("*") : QString());
+                if (action->text() == QLatin1String(text)) {
+                    menu->setActiveAction(action);
+                }
+            }
+            QTest::keyClick(menu, Qt::Key_Return);
+        });
+        Action("Speed").trigger();
+        return seen.join(QLatin1Char('|')).toStdString();
+    };
+    const auto play = [&] {
+        edit->clear();
+        answers.ThenPath(Path("GUIReplay_slow.xml"));
+        QElapsedTimer timer;
+        timer.start();
+        Action("Play").trigger();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !bar.Player().IsPlaying(); }));
+        EXPECT_EQ(edit->text(), QStringLiteral("ab"));
+        return timer.elapsed();
+    };
+    EXPECT_GE(play(), 400);
+    EXPECT_EQ(choose("Without delays"),
+              "As recorded*|2 times faster|5 times faster|10 times faster|Without delays");
+    EXPECT_LT(play(), 400);
+    EXPECT_EQ(choose("2 times faster"),
+              "As recorded|2 times faster|5 times faster|10 times faster|Without delays*");
+    EXPECT_GE(play(), 200);
+}
+
+TEST_F(ReplayBarTest, PlaysByStepsWhereAskedFor)
+{
+    answers.ThenPath(Path("steps.xml"));
+    Action("Record").trigger();
+    QTest::keyClicks(edit, QStringLiteral("ab"));
+    Action("Stop").trigger();
+    edit->clear();
+    environment["VRSHL_GUIREPLAY_MANUAL"] = "1";
+    answers.ThenPath(Path("GUIReplay_steps.xml"));
+    Action("Play").trigger();
+    EXPECT_EQ(State(), QStringLiteral("0 of 4 played, Play does the next step"));
+    for (const char* typed : {"a", "a", "ab", "ab"}) {
+        EXPECT_TRUE(Action("Play").isEnabled());
+        Action("Play").trigger();
+        ASSERT_TRUE(
+            QTest::qWaitFor([&] { return bar.Player().IsWaiting() || !bar.Player().IsPlaying(); }));
+        EXPECT_EQ(edit->text(), QLatin1String(typed));
+    }
+    Action("Play").trigger(); // behind the last step
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !bar.Player().IsPlaying(); }));
+    EXPECT_EQ(State(), QStringLiteral("Played, 0 check points passed"));
+}
+
+TEST_F(ReplayBarTest, KeysReachItFromADialog)
+{
+    answers.ThenPath(Path("dialog.xml"));
+    Action("Record").trigger();
+    QDialog dialog(&main);
+    QLineEdit inside(&dialog);
+    QTimer::singleShot(0, &dialog, [&] {
+        QTest::keyClick(&inside, Qt::Key_F8, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_TRUE(Action("Cursor").isChecked());
+        QTest::keyClick(&inside, Qt::Key_Escape);
+        EXPECT_FALSE(Action("Cursor").isChecked());
+        QTest::keyClicks(&inside, QStringLiteral("x"));
+        QTest::keyClick(&inside, Qt::Key_F9, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_FALSE(bar.Recorder().IsRecording());
+        dialog.reject();
+    });
+    dialog.exec();
+    std::set<std::int64_t> keys;
+    for (const SRecordedEvent& event : bar.Recorder().Record().events) {
+        keys.insert(event.fields.key);
+    }
+    EXPECT_TRUE(keys.contains(Qt::Key_X));
+    for (const int key : {Qt::Key_F8, Qt::Key_F9, Qt::Key_Escape}) {
+        EXPECT_FALSE(keys.contains(key)) << "keys of the bar are no part of the record";
+    }
+}
+
+TEST_F(ReplayBarTest, WhatCannotBeWrittenIsToldBeforeTheWork)
+{
+    answers.ThenPath(Path("absent/new.xml"));
+    Action("Record").trigger();
+    EXPECT_FALSE(bar.Recorder().IsRecording());
+    EXPECT_TRUE(answers.Shown().back().text.contains(QStringLiteral("GUIReplay_new.xml")));
+
+    environment["RECFIXPATH"] = PathText(folder.Path());
+    folder.Write("GUIReplay_old.xml", "precious");
+    answers.ThenText(QStringLiteral("old")).Then(EAnswer::No);
+    Action("Record").trigger();
+    EXPECT_EQ(folder.Read("GUIReplay_old.xml"), "precious");
+    answers.ThenText(QStringLiteral("new"));
+    Action("Record").trigger();
+    EXPECT_TRUE(bar.Recorder().IsRecording());
+    QTest::keyClicks(edit, QStringLiteral("ab"));
+    delete &bar; // with its window
+    EXPECT_NE(folder.Read("GUIReplay_new.brf").find("KeyInputs \"ab\""), std::string::npos);
 }
 
 } // namespace
