@@ -94,10 +94,12 @@ CZovSession::TLibrary CAutosave::Find(const CZovLibrary* library) const
 void CAutosave::LibraryAboutToChange(const CZovLibrary* /*library*/)
 {
     m_writing.Cancel(); // what it did not get done is still dirty
+    m_reading.Cancel(); // it compares with the library; LibraryChanged begins again
 }
 
 void CAutosave::LibraryChanged(const CZovLibrary* library)
 {
+    RestoreNext();
     const CZovSession::TLibrary open = Find(library);
     if (!open || open->Path().empty()) {
         return;
@@ -208,24 +210,41 @@ void CAutosave::LookForCopies()
 
 void CAutosave::Restore(const CZovSession::TLibrary& library)
 {
+    m_toRestore.push_back(library);
+    RestoreNext();
+}
+
+void CAutosave::RestoreNext()
+{
+    while (!m_toRestore.empty() && !Find(m_toRestore.front().lock().get())) {
+        m_toRestore.pop_front(); // closed meanwhile
+    }
+    if (m_toRestore.empty() || m_reading.IsRunning()) {
+        return;
+    }
+    const CZovSession::TLibrary library = m_toRestore.front().lock();
     const fs::path path = PathOf(library->Path());
     m_reading.Start(tr("Restoring"), [this, library, path](CJobState& /*state*/) {
-        auto read = std::make_shared<CResult<CZovLibrary>>(Read(path));
-        return [this, library, path, read] {
-            if (!*read) {
+        const auto read = std::make_shared<CResult<CZovLibrary>>(Read(path));
+        const auto change = std::make_shared<CLibraryChange>(library);
+        if (*read) {
+            change->ReplaceAllBy(**read);
+        }
+        return [this, library, path, read, change] {
+            m_toRestore.pop_front();
+            if (*read) {
+                m_copies[library.get()] = path;
+                m_session.Edits().Apply(*change, tr("Restore Unsaved Changes"));
+                if (!m_session.IsModified(*library)) {
+                    RemoveCopy(library.get()); // it held nothing new
+                }
+            } else {
                 m_session.Log().Write("[Error] " + read->Error().Full());
                 Q_EMIT m_session.Failed(tr("'%1' can't be read, nothing is restored: %2")
                                             .arg(QString::fromStdString(PathText(path)),
                                                  QString::fromStdString(read->Error().text)));
-                return;
             }
-            CLibraryChange change(library);
-            change.ReplaceAllBy(std::make_shared<const CZovLibrary>(read->Take()));
-            m_copies[library.get()] = path;
-            m_session.Edits().Apply(change, tr("Restore Unsaved Changes"));
-            if (!m_session.IsModified(*library)) {
-                RemoveCopy(library.get()); // it held nothing new
-            }
+            RestoreNext();
         };
     });
 }

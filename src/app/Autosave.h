@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
+#include <deque>
 #include <map>
 
 namespace zov::app {
@@ -46,6 +47,7 @@ private:
     void LibraryChanged(const CZovLibrary* library);
     void DropSaved();
     void LookForCopies();
+    void RestoreNext();
     void Write();
     [[nodiscard]] CZovSession::TLibrary Find(const CZovLibrary* library) const;
     void RemoveCopy(const CZovLibrary* library);
@@ -58,6 +60,7 @@ private:
     /// Copies of this run, and libraries that were looked at when they were opened.
     std::map<const CZovLibrary*, std::filesystem::path> m_copies;
     std::map<const CZovLibrary*, std::weak_ptr<CZovLibrary>> m_known;
+    std::deque<std::weak_ptr<CZovLibrary>> m_toRestore; ///< the first is being read
     CBackgroundJob m_writing;
     CBackgroundJob m_reading;
 };

@@ -12,6 +12,9 @@ namespace {
 
 using TPlaces = std::vector<CZovLibrary::SPlace>;
 
+/// Smaller changes are copied: their memory, a block at the least, would be more than they hold.
+constexpr std::size_t kWorthAdopting = 2000;
+
 /// What a step does, in this order; undone in the opposite one.
 struct SStep
 {
@@ -115,7 +118,7 @@ CZovRcdProps& CLibraryChange::Replace(const CZovRcdProps& record)
     CZovRcdProps*& draft = m_draftOf[&record];
     if (draft == nullptr) {
         draft = &m_drafts.AddCopy(record);
-        m_replaced.push_back({const_cast<CZovRcdProps*>(&record), draft}); // NOLINT
+        m_replaced.push_back({const_cast<CZovRcdProps*>(&record), draft, false}); // NOLINT
     }
     return *draft;
 }
@@ -146,38 +149,38 @@ void CLibraryChange::Remove(const CZovRcdProps& record)
     m_removed.insert(&record);
 }
 
-void CLibraryChange::ReplaceAllBy(std::shared_ptr<const CZovLibrary> result)
+void CLibraryChange::ReplaceAllBy(const CZovLibrary& result)
 {
     m_draftOf.clear();
     m_replaced.clear();
     m_inserted.clear();
     m_removed.clear();
-    m_order.clear();
-    m_result = std::move(result);
+    m_removedAt.clear();
+    m_insertedAt.clear();
+    m_drafts.Clear();
     CRecordsByName old(*m_library);
     std::vector<bool> stays(m_library->Count());
     std::size_t nextInOrder = 0;
-    m_order.reserve(m_result->Count());
-    for (const CZovRcdProps* wanted : m_result->Records()) {
-        const std::optional<std::size_t> position = old.Take(*wanted);
+    for (std::size_t i = 0; i < result.Count(); ++i) {
+        const CZovRcdProps& wanted = result.At(i);
+        const std::optional<std::size_t> position = old.Take(wanted);
         // A record that would stand before one that it stands behind now is made anew: the step
         // then is what went out and what came in.
         if (!position || *position < nextInOrder ||
-            m_library->At(*position).Type() != wanted->Type()) {
-            m_order.push_back({nullptr, wanted});
+            m_library->At(*position).Type() != wanted.Type()) {
+            m_insertedAt.push_back({i, &m_drafts.AddCopy(wanted)});
             continue;
         }
         nextInOrder = *position + 1;
         stays[*position] = true;
         CZovRcdProps& record = m_library->At(*position);
-        m_order.push_back({&record, nullptr});
-        if (!SameProperties(record, *wanted)) {
-            m_replaced.push_back({&record, wanted});
+        if (!SameProperties(record, wanted)) {
+            m_replaced.push_back({&record, &m_drafts.AddCopy(wanted), true});
         }
     }
     for (std::size_t i = 0; i < stays.size(); ++i) {
         if (!stays[i]) {
-            m_removed.insert(&m_library->At(i));
+            m_removedAt.push_back({i, &m_library->At(i)});
         }
     }
 }
@@ -204,29 +207,36 @@ QUndoStack& CLibraryEdits::StackOf(const TLibrary& library)
     return *stack;
 }
 
-std::vector<CZovRcdProps*> CLibraryEdits::Apply(const CLibraryChange& change, const QString& text)
+std::vector<CZovRcdProps*> CLibraryEdits::Apply(CLibraryChange& change, const QString& text)
 {
     CZovLibrary& library = *change.Library();
     Q_EMIT AboutToChange(&library);
+    const bool adopts = change.m_drafts.Count() >= kWorthAdopting;
+    if (adopts) {
+        library.Adopt(std::move(change.m_drafts));
+    }
+    const auto loose = [&](CZovRcdProps* draft) {
+        return adopts ? draft : &library.MakeLoose(*draft);
+    };
     SStep step;
-    for (const auto& [target, content] : change.m_replaced) {
-        if (!change.m_removed.contains(target) && !SameProperties(*target, *content)) {
-            step.exchanged.emplace_back(target, &library.MakeLoose(*content));
+    for (const auto& [target, draft, differs] : change.m_replaced) {
+        if (differs || (!change.m_removed.contains(target) && !SameProperties(*target, *draft))) {
+            step.exchanged.emplace_back(target, loose(draft));
         }
     }
+    step.removed = std::move(change.m_removedAt);
     for (std::size_t i = 0; !change.m_removed.empty() && i < library.Count(); ++i) {
         if (change.m_removed.contains(&library.At(i))) {
             step.removed.push_back({i, &library.At(i)});
         }
     }
-    for (std::size_t i = 0; i < change.m_order.size(); ++i) {
-        if (const CZovRcdProps* content = change.m_order[i].content) {
-            step.inserted.push_back({i, &library.MakeLoose(*content)});
-        }
+    step.inserted = std::move(change.m_insertedAt);
+    for (CZovLibrary::SPlace& place : step.inserted) {
+        place.record = loose(place.record);
     }
     const std::size_t end = library.Count() - step.removed.size() + step.inserted.size();
     for (std::size_t i = 0; i < change.m_inserted.size(); ++i) {
-        step.inserted.push_back({end + i, &library.MakeLoose(*change.m_inserted[i])});
+        step.inserted.push_back({end + i, loose(change.m_inserted[i])});
     }
     std::vector<CZovRcdProps*> added;
     std::ranges::transform(step.inserted, std::back_inserter(added), &CZovLibrary::SPlace::record);

@@ -4,7 +4,7 @@
 ///     CLibraryChange change(library);
 ///     change.Replace(record).SetDouble(EPropId::Volt, 16);
 ///     change.Remove(other);
-///     session.Edits().Apply(std::move(change), tr("Edit Models"));
+///     session.Edits().Apply(change, tr("Edit Models"));
 ///
 /// Records keep their address through edits, undo and redo: who shows one may hold on to it.
 #pragma once
@@ -45,8 +45,8 @@ public:
     /// The library's records become those of `result`, in their order: an import is one step.
     /// Records that are alike in both, or carry the same type and name, stay the same records.
     /// Drafts and removals before this call are dropped. May run beside the window, as long as the
-    /// library does not change; takes a pass over both libraries.
-    void ReplaceAllBy(std::shared_ptr<const CZovLibrary> result);
+    /// library does not change; takes a pass over both libraries, and is where the copying is done.
+    void ReplaceAllBy(const CZovLibrary& result);
 
     [[nodiscard]] const TLibrary& Library() const { return m_library; }
 
@@ -56,23 +56,19 @@ private:
     struct SReplaced
     {
         CZovRcdProps* target = nullptr;
-        const CZovRcdProps* content = nullptr;
-    };
-    /// A place of the wanted order: a record that is there, or a new one.
-    struct SSlot
-    {
-        CZovRcdProps* record = nullptr;
-        const CZovRcdProps* content = nullptr; ///< of a new one
+        CZovRcdProps* draft = nullptr;
+        bool differs = false; ///< that they differ is known
     };
 
     TLibrary m_library;
     CZovLibrary m_drafts;
-    std::shared_ptr<const CZovLibrary> m_result;
     std::unordered_map<const CZovRcdProps*, CZovRcdProps*> m_draftOf;
     std::vector<SReplaced> m_replaced;
     std::unordered_set<const CZovRcdProps*> m_removed;
-    std::vector<const CZovRcdProps*> m_inserted;
-    std::vector<SSlot> m_order; ///< of ReplaceAllBy, whole
+    std::vector<CZovRcdProps*> m_inserted; ///< at the end
+    // Of ReplaceAllBy: where records go out, and where drafts stand afterwards.
+    std::vector<CZovLibrary::SPlace> m_removedAt;
+    std::vector<CZovLibrary::SPlace> m_insertedAt;
 };
 
 class CLibraryEdits : public QObject
@@ -88,10 +84,12 @@ public:
     CLibraryEdits();
     ~CLibraryEdits() override;
 
-    /// Does it, and makes its library the active one. A change that changes nothing is no step.
+    /// Does it, and makes its library the active one. A change that changes nothing is no step. The
+    /// change is used up. Large ones give their memory to the library, so that even a million
+    /// records hold up the window for a moment only.
     /// @param text what "Undo" says behind its own word: "Delete 3 Models"
     /// @return the new records, in the order in which they were asked for
-    std::vector<CZovRcdProps*> Apply(const CLibraryChange& change, const QString& text);
+    std::vector<CZovRcdProps*> Apply(CLibraryChange& change, const QString& text);
 
     /// The library that "Undo" and "Redo" work on; null for none.
     void SetActive(const TLibrary& library);

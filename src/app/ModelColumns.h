@@ -40,7 +40,7 @@ enum class EModelColumn : std::uint32_t
     DcBias = 20,
     Temperature = 21,
     Missing = 22, ///< what the record lacks
-    ModelC = 23,  ///< of the record's model, by the electrical truth check; not sorted by
+    ModelC = 23,  ///< of the record's model, by the electrical truth check
     ModelEsr = 24,
     ModelResonance = 25
 };

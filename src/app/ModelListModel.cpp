@@ -11,17 +11,25 @@ namespace zov::app {
 namespace {
 
 const QString kRecordsMime = QStringLiteral("application/x-zov-records");
+/// Values that are asked for at once, so that those of rows in view come between.
+constexpr std::size_t kAskAtOnce = 256;
+/// Sorted anew for fewer values, rows would jump all the time.
+constexpr std::size_t kWorthSorting = 64;
+
+/// The truth check's item that a column shows.
+const char* TruthItemOf(EModelColumn column)
+{
+    return column == EModelColumn::ModelC     ? "C"
+           : column == EModelColumn::ModelEsr ? "ESR"
+                                              : "resonance";
+}
 
 } // namespace
 
 CModelListModel::CModelListModel(QObject* parent)
     : QAbstractTableModel(parent)
 {
-    connect(&m_truth, &CTruthCache::Updated, this, [this] {
-        if (!m_rows.empty()) {
-            Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
-        }
-    });
+    connect(&m_truth, &CTruthCache::Updated, this, &CModelListModel::TruthUpdated);
 }
 
 void CModelListModel::SetLibraries(TLibraries libraries)
@@ -75,6 +83,7 @@ void CModelListModel::EndChange()
 {
     m_changing = false;
     m_truth.Clear();
+    m_asksForAll = true;
     // Rows may point at what is gone; none are shown until the new ones are in.
     beginResetModel();
     m_rows.clear();
@@ -125,6 +134,8 @@ void CModelListModel::Fill()
     if (m_changing) {
         return;
     }
+    m_request.order.values = SortsByModelFiles() ? KnownValues() : nullptr;
+    m_sortedKnown = m_truth.Known().size();
     const bool isBase = m_request.order.sorted && m_request.query.IsEmpty();
     m_job.Start(tr("Searching"),
                 [this, libraries = m_libraries, plain = PlainLibraries(), request = m_request,
@@ -149,6 +160,62 @@ void CModelListModel::Take(std::vector<SModelRow> rows, bool isBase)
     }
     endResetModel();
     Q_EMIT Filled(static_cast<int>(m_rows.size()), static_cast<int>(Total()));
+    AskForValues();
+}
+
+bool CModelListModel::SortsByModelFiles() const
+{
+    return m_request.order.sorted && IsOfModelFile(m_request.order.column);
+}
+
+std::shared_ptr<const TColumnValues> CModelListModel::KnownValues() const
+{
+    auto values = std::make_shared<TColumnValues>();
+    for (const auto& [record, truth] : m_truth.Known()) {
+        const curve::STruthItem* item = truth.Find(TruthItemOf(m_request.order.column));
+        if (item != nullptr && item->model) {
+            (*values)[record] = *item->model;
+        }
+    }
+    return values;
+}
+
+void CModelListModel::AskForValues()
+{
+    if (!m_asksForAll || !SortsByModelFiles()) {
+        return;
+    }
+    std::size_t asked = 0;
+    const std::size_t room =
+        CTruthCache::kMaxKept - std::min(CTruthCache::kMaxKept, m_truth.Known().size());
+    for (int row = 0; row < rowCount() && asked < std::min(kAskAtOnce, room); ++row) {
+        const CZovRcdProps& record = *RecordAt(row);
+        asked += IsDiscrete(record.Type()) && m_truth.Find(*LibraryAt(row), record) == nullptr;
+    }
+    if (asked == 0) { // all are known, or more than are kept
+        m_asksForAll = false;
+        if (m_truth.Known().size() > m_sortedKnown) {
+            m_base.reset();
+            Fill();
+        }
+    }
+}
+
+void CModelListModel::TruthUpdated()
+{
+    if (!m_rows.empty()) {
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+    }
+    if (!m_asksForAll || !m_truth.IsIdle() || m_job.IsRunning()) {
+        return;
+    }
+    // Each time with twice as many: the first come soon, and the list comes to rest.
+    if (m_truth.Known().size() >= std::max(kWorthSorting, 2 * m_sortedKnown)) {
+        m_base.reset();
+        Fill(); // asks on when it is done
+    } else {
+        AskForValues();
+    }
 }
 
 CZovRcdProps* CModelListModel::RecordAt(int row) const
@@ -230,9 +297,7 @@ QVariant CModelListModel::TruthData(const QModelIndex& index, EModelColumn colum
     if (truth == nullptr) {
         return role == Qt::DisplayRole ? QVariant(QStringLiteral("...")) : QVariant();
     }
-    const curve::STruthItem* item = truth->Find(column == EModelColumn::ModelC     ? "C"
-                                                : column == EModelColumn::ModelEsr ? "ESR"
-                                                                                   : "resonance");
+    const curve::STruthItem* item = truth->Find(TruthItemOf(column));
     if (role == Qt::ToolTipRole) {
         return QString::fromStdString(truth->text);
     }
@@ -313,6 +378,7 @@ void CModelListModel::sort(int column, Qt::SortOrder order)
         m_request.order.column = ModelColumns()[static_cast<std::size_t>(column)].column;
     }
     m_request.order.descending = order == Qt::DescendingOrder;
+    m_asksForAll = true;
     m_base.reset();
     Fill();
 }

@@ -81,6 +81,11 @@ private:
     void Take(std::vector<SModelRow> rows, bool isBase);
     [[nodiscard]] std::vector<const CZovLibrary*> PlainLibraries() const;
     [[nodiscard]] QVariant TruthData(const QModelIndex& index, EModelColumn column, int role) const;
+    [[nodiscard]] bool SortsByModelFiles() const;
+    /// What is known by now of the column that is sorted by.
+    [[nodiscard]] std::shared_ptr<const TColumnValues> KnownValues() const;
+    void AskForValues();
+    void TruthUpdated();
 
     TLibraries m_libraries;
     std::vector<SModelRow> m_rows;
@@ -91,7 +96,9 @@ private:
     TBaseRows m_base; ///< sorted, for searches in the same order; null when there are none
     CBackgroundJob m_job;
     CBackgroundJob m_prepare;
-    mutable CTruthCache m_truth; ///< asked by cells that are drawn
+    mutable CTruthCache m_truth;   ///< asked by cells that are drawn
+    bool m_asksForAll = false;     ///< rows out of view, too: they are sorted by it
+    std::size_t m_sortedKnown = 0; ///< values that were known when the rows were sorted by them
 };
 
 } // namespace zov::app

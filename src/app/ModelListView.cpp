@@ -318,8 +318,13 @@ std::size_t CModelListView::Select(const std::vector<const CZovRcdProps*>& recor
     std::size_t found = 0;
     for (int row = 0; found < wanted.size() && row < m_model.rowCount(); ++row) {
         if (wanted.contains(m_model.RecordAt(row))) {
-            selection.merge(QItemSelection(m_model.index(row, 0), m_model.index(row, 0)),
-                            QItemSelectionModel::Select);
+            // Ranges of rows that follow each other; merging them one by one takes ages.
+            if (!selection.isEmpty() && selection.last().bottom() == row - 1) {
+                selection.last() =
+                    QItemSelectionRange(selection.last().topLeft(), m_model.index(row, 0));
+            } else {
+                selection.append(QItemSelectionRange(m_model.index(row, 0)));
+            }
             first = first < 0 ? row : first;
             ++found;
         }

@@ -178,6 +178,15 @@ std::vector<SModelRow> Filter(const std::vector<const CZovLibrary*>& libraries,
     return rows;
 }
 
+SSortKey KeyOf(const CZovRcdProps& record, const SRowOrder& order)
+{
+    if (!order.values) {
+        return ModelSortKey(record, order.column);
+    }
+    const auto value = order.values->find(&record);
+    return {value == order.values->end() ? std::nullopt : std::optional(value->second), {}};
+}
+
 bool Below(const SHideLimit& limit, const std::optional<double>& value)
 {
     return limit.on && value && *value < limit.limit;
@@ -219,7 +228,7 @@ std::vector<SModelRow> SelectRows(const std::vector<const CZovLibrary*>& librari
     items.reserve(rows.size());
     for (const SModelRow& row : rows) {
         SSortItem item;
-        item.key = ModelSortKey(libraries[row.source]->At(row.record), request.order.column);
+        item.key = KeyOf(libraries[row.source]->At(row.record), request.order);
         item.prefix = PrefixOf(item.key.text);
         item.row = row;
         items.push_back(item);

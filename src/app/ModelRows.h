@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 namespace zov::app {
@@ -22,11 +23,16 @@ struct SModelRow
     bool operator==(const SModelRow&) const = default;
 };
 
+/// Numbers of a column that records don't hold themselves.
+using TColumnValues = std::unordered_map<const CZovRcdProps*, double>;
+
 struct SRowOrder
 {
     bool sorted = false; ///< false: the order of the libraries
     EModelColumn column = EModelColumn::Name;
     bool descending = false;
+    /// Of a column of model files; a record that is not in it comes last.
+    std::shared_ptr<const TColumnValues> values = nullptr;
 };
 
 /// Decoupling capacitors outside these limits are not shown; other records always are.

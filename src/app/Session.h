@@ -43,6 +43,8 @@ public:
     /// Changes settings and tells everybody.
     void SetSettings(SZovSettings settings);
     void StoreSettings();
+    /// Where windows keep what they remember from one opening to the next, each in its section.
+    [[nodiscard]] ISettingsStore& Store() { return m_store; }
     /// Makers' decap libraries, which complete generated capacitors; kept with the settings.
     [[nodiscard]] QStringList VendorLibraries() const;
     void SetVendorLibraries(const QStringList& paths);

@@ -8,8 +8,13 @@ namespace {
 
 /// Records of one piece of work: results come in soon, and a change need not wait long.
 constexpr std::size_t kPiece = 32;
-/// Of rows that were scrolled past, the oldest are forgotten.
-constexpr std::size_t kMaxAsked = 1024;
+
+std::filesystem::path FolderOf(const CZovLibrary& library)
+{
+    return library.Path().empty()
+               ? std::filesystem::path()
+               : std::filesystem::absolute(library.Path()).lexically_normal().parent_path();
+}
 
 } // namespace
 
@@ -44,8 +49,7 @@ const curve::SRecordTruth* CTruthCache::Find(const CZovLibrary& library, const C
             m_isAsked.erase(m_asked.front().record);
             m_asked.erase(m_asked.begin());
         }
-        m_asked.push_back(
-            {&record, std::filesystem::absolute(library.Path()).lexically_normal().parent_path()});
+        m_asked.push_back({&record, FolderOf(library)});
         if (!m_job.IsRunning()) {
             m_start.start();
         }

@@ -24,6 +24,8 @@ class CTruthCache : public QObject
 public:
     /// More are not kept: what is looked at again is computed again, files are remembered.
     static constexpr std::size_t kMaxKept = 20'000;
+    /// Of what is asked for and not computed yet the oldest is forgotten.
+    static constexpr std::size_t kMaxAsked = 1024;
 
     explicit CTruthCache(QObject* parent = nullptr);
     ~CTruthCache() override;
@@ -31,6 +33,13 @@ public:
     /// Null when it is not known yet; it is then computed, what was asked for last first, and
     /// Updated tells.
     const curve::SRecordTruth* Find(const CZovLibrary& library, const CZovRcdProps& record);
+    /// Those that are known, whatever of.
+    [[nodiscard]] const std::unordered_map<const CZovRcdProps*, curve::SRecordTruth>& Known() const
+    {
+        return m_known;
+    }
+    /// Whether nothing that was asked for is still to come.
+    [[nodiscard]] bool IsIdle() const { return m_asked.empty() && !m_job.IsRunning(); }
     void Forget(const CZovRcdProps& record);
     /// Before records go, or after any of their values changed.
     void Clear();

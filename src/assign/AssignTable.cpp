@@ -297,37 +297,41 @@ const CZovRcdProps* CAssignTable::OtherModel(const AssignRow& row, std::string_v
     return nullptr;
 }
 
-void CAssignTable::Assign(const std::vector<AssignRow*>& selected, const SModelRef& model,
-                          CQuestions& questions, CLogSink& output)
+std::size_t CAssignTable::Assign(const std::vector<AssignRow*>& selected, const SModelRef& model,
+                                 CQuestions& questions, CLogSink& output)
 {
     const std::string name(model.record->Name());
     if (m_view == EAssignView::RefDes) {
         const TRowSet together(selected.begin(), selected.end());
+        std::size_t given = 0;
         for (AssignRow* row : selected) {
             if (const CZovRcdProps* other = OtherModel(*row, name, together)) {
                 output.Write(
                     Fill(assigntext::kOtherModelInUse, {name, row->component, other->Name()}));
             } else {
                 SetModel(*row, model);
+                ++given;
             }
         }
-        return;
+        return given;
     }
     const std::vector<AssignRow*> others = OthersWith(name, selected);
     for (AssignRow* row : selected) {
         SetModel(*row, model);
     }
     if (others.empty()) {
-        return;
+        return selected.size();
     }
     const std::string question = IsDiscrete(model.type)
                                      ? std::string(assigntext::kOverwriteDiscrete)
                                      : Fill(assigntext::kOverwrite, {ListOf(others, name)});
-    if (questions.YesNo(question)) {
-        for (AssignRow* row : others) {
-            SetModel(*row, model);
-        }
+    if (!questions.YesNo(question)) {
+        return selected.size();
     }
+    for (AssignRow* row : others) {
+        SetModel(*row, model);
+    }
+    return selected.size() + others.size();
 }
 
 std::vector<AssignRow*> CAssignTable::Remove(AssignRow& row, CQuestions& questions)
@@ -418,9 +422,14 @@ std::size_t CAssignTable::AfterChange(CZovLibrary& library)
 {
     const std::vector<SNamedModel> named = std::move(m_changing[&library]);
     m_changing.erase(&library);
-    std::unordered_set<const CZovRcdProps*> gone;
+    std::vector<SLostModel> lost = std::move(m_lost[&library]);
+    std::vector<SLostModel>& stillLost = m_lost[&library] = {};
+    TRecords gone;
     for (const SNamedModel& one : named) {
         gone.insert(one.row->assigned[one.place].record);
+    }
+    for (const SLostModel& one : lost) {
+        gone.insert(one.record);
     }
     for (const CZovRcdProps* record : library.Records()) {
         if (gone.empty()) {
@@ -430,11 +439,34 @@ std::size_t CAssignTable::AfterChange(CZovLibrary& library)
     }
     for (const SNamedModel& one : named) {
         SModelRef& model = one.row->assigned[one.place];
-        if (gone.contains(model.record)) {
-            model.record = SameNamed(library, model.type, one.name, one.subModel);
+        if (!gone.contains(model.record)) {
+            continue;
+        }
+        const CZovRcdProps* other = SameNamed(library, model.type, one.name, one.subModel);
+        if (other == nullptr) {
+            stillLost.push_back({one, model.library, model.record, model.type});
+        }
+        model.record = other;
+    }
+    const std::size_t dropped = DropModels([](const SModelRef& model) { return !model; });
+    GiveBack(std::move(lost), gone);
+    return dropped;
+}
+
+void CAssignTable::GiveBack(std::vector<SLostModel> lost, const TRecords& gone)
+{
+    for (SLostModel& one : lost) {
+        const std::shared_ptr<CZovLibrary> library = one.library.lock();
+        if (!library) {
+            continue; // another library stands at the address of a closed one
+        }
+        if (gone.contains(one.record)) {
+            m_lost[library.get()].push_back(std::move(one));
+        } else if (one.named.row->assigned.empty() && one.record->Type() == one.type &&
+                   EqualsNoCase(one.record->Name(), one.named.name)) {
+            SetModel(*one.named.row, {library, one.record, one.type}, ERefDesModels::Keep);
         }
     }
-    return DropModels([](const SModelRef& model) { return !model; });
 }
 
 void CAssignTable::ForgetCandidates()

@@ -120,8 +120,9 @@ public:
     /// other components with a model of that name are listed in a question; Yes gives it to them
     /// too. In RefDes view a component keeps to one model: a row is refused, with a line in
     /// `output`, when a reference designator outside the selection has another one.
-    void Assign(const std::vector<AssignRow*>& selected, const SModelRef& model,
-                CQuestions& questions, CLogSink& output);
+    /// @return how many rows have it now by this call
+    std::size_t Assign(const std::vector<AssignRow*>& selected, const SModelRef& model,
+                       CQuestions& questions, CLogSink& output);
     /// OnRemoveModel: asks, then takes the model from the row and from all others that have it.
     /// @return the rows that lost it, none when the row has no model or the answer was No; their
     ///         status has to be recomputed
@@ -148,7 +149,9 @@ public:
     /// Before records of a library change.
     void BeforeChange(const CZovLibrary& library);
     /// Behind it: a model that is gone gives way to the one of that type, name and sub-model which
-    /// has taken its place, if there is one. Returns how many rows lost theirs.
+    /// has taken its place, if there is one. Rows that lost theirs get it back when the same record
+    /// comes back, by undo or redo, unless they have another one by then. Returns how many rows
+    /// lost theirs.
     std::size_t AfterChange(CZovLibrary& library);
 
     // --- find filter -------------------------------------------------------------------------
@@ -177,7 +180,19 @@ private:
         std::string subModel;
     };
 
+    /// A model that its row lost when it left its library.
+    struct SLostModel
+    {
+        SNamedModel named;
+        std::weak_ptr<CZovLibrary> library;
+        const CZovRcdProps* record; ///< to be compared only: its memory may be gone
+        ERecordType type;
+    };
+    using TRecords = std::unordered_set<const CZovRcdProps*>;
+
     void ShowRows();
+    /// Gives rows what they lost of a library, but for the records that are still gone.
+    void GiveBack(std::vector<SLostModel> lost, const TRecords& gone);
     void Clear(AssignRow& row);
     /// Takes the models that are gone from all rows; a row left without any is again what the
     /// design, or its component, asks for. Returns how many.
@@ -199,6 +214,7 @@ private:
     std::vector<AssignRow*> m_found;
     std::size_t m_current = SIZE_MAX; ///< in m_found
     std::unordered_map<const CZovLibrary*, std::vector<SNamedModel>> m_changing;
+    std::unordered_map<const CZovLibrary*, std::vector<SLostModel>> m_lost;
     EAssignView m_view = EAssignView::Component;
     bool m_subModels = true;
 };

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <optional>
 #include <tuple>
+#include <unordered_set>
 
 namespace zov {
 
@@ -15,6 +16,9 @@ std::string Quoted(std::string_view text)
 {
     return "'" + std::string(text) + "'";
 }
+
+constexpr std::size_t kAskEvery = 256;
+constexpr std::size_t kNoKey = SIZE_MAX; ///< no enabled key leads to a record
 
 /// How far from the first place a record stands, by the order in which the search goes.
 struct SRank
@@ -42,27 +46,42 @@ public:
         m_exactOnly = search.ExactOnly();
     }
 
-    SExplanation Run(std::size_t limit)
+    SExplanation Run(std::size_t limit, const std::function<bool()>& goOn)
     {
         SExplanation told;
         if (m_found.model) {
             told.how = HowFound(m_found, m_wanted.name);
         }
-        std::vector<std::pair<SRank, SRunnerUp>> others;
+        std::vector<SOther> others;
+        std::size_t seen = 0;
         for (const SModelRef& model : Candidates()) {
+            if (++seen % kAskEvery == 0 && goOn && !goOn()) {
+                break;
+            }
             if (model.record != m_found.model.record) {
                 others.push_back(Judge(model));
             }
         }
-        std::ranges::stable_sort(others, {}, [](const auto& one) { return one.first; });
         told.others = others.size();
-        for (std::size_t i = 0; i < std::min(limit, others.size()); ++i) {
-            told.runnersUp.push_back(std::move(others[i].second));
+        const std::size_t listed = std::min(limit, others.size());
+        // As a stable sort of all of them, without sorting a million.
+        std::ranges::partial_sort(others, others.begin() + static_cast<std::ptrdiff_t>(listed), {},
+                                  [](const SOther& one) { return std::tuple(one.rank, one.seen); });
+        for (std::size_t i = 0; i < listed; ++i) {
+            told.runnersUp.push_back({others[i].model, others[i].rank.library, WhyNot(others[i])});
         }
         return told;
     }
 
 private:
+    /// Another candidate, by where the search would meet it.
+    struct SOther
+    {
+        SRank rank;
+        std::size_t seen = 0; ///< its place among the candidates
+        SModelRef model;
+    };
+
     /// Whatever matches the name or its legalised form, of any type.
     std::vector<SModelRef> Candidates()
     {
@@ -72,11 +91,12 @@ private:
         if (m_names.legal) {
             m_search.CollectCandidates(m_node, ERecordType::Any, m_names.legal->Name(), more);
         }
-        const auto isThere = [&](const SModelRef& model) {
-            return std::ranges::find(all, model) != all.end();
-        };
+        std::unordered_set<const CZovRcdProps*> there;
+        for (const SModelRef& model : more.empty() ? more : all) {
+            there.insert(model.record);
+        }
         std::ranges::copy_if(more, std::back_inserter(all),
-                             [&](const SModelRef& model) { return !isThere(model); });
+                             [&](const SModelRef& model) { return !there.contains(model.record); });
         return all;
     }
 
@@ -98,22 +118,23 @@ private:
         return std::nullopt;
     }
 
-    std::pair<SRank, SRunnerUp> Judge(const SModelRef& model) const
+    SOther Judge(const SModelRef& model)
     {
         const auto place =
             static_cast<std::size_t>(std::ranges::find(m_node, model.library) - m_node.begin());
-        const SRank last{place, SIZE_MAX, true, true};
-        if (!HasType(*model.record, m_wanted.type)) {
-            return {last,
-                    {model, place,
-                     "it is of type " + Quoted(InfoOf(model.type).name) + ", required is " +
-                         Quoted(InfoOf(m_wanted.type).name)}};
+        const std::optional<SRank> rank =
+            HasType(*model.record, m_wanted.type) ? RankOf(model, place) : std::nullopt;
+        return {rank.value_or(SRank{place, kNoKey, true, true}), m_judged++, model};
+    }
+
+    std::string WhyNot(const SOther& other) const
+    {
+        if (!HasType(*other.model.record, m_wanted.type)) {
+            return "it is of type " + Quoted(InfoOf(other.model.type).name) + ", required is " +
+                   Quoted(InfoOf(m_wanted.type).name);
         }
-        const auto rank = RankOf(model, place);
-        if (!rank) {
-            return {last, {model, place, "no key that is switched on leads to it"}};
-        }
-        return {*rank, {model, place, ReasonOf(*rank)}};
+        return other.rank.key == kNoKey ? "no key that is switched on leads to it"
+                                        : ReasonOf(other.rank);
     }
 
     std::string ReasonOf(const SRank& rank) const
@@ -141,6 +162,7 @@ private:
     SNameState m_names;
     const SFound& m_found;
     bool m_exactOnly = false;
+    std::size_t m_judged = 0;
 };
 
 } // namespace
@@ -167,9 +189,10 @@ std::string HowFound(const SFound& found, std::string_view name)
 }
 
 SExplanation Explain(CModelSearch& search, TLibraryNode node, const CSearchOptions& options,
-                     const SWanted& wanted, const SFound& found, std::size_t limit)
+                     const SWanted& wanted, const SFound& found, std::size_t limit,
+                     const std::function<bool()>& goOn)
 {
-    return CExplainer(search, node, options, wanted, found).Run(limit);
+    return CExplainer(search, node, options, wanted, found).Run(limit, goOn);
 }
 
 } // namespace zov

@@ -5,6 +5,7 @@
 #include "assign/ModelSearch.h"
 #include "core/SearchOptions.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,9 +32,11 @@ struct SExplanation
 
 /// @param found  what FindAll gave for `wanted` with these options
 /// @param limit  most runners-up that are listed
+/// @param goOn   asked now and then, may be empty; false ends it with what there is
 [[nodiscard]] SExplanation Explain(CModelSearch& search, TLibraryNode node,
                                    const CSearchOptions& options, const SWanted& wanted,
-                                   const SFound& found, std::size_t limit);
+                                   const SFound& found, std::size_t limit,
+                                   const std::function<bool()>& goOn = {});
 
 /// "Lookup Keyword", "Model Name", "Mfg.Part No."
 [[nodiscard]] std::string_view LabelOf(EPropId key);

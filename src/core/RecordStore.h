@@ -9,6 +9,7 @@
 #include <array>
 #include <cstring>
 #include <deque>
+#include <list>
 
 namespace zov {
 
@@ -25,6 +26,14 @@ public:
     /// shorter than 4 GiB.
     std::uint64_t KeepText(EPropId id, std::string_view text);
     std::uint64_t KeepComposite(TSubModel model);
+
+    /// Takes over what another store holds, where it stands; its records still name their store.
+    void Absorb(CRecordStore&& other)
+    {
+        m_arena.Absorb(std::move(other.m_arena));
+        m_absorbed.splice(m_absorbed.end(), other.m_absorbed);
+        m_absorbed.push_back(std::move(other.m_subModels));
+    }
 
     static std::string_view TextOf(std::uint64_t slot);
     static const TSubModel* CompositeOf(std::uint64_t slot);
@@ -57,6 +66,7 @@ private:
 
     CArena m_arena;
     std::deque<TSubModel> m_subModels;
+    std::list<std::deque<TSubModel>> m_absorbed; ///< of other stores; none of them may move
     std::array<std::array<SRecent, kCacheWays>, static_cast<std::size_t>(kPropIdLimit)> m_recent{};
 };
 

@@ -96,6 +96,16 @@ CZovRcdProps& CZovLibrary::MakeLoose(const CZovRcdProps& content)
     return *record;
 }
 
+void CZovLibrary::Adopt(CZovLibrary&& other)
+{
+    for (CZovRcdProps* record : other.m_records) {
+        record->m_store = m_store.get();
+        record->m_nameIndexed = false;
+    }
+    m_store->Absorb(std::move(*other.m_store));
+    other.Clear();
+}
+
 void CZovLibrary::Exchange(CZovRcdProps& a, CZovRcdProps& b)
 {
     assert(a.m_store == m_store.get() && b.m_store == m_store.get() && a.m_type == b.m_type);

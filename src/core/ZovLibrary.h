@@ -55,6 +55,9 @@ public:
     };
     /// A copy of a record, of this or another library, in this one's memory and in no place of it.
     CZovRcdProps& MakeLoose(const CZovRcdProps& content);
+    /// The memory of another library becomes part of this one's, and its records loose ones of this
+    /// one: they keep their address, and nothing they hold is copied. `other` is empty afterwards.
+    void Adopt(CZovLibrary&& other);
     /// Two records of this library's memory and of the same type change their properties.
     void Exchange(CZovRcdProps& a, CZovRcdProps& b);
     /// Takes out the records that stand at these places, positions rising. O(count).

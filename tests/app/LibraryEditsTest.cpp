@@ -39,7 +39,7 @@ void EditAtRandom(CLibraryEdits& edits, const std::shared_ptr<CZovLibrary>& libr
                 }
             }
         }
-        change.ReplaceAllBy(imported);
+        change.ReplaceAllBy(*imported);
         edits.Apply(change, QStringLiteral("Import"));
         EXPECT_EQ(SavedBytes(*library), SavedBytes(*imported));
         return;
@@ -109,6 +109,32 @@ TEST(LibraryEditsTest, NamesAreFoundAfterEveryStep)
     EXPECT_EQ(library->Find(ERecordType::Any, "old"), nullptr);
     edits.Undo();
     EXPECT_EQ(library->Find(ERecordType::Any, "old"), &record);
+}
+
+TEST(LibraryEditsTest, LargeChangesGiveTheLibraryTheirMemory)
+{
+    test::CRandomLibrary random(11);
+    const auto library = std::make_shared<CZovLibrary>(random.Make(50, true));
+    CLibraryEdits edits;
+    std::vector<std::string> states = {SavedBytes(*library)};
+    for (int i = 0; i < 3; ++i) {
+        CLibraryChange change(library);
+        {
+            const CZovLibrary imported = random.Make(3000, true);
+            change.ReplaceAllBy(imported);
+            states.push_back(SavedBytes(imported));
+        }
+        const std::vector<CZovRcdProps*> added = edits.Apply(change, QStringLiteral("Import"));
+        ASSERT_EQ(SavedBytes(*library), states.back());
+        ASSERT_GT(added.size(), 2000U);
+        ASSERT_EQ(library->Find(added[7]->Type(), added[7]->Name())->Name(), added[7]->Name());
+        library->At(9).SetComposite(SThroughModel{true, {{"1", "2", 1e-9, 2.0}}});
+        states.back() = SavedBytes(*library);
+    }
+    for (std::size_t i = states.size() - 1; i > 0; --i) {
+        edits.Undo();
+        ASSERT_EQ(SavedBytes(*library), states[i - 1]);
+    }
 }
 
 TEST(LibraryEditsTest, UndoAndRedoCostNoMemory)

@@ -77,6 +77,47 @@ TEST_F(ModelListModelTest, SortsByTheColumnThatIsClicked)
     EXPECT_EQ(model.RowOf(model.Libraries()[0]->At(99)), 0);
 }
 
+TEST_F(ModelListModelTest, SortsByWhatModelsSayAsItBecomesKnown)
+{
+    constexpr int kCount = 700;
+    auto library = std::make_shared<CZovLibrary>();
+    library->Add(ERecordType::Ic).SetString(EPropId::ModelName, "U");
+    for (int i = 0; i < kCount; ++i) {
+        CZovRcdProps& record = library->Add(ERecordType::Capacitor);
+        record.SetString(EPropId::ModelName, std::to_string(i * 37 % kCount));
+        record.SetDouble(EPropId::Cnom, 1e-9);
+        record.SetDiscreteModel({false, {}, {}, 1.0, 1e-9, 1e-9 * (i * 37 % kCount + 1)});
+    }
+    model.SetLibraries({library});
+    WaitFilled(1);
+    const auto names = [this] {
+        QStringList shown;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            shown += Cell(row, EModelColumn::Name);
+        }
+        return shown;
+    };
+    QStringList rising;
+    QStringList falling;
+    for (int i = 0; i < kCount; ++i) {
+        rising += QString::number(i);
+        falling.prepend(QString::number(i));
+    }
+    for (int i = 0; i < model.columnCount(); ++i) {
+        if (ModelColumns()[static_cast<std::size_t>(i)].column != EModelColumn::ModelC) {
+            continue;
+        }
+        model.sort(i, Qt::AscendingOrder);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return names().mid(0, kCount) == rising; }, 20'000));
+        EXPECT_EQ(names().last(), QStringLiteral("U")) << "it has no value";
+        model.sort(i, Qt::DescendingOrder);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return names().mid(0, kCount) == falling; }));
+        EXPECT_EQ(names().last(), QStringLiteral("U"));
+        QTest::qWait(50);
+        EXPECT_FALSE(model.IsFilling()) << "it comes to rest";
+    }
+}
+
 TEST_F(ModelListModelTest, ChangesOfTheLibraryAreSafeWhileItSearches)
 {
     const auto library = Caps(200000);

@@ -208,6 +208,48 @@ TEST_F(CAssignTables, ModelsThatArePutBackKeepTheirRows)
     EXPECT_EQ(Cells(table), "C100N=C100N_NEW : rlc|R10K=|FIX=|NONE=|");
 }
 
+TEST_F(CAssignTables, ModelsThatComeBackReturnToTheirRows)
+{
+    CAssignTable table(Board(), m_set, m_search);
+    CAsked yes(true);
+    for (const std::size_t row : {0U, 1U, 2U}) {
+        table.Assign({table.Rows()[row]}, Model(m_library, 1), yes, m_log);
+    }
+    const std::vector<CZovLibrary::SPlace> place = {{1, &m_library->At(1)}};
+    const auto undo = [&] {
+        table.BeforeChange(*m_library);
+        m_library->TakeOut(place);
+        return table.AfterChange(*m_library);
+    };
+    const auto redo = [&] {
+        table.BeforeChange(*m_library);
+        m_library->PutIn(place);
+        return table.AfterChange(*m_library);
+    };
+    const std::string all = Cells(table);
+    const std::string types = Cells(table, ModelType);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(undo(), 3U);
+        EXPECT_EQ(Cells(table), "C100N=|R10K=|FIX=|NONE=|");
+        EXPECT_EQ(redo(), 0U);
+        EXPECT_EQ(Cells(table), all);
+        EXPECT_EQ(Cells(table, ModelType), types);
+    }
+    // What a row was given meanwhile stays, and another record of that name is another model.
+    undo();
+    table.Assign({table.Rows()[0]}, Model(m_library, 0), yes, m_log);
+    const std::string other = Cells(table);
+    redo();
+    EXPECT_EQ(Cells(table).substr(0, other.find('|')), other.substr(0, other.find('|')));
+    undo();
+    table.BeforeChange(*m_library);
+    CZovLibrary read;
+    read.AddCopy(m_library->At(0));
+    *m_library = std::move(read);
+    table.AfterChange(*m_library);
+    EXPECT_EQ(Cells(table), other);
+}
+
 TEST_F(CAssignTables, TheFindFilterStepsThroughItsHits)
 {
     SDesign board{{{"C100N", {"U1", "U2", "C10", "D1", "c2"}, "", Any, false, false}}};

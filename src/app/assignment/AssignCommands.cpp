@@ -56,6 +56,7 @@ constexpr ui::SCommand kFrameCommands[] = {
     {ID_ASSIGN_PANE_WHY, "OnViewPaneWhy", "Why", "View Why\nWhy a component has its model", "help",
      ""},
     {ID_VIEW_ORIGIN, "OnViewOrigin", "Original &Model or Device", "", "", ""},
+    {ID_ASSIGN_LEGEND, "OnLegend", "Le&gend...", "Legend\nWhat icons and colours mean", "", ""},
     {ID_VIEW_ZVMGR, "OnViewZvMgr", "&Library Manager", "Launch Zovra\nLaunch Zovra", "library",
      "Ctrl+L"},
     {ID_ASSIGN_ABOUT, "OnAbout", "&About Zovra...", "About Zovra\nAbout Zovra", "about", ""},

@@ -41,7 +41,8 @@ enum EAssignCommandId : unsigned
     ID_ASSIGN_PANE_WHY,
     ID_VIEW_ZVMGR,
     ID_ASSIGN_ABOUT,
-    ID_ASSIGN_EVENT_REPLAY
+    ID_ASSIGN_EVENT_REPLAY,
+    ID_ASSIGN_LEGEND
 };
 
 /// Menus, toolbars and shortcuts of the frame.

@@ -4,6 +4,7 @@
 #include "app/Images.h"
 #include "app/ReplayToolBar.h"
 #include "app/assignment/AssignCommands.h"
+#include "app/assignment/AssignmentForms.h"
 #include "base/File.h"
 #include "ui/EventFilters.h"
 #include "ui/Prompt.h"
@@ -47,6 +48,7 @@ ZOV_ON_COMMAND_UPDATE(ID_ASSIGN_EVENT_REPLAY, ZovEventReplay)
 ZOV_ON_COMMAND_UPDATE(ID_ASSIGN_PANE_OUTPUT, ViewPaneOutput)
 ZOV_ON_COMMAND_UPDATE(ID_ASSIGN_PANE_WHY, ViewPaneWhy)
 ZOV_ON_COMMAND(ID_VIEW_ZVMGR, ViewZvMgr)
+ZOV_ON_COMMAND(ID_ASSIGN_LEGEND, Legend)
 ZOV_ON_COMMAND(ID_ASSIGN_ABOUT, About)
 ZOV_END_MESSAGE_MAP()
 
@@ -62,6 +64,7 @@ CAssignFrm::CAssignFrm(CZovSession& session, QSettings& layout, const FEnvironme
     })
     , m_output(new COutputPane(this))
 {
+    RegisterAssignmentForms();
     setObjectName(QStringLiteral("AssignFrm"));
     setAcceptDrops(true);
     resize(1180, 720);
@@ -194,7 +197,7 @@ void CAssignFrm::MakeMenus()
     }
     m_actions->FillMenu(*bars, {ID_ASSIGN_EVENT_REPLAY});
     m_actions->FillMenu(*view->addMenu(tr("Pane")), {ID_ASSIGN_PANE_OUTPUT, ID_ASSIGN_PANE_WHY});
-    m_actions->FillMenu(*view, {ID_VIEW_ORIGIN, ui::kSeparator, ID_VIEW_ZVMGR});
+    m_actions->FillMenu(*view, {ID_VIEW_ORIGIN, ID_ASSIGN_LEGEND, ui::kSeparator, ID_VIEW_ZVMGR});
     m_actions->FillMenu(*menu(tr("&Help"), "HelpMenu"), {ID_ASSIGN_ABOUT});
 }
 
@@ -417,11 +420,21 @@ void CAssignFrm::OnViewZvMgr()
     Q_EMIT ZvMgrAsked();
 }
 
+void CAssignFrm::ShowForm(const char* name)
+{
+    if (const auto dialog = ui::CDialogForms::Create(QLatin1String(name), this)) {
+        dialog->DoModal();
+    }
+}
+
+void CAssignFrm::OnLegend()
+{
+    ShowForm("dlg_IDD_ZOV_DLG_LEGEND");
+}
+
 void CAssignFrm::OnAbout()
 {
-    if (const auto about = ui::CDialogForms::Create(QStringLiteral("dlg_IDD_ZOV_ABOUTBOX"), this)) {
-        about->DoModal();
-    }
+    ShowForm("dlg_IDD_ZOV_ABOUTBOX");
 }
 
 } // namespace zov::app

@@ -82,6 +82,8 @@ private:
     void OnUpdateViewPaneWhy(ui::CCmdUI& ui);
     void OnViewZvMgr();
     void OnAbout();
+    void OnLegend();
+    void ShowForm(const char* name);
 
     CResult<void> MakeToolBars();
     void MakeFindBar();

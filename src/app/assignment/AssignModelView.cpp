@@ -538,9 +538,11 @@ void CAssignModelView::AskWhy()
     }
     const SWanted wanted{row->component, m_table->ComponentOf(*row).requiredType};
     m_whyJob.Start(tr("Searching"), [this, why, found, wanted, libraries = Active(),
-                                     options = m_session.Settings().searchOptions](CJobState&) {
-        auto text = std::make_shared<QString>(
-            WhyHtml(why, found, Explain(m_search, libraries, options, wanted, found, kRunnersUp)));
+                                     options =
+                                         m_session.Settings().searchOptions](CJobState& state) {
+        const auto goOn = [&state] { return !state.Cancelled(); };
+        auto text = std::make_shared<QString>(WhyHtml(
+            why, found, Explain(m_search, libraries, options, wanted, found, kRunnersUp, goOn)));
         return [this, text] { Q_EMIT WhyChanged(*text); };
     });
 }

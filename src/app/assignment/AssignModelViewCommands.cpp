@@ -70,8 +70,14 @@ bool CAssignModelView::CanEdit() const
 void CAssignModelView::Assign(const std::vector<AssignRow*>& rows, const SModelRef& model)
 {
     CBoxQuestions questions(*this);
-    m_table->Assign(rows, model, questions, m_output);
-    SetModified(true);
+    const std::size_t given = m_table->Assign(rows, model, questions, m_output);
+    if (given > 0) {
+        SetModified(true);
+    }
+    if (given < rows.size()) {
+        Q_EMIT Told(tr("Rows that were refused the model: %1; \"Output\" says why.")
+                        .arg(rows.size() - given));
+    }
     RefreshStatus();
 }
 

@@ -29,23 +29,6 @@ bool IsDark()
     return QApplication::palette().color(QPalette::Base).lightness() < 128;
 }
 
-QColor ColourOf(EAssignState state)
-{
-    switch (state) {
-    case EAssignState::Valid:
-        return IsDark() ? QColor(0x81, 0xC7, 0x84) : QColor(0x1B, 0x6E, 0x20);
-    case EAssignState::Ambiguous:
-        return IsDark() ? QColor(0xFF, 0xB7, 0x4D) : QColor(0x9A, 0x50, 0x00);
-    case EAssignState::NotFound:
-        return IsDark() ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB0, 0x1A, 0x1A);
-    case EAssignState::Off:
-        return QApplication::palette().color(QPalette::Disabled, QPalette::Text);
-    case EAssignState::Open:
-        break;
-    }
-    return QApplication::palette().color(QPalette::Text);
-}
-
 /// A disc in the state's colour with a sign of its own, so that it is told without colour, too.
 QIcon DrawIcon(EAssignState state)
 {
@@ -77,6 +60,25 @@ QIcon DrawIcon(EAssignState state)
     return QIcon(image);
 }
 
+} // namespace
+
+QColor ColourOf(EAssignState state)
+{
+    switch (state) {
+    case EAssignState::Valid:
+        return IsDark() ? QColor(0x81, 0xC7, 0x84) : QColor(0x1B, 0x6E, 0x20);
+    case EAssignState::Ambiguous:
+        return IsDark() ? QColor(0xFF, 0xB7, 0x4D) : QColor(0x9A, 0x50, 0x00);
+    case EAssignState::NotFound:
+        return IsDark() ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB0, 0x1A, 0x1A);
+    case EAssignState::Off:
+        return QApplication::palette().color(QPalette::Disabled, QPalette::Text);
+    case EAssignState::Open:
+        break;
+    }
+    return QApplication::palette().color(QPalette::Text);
+}
+
 QIcon IconOf(EAssignState state)
 {
     if (state == EAssignState::Open) {
@@ -90,8 +92,6 @@ QIcon IconOf(EAssignState state)
     }
     return icon;
 }
-
-} // namespace
 
 EAssignState StateOf(const CAssignTable& table, const AssignRow& row)
 {
@@ -108,6 +108,13 @@ EAssignState StateOf(const CAssignTable& table, const AssignRow& row)
 CAssignRowModel::CAssignRowModel(QObject* parent)
     : QAbstractItemModel(parent)
 {
+}
+
+QColor CAssignRowModel::HitColour()
+{
+    QColor hit = QApplication::palette().color(QPalette::Highlight);
+    hit.setAlpha(kHitAlpha);
+    return hit;
 }
 
 void CAssignRowModel::PickRows()
@@ -278,9 +285,7 @@ QVariant CAssignRowModel::RowData(const AssignRow& row, EAssignColumn column, in
                                                : QVariant();
     case Qt::BackgroundRole:
         if (row.found && !m_foundOnly) {
-            QColor hit = QApplication::palette().color(QPalette::Highlight);
-            hit.setAlpha(kHitAlpha);
-            return hit;
+            return HitColour();
         }
         return {};
     default:

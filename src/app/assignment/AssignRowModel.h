@@ -6,6 +6,7 @@
 #include "assign/AssignTable.h"
 
 #include <QAbstractItemModel>
+#include <QColor>
 #include <QIcon>
 
 #include <functional>
@@ -24,6 +25,9 @@ enum class EAssignState
     Off        ///< its model is in a library that is off or closed
 };
 EAssignState StateOf(const CAssignTable& table, const AssignRow& row);
+/// By the theme; Open has no icon.
+QIcon IconOf(EAssignState state);
+QColor ColourOf(EAssignState state);
 
 class CAssignRowModel : public QAbstractItemModel
 {
@@ -31,6 +35,9 @@ class CAssignRowModel : public QAbstractItemModel
 
 public:
     explicit CAssignRowModel(QObject* parent);
+
+    /// Behind rows that the filter has found.
+    static QColor HitColour();
 
     /// Shows a table, which outlives its being shown; null for nothing. Also when its view was
     /// switched.

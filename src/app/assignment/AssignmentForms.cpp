@@ -4,6 +4,7 @@
 #include "app/assignment/DlgAssignModel.h"
 #include "app/assignment/DlgCreateModel.h"
 #include "app/assignment/DlgFindModel.h"
+#include "app/assignment/DlgLegend.h"
 
 namespace zov::app {
 
@@ -23,6 +24,9 @@ void RegisterAssignmentForms()
             });
         ui::CDialogForms::Register(QStringLiteral("dlg_IDD_ZOV_DLG_CREATEM"), [](QWidget* parent) {
             return std::make_unique<CDlgCreateModel>(nullptr, SDesignComponent(), parent);
+        });
+        ui::CDialogForms::Register(QStringLiteral("dlg_IDD_ZOV_DLG_LEGEND"), [](QWidget* parent) {
+            return std::make_unique<CDlgLegend>(parent);
         });
         return true;
     }();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/editor/CopyToLibDlg.h"
 
+#include "app/RunBeside.h"
 #include "app/editor/AddModelDlg.h"
 #include "base/File.h"
 #include "base/Text.h"
@@ -8,10 +9,14 @@
 
 #include <QPushButton>
 
+#include <numeric>
 #include <unordered_set>
 
 namespace zov::app {
 namespace {
+
+/// Fewer are copied before anybody could notice.
+constexpr std::size_t kWorthAThread = 2000;
 
 QString Shown(std::string_view text)
 {
@@ -167,21 +172,31 @@ SCopied CopyModels(CZovSession& session, const std::vector<CModelListView::SSele
     CCopier copier(change, existing);
     std::vector<CLibraryChange> removals;
     std::size_t moved = 0;
-    for (const auto& [library, records] : models) {
-        if (library == target) {
-            continue;
-        }
-        CFileRebaser rebaser(FolderOf(*library), FolderOf(*target));
-        CLibraryChange& removal = removals.emplace_back(library);
-        for (const CZovRcdProps* record : records) {
-            if (copier.Copy(*record, rebaser) && move) {
-                removal.Remove(*record);
-                ++moved;
+    const auto copy = [&] {
+        for (const auto& [library, records] : models) {
+            if (library == target) {
+                continue;
+            }
+            CFileRebaser rebaser(FolderOf(*library), FolderOf(*target));
+            CLibraryChange& removal = removals.emplace_back(library);
+            for (const CZovRcdProps* record : records) {
+                if (copier.Copy(*record, rebaser) && move) {
+                    removal.Remove(*record);
+                    ++moved;
+                }
             }
         }
+    };
+    const std::size_t selected =
+        std::accumulate(models.begin(), models.end(), std::size_t{0},
+                        [](std::size_t sum, const auto& of) { return sum + of.records.size(); });
+    if (selected < kWorthAThread) {
+        copy();
+    } else {
+        RunBeside(copy);
     }
     const std::size_t count = copier.Copied().added + copier.Copied().replaced;
-    for (const CLibraryChange& removal : removals) {
+    for (CLibraryChange& removal : removals) {
         if (move) {
             session.Edits().Apply(removal, StepText(true, moved));
         }

@@ -2,6 +2,7 @@
 #include "app/generator/DlgZovGenMain.h"
 
 #include "app/BoxQuestions.h"
+#include "app/generator/GeneratorMemory.h"
 #include "app/generator/GeneratorPage.h"
 #include "app/generator/GuiCall.h"
 #include "base/File.h"
@@ -9,6 +10,7 @@
 #include "batch/BatchLog.h"
 #include "batch/Messages.h"
 #include "ui/Prompt.h"
+#include "ui/ShownText.h"
 
 #include <algorithm>
 #include <map>
@@ -18,11 +20,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using ui::Shown;
+
 enum EGeneratorDialogId : unsigned
 {
     ID_GENERATE = 1,
     ID_STOP
 };
+
+constexpr std::string_view kTabName = "Tab";
 
 constexpr std::array<ERecordType, 3> kTypes = {ERecordType::Capacitor, ERecordType::Inductor,
                                                ERecordType::Resistor};
@@ -98,8 +104,8 @@ CDlgZovGenMain::CDlgZovGenMain(CZovSession* session, QWidget* parent)
     for (std::size_t i = 0; i < kTypes.size(); ++i) {
         m_pages[i] = new CGeneratorPage(kTypes[i], units, this);
         const std::string_view name = InfoOf(kTypes[i]).name;
-        m_form.ui_IDC_TABS->addTab(m_pages[i],
-                                   QString::fromUtf8(name.data(), static_cast<int>(name.size())));
+        m_form.ui_IDC_TABS->addTab(m_pages[i], Shown(name));
+        connect(m_pages[i], &CGeneratorPage::SourceChanged, this, &CDlgZovGenMain::ShowWhatRuns);
     }
     m_log->setObjectName(QStringLiteral("ui_IDC_LOG"));
     m_log->setPlaceholderText(tr("What a run has to say appears here."));
@@ -113,15 +119,56 @@ CDlgZovGenMain::CDlgZovGenMain(CZovSession* session, QWidget* parent)
     connect(&m_job, &CBackgroundJob::Finished, this, [this] {
         ShowState();
         if (m_closing) {
-            QDialog::reject();
+            reject();
         }
     });
     ShowState();
+    Restore();
 }
 
 CDlgZovGenMain::~CDlgZovGenMain()
 {
     m_job.Cancel(); // before the log pane goes
+}
+
+void CDlgZovGenMain::Restore()
+{
+    if (m_session == nullptr) {
+        return;
+    }
+    const ISettingsStore& store = m_session->Store();
+    for (CGeneratorPage* page : m_pages) {
+        if (const auto tab = RememberedTab(page->Type(), store)) {
+            page->Restore(*tab);
+        }
+    }
+    const std::int64_t tab = store.Integer(kGeneratorSection, kTabName).value_or(0);
+    m_form.ui_IDC_TABS->setCurrentIndex(
+        tab > 0 && tab < m_form.ui_IDC_TABS->count() ? static_cast<int>(tab) : 0);
+}
+
+void CDlgZovGenMain::Remember() const
+{
+    if (m_session == nullptr) {
+        return;
+    }
+    ISettingsStore& store = m_session->Store();
+    for (const CGeneratorPage* page : m_pages) {
+        RememberTab(page->Tab(), store);
+    }
+    store.SetInteger(kGeneratorSection, kTabName, m_form.ui_IDC_TABS->currentIndex());
+}
+
+void CDlgZovGenMain::ShowWhatRuns()
+{
+    QStringList names;
+    for (const CGeneratorPage* page : m_pages) {
+        if (page->HasSource()) {
+            names += Shown(InfoOf(page->Type()).name);
+        }
+    }
+    m_form.ui_IDC_STATE->setText(
+        names.isEmpty() ? QString() : tr("To be generated: %1").arg(names.join(tr(", "))));
 }
 
 CGeneratorPage& CDlgZovGenMain::Page(ERecordType type) const
@@ -141,6 +188,7 @@ void CDlgZovGenMain::reject()
         m_job.RequestCancel();
         return;
     }
+    Remember();
     QDialog::reject();
 }
 
@@ -225,6 +273,7 @@ void CDlgZovGenMain::OnGenerate()
     if (!Check(*runs)) {
         return;
     }
+    Remember();
     m_row = 0;
     m_job.Start(tr("Generating models"), [this, runs](CJobState& state) {
         Run(*runs, state);
@@ -294,16 +343,16 @@ batch::SOpenDestination CDlgZovGenMain::OpenDestinationOf(SRun& run, CLogSink& l
                 }
                 return copy;
             },
-            [this, &run, &log, &state](CZovLibrary library) {
-                return PutInto(run, std::move(library), log, state);
+            [this, &run, &log, &state](const CZovLibrary& library) {
+                return PutInto(run, library, log, state);
             }};
 }
 
-CResult<void> CDlgZovGenMain::PutInto(const SRun& run, CZovLibrary library, CLogSink& log,
+CResult<void> CDlgZovGenMain::PutInto(const SRun& run, const CZovLibrary& library, CLogSink& log,
                                       CJobState& state)
 {
     CLibraryChange change(run.library);
-    change.ReplaceAllBy(std::make_shared<const CZovLibrary>(std::move(library)));
+    change.ReplaceAllBy(library);
     CResult<void> saved;
     const bool called = CallInGui(*this, state, [&] {
         m_session->Edits().Apply(change, tr("Import Models"));
@@ -324,7 +373,7 @@ void CDlgZovGenMain::Finish(const TRuns& runs)
     QStringList lines;
     std::vector<fs::path> written;
     for (const SRun& run : runs) {
-        lines += QString::fromUtf8(InfoOf(run.tab.type).name.data()) + QStringLiteral(": ") +
+        lines += Shown(InfoOf(run.tab.type).name) + QStringLiteral(": ") +
                  (run.done ? SummaryOf(run.report.counts) : tr("failed, see the log"));
         const fs::path path = TextPath(run.tab.destination);
         if (run.done && !run.library && std::ranges::find(written, path) == written.end()) {

@@ -55,8 +55,13 @@ private:
     void RunOne(SRun& run, CLogSink& log, CJobState& state);
     [[nodiscard]] batch::SOpenDestination OpenDestinationOf(SRun& run, CLogSink& log,
                                                             CJobState& state);
-    CResult<void> PutInto(const SRun& run, CZovLibrary library, CLogSink& log, CJobState& state);
+    CResult<void> PutInto(const SRun& run, const CZovLibrary& library, CLogSink& log,
+                          CJobState& state);
     void Finish(const TRuns& runs);
+    void Restore();
+    void Remember() const;
+    /// Which tabs "Generate" would run.
+    void ShowWhatRuns();
     void ShowState();
     void Write(std::string_view text);
 

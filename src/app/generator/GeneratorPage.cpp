@@ -119,6 +119,25 @@ batch::SDialogTab CGeneratorPage::Tab() const
     return tab;
 }
 
+void CGeneratorPage::Restore(const batch::SDialogTab& tab)
+{
+    m_form.ui_IDC_DESTINATION->setText(Shown(tab.destination));
+    m_form.ui_IDC_VENDOR->setText(Shown(tab.vendorLibrary));
+    QRadioButton* duplicates =
+        tab.duplicates == batch::ESheetDuplicate::AddSuffix        ? m_form.ui_IDC_ADD_SUFFIX
+        : tab.duplicates == batch::ESheetDuplicate::ReplaceWithNew ? m_form.ui_IDC_REPLACE
+                                                                   : m_form.ui_IDC_KEEP_FIRST;
+    duplicates->setChecked(true);
+    m_form.ui_IDC_SOURCE->setText(Shown(tab.sourceFile));
+    m_sourcePath = Shown(tab.sourceFile);
+    if (!m_sourcePath.isEmpty()) {
+        m_mappedByUser = true;
+        m_mapping->Restore(tab.mapping);
+        ReadSource(Shown(tab.workSheet), tab.headerRow);
+    }
+    Q_EMIT SourceChanged();
+}
+
 // --- files -----------------------------------------------------------------------------------
 
 void CGeneratorPage::SetSource(const QString& path)
@@ -129,6 +148,7 @@ void CGeneratorPage::SetSource(const QString& path)
     m_sourceError.reset();
     m_mappedByUser = false;
     ReadSource({}, 0);
+    Q_EMIT SourceChanged();
 }
 
 void CGeneratorPage::SetDestination(const QString& path)

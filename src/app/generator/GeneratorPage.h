@@ -24,6 +24,7 @@ class CGeneratorPage : public QWidget
 public:
     CGeneratorPage(ERecordType type, const CDisplayUnits& units, QWidget* parent);
 
+    [[nodiscard]] ERecordType Type() const { return m_type; }
     [[nodiscard]] batch::SDialogTab Tab() const;
     [[nodiscard]] bool HasSource() const { return !m_form.ui_IDC_SOURCE->text().isEmpty(); }
     /// Why the part list can't be read; none when it can, or was not looked at yet.
@@ -31,8 +32,14 @@ public:
     /// The part list is being read, or the preview made.
     [[nodiscard]] bool IsBusy() const { return m_job.IsRunning() || m_due.isActive(); }
 
+    /// The fields as they were when the tab was seen last; the part list is read again.
+    void Restore(const batch::SDialogTab& tab);
     void SetSource(const QString& path);
     void SetDestination(const QString& path);
+
+Q_SIGNALS:
+    /// Another part list, or none.
+    void SourceChanged();
 
 private:
     /// The open part list. A job that was left behind may still read it.

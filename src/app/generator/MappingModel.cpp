@@ -6,6 +6,8 @@
 
 #include <QComboBox>
 
+#include <algorithm>
+
 namespace zov::app {
 namespace {
 
@@ -75,6 +77,21 @@ void CMappingModel::Take(const std::vector<batch::SMappingLine>& lines)
                 row.used = true;
                 TakeUnitOfTitle(row.mapping);
             }
+        }
+    }
+    Changed();
+}
+
+void CMappingModel::Restore(const std::vector<batch::SDialogMapping>& mapping)
+{
+    for (SRow& row : m_rows) {
+        const auto at =
+            std::ranges::find(mapping, row.mapping.field, &batch::SDialogMapping::field);
+        row.used = at != mapping.end();
+        row.mapping.title.clear();
+        row.mapping.constant.clear();
+        if (row.used) {
+            row.mapping = *at;
         }
     }
     Changed();

@@ -36,6 +36,8 @@ public:
     void Recognise();
     /// Maps as a mapping file says; the units stay.
     void Take(const std::vector<batch::SMappingLine>& lines);
+    /// Maps these properties so, and no others.
+    void Restore(const std::vector<batch::SDialogMapping>& mapping);
     /// The mapped rows.
     [[nodiscard]] std::vector<batch::SDialogMapping> Mapping() const;
     /// The mapped rows as a mapping file has them.

@@ -4,6 +4,7 @@
 #include "app/assignment/DiscreteGuess.h"
 #include "app/assignment/DlgAssignModel.h"
 
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QMenuBar>
@@ -199,6 +200,36 @@ TEST_F(CAssignFrameTest, TheFilterFindsAndSteps)
     EXPECT_EQ(Cells(EAssignColumn::Name), QStringLiteral("C1=C1|C2=C2|C3=C3|"));
     Trigger(ID_FOUND_ONLY);
     EXPECT_EQ(frame.View().model()->rowCount(), 6);
+}
+
+TEST_F(CAssignFrameTest, TheLegendShowsWhatTheListShows)
+{
+    OpenProject(Library("board", kModels));
+    OpenDesign(kBoard);
+    const QAbstractItemModel& rows = *frame.View().model();
+    const auto shownBy = [](const QModelIndex& index) {
+        return std::pair(index.data(Qt::ForegroundRole).value<QBrush>().color(),
+                         index.data(Qt::DecorationRole).value<QIcon>().cacheKey());
+    };
+    answers.ThenDialog([&](QDialog& dialog) {
+        const auto* legend = dialog.findChild<QTreeView*>(QStringLiteral("ui_IDC_LEGEND"));
+        const QAbstractItemModel& model = *legend->model();
+        for (int row = 0; row < rows.rowCount(); ++row) {
+            const QModelIndex status = rows.index(row, 6);
+            const QModelIndexList same = model.match(
+                model.index(0, 0, model.index(0, 0)), Qt::DisplayRole,
+                status.data().toString().section(QLatin1Char(','), 0, 0), -1, Qt::MatchStartsWith);
+            EXPECT_TRUE(std::any_of(same.begin(), same.end(), [&](const QModelIndex& index) {
+                return shownBy(index) == shownBy(status);
+            })) << status.data().toString().toStdString();
+        }
+        for (int group = 0; group < model.rowCount(); ++group) {
+            EXPECT_TRUE(legend->isExpanded(model.index(group, 0)));
+            EXPECT_GT(model.rowCount(model.index(group, 0)), 0);
+        }
+    });
+    Trigger(ID_ASSIGN_LEGEND);
+    EXPECT_TRUE(answers.AllUsed());
 }
 
 TEST_F(CAssignFrameTest, TheWhyFollowsTheRow)

@@ -348,6 +348,13 @@ TEST_F(CPromptTest, ModelsAreCreatedForComponents)
     ASSERT_EQ(Project()->Count(), 5U);
     EXPECT_EQ(Project()->At(4).GetDouble(EPropId::Cnom), 4.7e-6);
     EXPECT_EQ(Cells(), QStringLiteral("A=A|B=|C=|"));
+    session.Edits().SetActive(Project());
+    session.Edits().Undo();
+    Settle();
+    EXPECT_EQ(Cells(), QStringLiteral("A=|B=|C=|"));
+    session.Edits().Redo();
+    Settle();
+    EXPECT_EQ(Cells(), QStringLiteral("A=A|B=|C=|")) << "the row has it again";
     session.RemoveNode(session.Tree().Find(*Project()));
     Settle();
     drive([](CDlgCreateModel& dialog) {

@@ -357,6 +357,56 @@ TEST_F(CGeneratorTest, MappingFilesGoOutAndIn)
         QStringLiteral("Column map file format is wrong,can not start with ','")));
 }
 
+TEST_F(CGeneratorTest, ItOpensAsItWasLeft)
+{
+    SetSource(kResistors);
+    SetDestination("made.zov");
+    Map("Resistance", "kOhm", CMappingModel::kUnit);
+    Map("Mfg.Part No.", "=same for all");
+    Map("Manufacturer", "");
+    Child<QRadioButton>("ui_IDC_REPLACE").setChecked(true);
+    dialog.Page(Capacitor).SetDestination(QStringLiteral("caps.zov"));
+    Child<QLineEdit>("ui_IDC_VENDOR", Capacitor).setText(QStringLiteral("vendors"));
+    dialog.ShowPage(Resistor);
+    EXPECT_EQ(Child<QLabel>("ui_IDC_STATE").text(), QStringLiteral("To be generated: Resistor"));
+    dialog.reject();
+
+    const auto field = [](CGeneratorPage& page, const char* name) {
+        return page.findChild<QLineEdit*>(QLatin1String(name))->text();
+    };
+    CDlgZovGenMain again(&session, &window);
+    CGeneratorPage& page = again.Page(Resistor);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !page.IsBusy(); }));
+    const batch::SDialogTab was = dialog.Page(Resistor).Tab();
+    const batch::SDialogTab is = page.Tab();
+    EXPECT_EQ(is.sourceFile, was.sourceFile);
+    EXPECT_EQ(is.workSheet, was.workSheet);
+    EXPECT_EQ(is.headerRow, was.headerRow);
+    EXPECT_EQ(is.destination, was.destination);
+    EXPECT_EQ(is.duplicates, batch::ESheetDuplicate::ReplaceWithNew);
+    ASSERT_EQ(is.mapping.size(), was.mapping.size());
+    for (std::size_t i = 0; i < is.mapping.size(); ++i) {
+        EXPECT_EQ(is.mapping[i].field, was.mapping[i].field);
+        EXPECT_EQ(is.mapping[i].title, was.mapping[i].title);
+        EXPECT_EQ(is.mapping[i].unit, was.mapping[i].unit);
+        EXPECT_EQ(is.mapping[i].constant, was.mapping[i].constant);
+    }
+    EXPECT_EQ(
+        page.findChild<QAbstractItemView*>(QStringLiteral("ui_IDC_PREVIEW"))->model()->rowCount(),
+        4);
+    EXPECT_EQ(field(again.Page(Capacitor), "ui_IDC_VENDOR"), QStringLiteral("vendors"));
+    EXPECT_EQ(field(again.Page(Capacitor), "ui_IDC_DESTINATION"), QStringLiteral("caps.zov"));
+    EXPECT_FALSE(again.Page(Inductor).HasSource());
+    EXPECT_EQ(again.findChild<QTabWidget*>()->currentWidget(), &page);
+
+    // The part list is gone, or has other sheets: it is told, and the fields stay.
+    std::filesystem::remove(folder.Path() / "Resistor.csv");
+    CDlgZovGenMain late(&session, &window);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !late.Page(Resistor).IsBusy(); }));
+    EXPECT_TRUE(late.Page(Resistor).SourceError());
+    EXPECT_EQ(late.Page(Resistor).Tab().mapping.size(), was.mapping.size());
+}
+
 TEST_F(CGeneratorTest, VendorListsArePutTogether)
 {
     answers.ThenDialog([&](QDialog& shown) {
