@@ -5,6 +5,7 @@
 #include "app/assignment/DlgFindModel.h"
 #include "app/curves/CalcDlg.h"
 #include "app/curves/GeneralCurveFrm.h"
+#include "app/curves/TouchstoneDlg.h"
 #include "app/editor/EditorDlg.h"
 #include "app/generator/DlgZovGenMain.h"
 #include "app/generator/GeneratorPage.h"
@@ -13,9 +14,12 @@
 #include "app/ibis/IbisLoaderDlg.h"
 #include "app/manager/CommandIds.h"
 #include "app/manager/HelpWindow.h"
+#include "base/File.h"
+#include "network/TouchstoneReader.h"
 #include "ui/Prompt.h"
 #include "ui/UiDialog.h"
 
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QLineEdit>
 #include <QPushButton>
@@ -131,11 +135,19 @@ void Wait(F isDone)
 
 const QString kExampleFile = QStringLiteral("memory.ibs");
 
-TWindow Curves(CStage& stage)
+using TCurveFrame = std::unique_ptr<app::CUiGeneralCurveFrm>;
+
+TCurveFrame CurveFrame(CStage& stage, const QStringList& files = {})
 {
     auto frame = std::make_unique<app::CUiGeneralCurveFrm>(stage.Frame().Session().Log());
-    frame->OpenFiles({QStringLiteral("decaps.cur")});
+    frame->OpenFiles(files);
     Wait([&] { return !frame->Job().IsRunning(); });
+    return frame;
+}
+
+TWindow Curves(CStage& stage)
+{
+    TCurveFrame frame = CurveFrame(stage, {QStringLiteral("decaps.cur")});
     app::CCurvePage& page = frame->Page();
     page.Plot().SetLogX(true);
     page.Plot().SetLogY(true);
@@ -145,11 +157,60 @@ TWindow Curves(CStage& stage)
     return frame;
 }
 
+TWindow NoCurves(CStage& stage)
+{
+    return CurveFrame(stage);
+}
+
+/// The elements of a two-port's file, taken as the dialog proposes them.
+TCurveFrame SParameters(CStage& stage)
+{
+    ui::CScriptedAnswers answers;
+    answers.ThenDialog([](QDialog& dialog) { dialog.accept(); });
+    TCurveFrame frame = CurveFrame(stage, {Example("models/KPL2520-2R2.s2p")});
+    frame->Page().Plot().SetLogX(true);
+    return frame;
+}
+
+TWindow Decibel(CStage& stage)
+{
+    TCurveFrame frame = SParameters(stage);
+    frame->Page().SetView(app::ECurveView::Db);
+    frame->Page().Markers().Add({frame->Page().Set().Curves()[2], 60});
+    return frame;
+}
+
 TWindow Smith(CStage& stage)
 {
-    TWindow window = Curves(stage);
-    static_cast<app::CUiGeneralCurveFrm&>(*window).Page().SetView(app::ECurveView::Smith);
-    return window;
+    TCurveFrame frame = SParameters(stage);
+    frame->Page().SetView(app::ECurveView::Smith);
+    frame->Page().Markers().Add({frame->Page().Set().Curves()[0], 60});
+    return frame;
+}
+
+TWindow Impedances(CStage& stage)
+{
+    TCurveFrame frame = CurveFrame(stage);
+    std::vector<app::SImpedanceOf> records;
+    for (const CZovRcdProps* record : stage.Frame().Session().ProjectLibrary()->Records()) {
+        if (records.size() < 5 && record->GetDiscreteModel()) {
+            records.push_back({record, {}});
+        }
+    }
+    frame->ShowImpedances(records);
+    Wait([&] { return !frame->Job().IsRunning(); });
+    return frame;
+}
+
+TWindow Touchstone(CStage& stage)
+{
+    CNullDiag quiet;
+    static const auto matrices =
+        network::ReadTouchstone(TextPath(Example("models/KPL2520-2R2.s2p").toStdString()), quiet);
+    auto dialog = std::make_unique<app::CTouchstoneDlg>(
+        &stage.Frame(), QStringLiteral("KPL2520-2R2.s2p"), *matrices);
+    dialog->findChild<QComboBox*>(QStringLiteral("ui_IDC_MODES"))->setCurrentIndex(2);
+    return dialog;
 }
 
 TWindow Calculator(CStage& stage)
@@ -227,7 +288,11 @@ const SShot kShots[] = {
     {"editor-dialog", EditorDialog},
     {"editor", Editor},
     {"curves", Curves},
+    {"curves-empty", NoCurves},
+    {"curves-db", Decibel},
     {"curves-smith", Smith},
+    {"curves-impedance", Impedances},
+    {"touchstone", Touchstone},
     {"calculator", Calculator},
     {"ibis-editor", IbisEditor},
     {"ibis-loader", IbisLoader},

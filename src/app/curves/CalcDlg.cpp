@@ -204,10 +204,10 @@ QString CCalcDlg::Expression() const
 void CCalcDlg::Compute()
 {
     m_due.stop();
+    m_job.Abandon(); // it holds what it needs
     m_result = nullptr;
     m_form.ui_IDC_BUTTONS->button(QDialogButtonBox::Ok)->setEnabled(false);
     if (Expression().trimmed().isEmpty()) {
-        m_job.Cancel();
         ShowMark(-1, tr("Write an expression, for example db($1) - db($2). A double click on a "
                         "curve inserts it."));
         return;

@@ -6,6 +6,9 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+#include <vector>
+
 namespace zov::app {
 namespace {
 
@@ -35,13 +38,22 @@ STitle TitleOf(std::string_view token)
             QString::fromUtf8(unit.data(), static_cast<int>(unit.size()))};
 }
 
-void TakeX(const curve::CCurveSet& set, const std::vector<SShownCurve>& entries, SPlotAxes& axes)
+/// Of the values of a curve that is not complex; empty when its points have no titles.
+STitle RealTitleOf(const curve::CCurve& curve)
+{
+    std::string_view titles = curve.Header().columnTitles;
+    static_cast<void>(curve::NextToken(titles));
+    return TitleOf(curve::NextToken(titles));
+}
+
+void TakeX(const curve::CCurveSet& set, const std::vector<const SShownCurve*>& seen,
+           SPlotAxes& axes)
 {
     const bool byFrequency = HasComplexValues(set.kind) || set.kind == EKind::Vswr;
     axes.xName = byFrequency ? Tr("Frequency") : Tr("x");
     axes.xUnit = byFrequency ? QStringLiteral("Hz") : QString();
-    if (!entries.empty()) {
-        std::string_view titles = entries.front().curve->Header().columnTitles;
+    if (!seen.empty()) {
+        std::string_view titles = seen.front()->curve->Header().columnTitles;
         const STitle title = TitleOf(curve::NextToken(titles));
         if (!title.name.isEmpty() && !title.unit.isEmpty()) {
             axes.xName =
@@ -106,25 +118,47 @@ EUnitClass UnitOf(const curve::CCurve& curve, EUnitClass ofSet)
                                            : ofSet;
 }
 
+QString ValueUnit(const SShownCurve& entry, EKind kind, ECurveView view)
+{
+    const bool isComplex = !entry.curve->Points().Column(2).empty();
+    if (isComplex && view == ECurveView::Phase) {
+        return QStringLiteral("\u00b0");
+    }
+    if (!isComplex && entry.unit == EUnitClass::None) {
+        if (const STitle title = RealTitleOf(*entry.curve); !title.name.isEmpty()) {
+            return title.unit;
+        }
+    }
+    const QString unit = UnitText(entry.unit, isComplex ? EKind::FrequencyDomain : kind);
+    return isComplex && view == ECurveView::Db ? QStringLiteral("dB") + unit : unit;
+}
+
 SPlotAxes AxesOf(const curve::CCurveSet& set, const std::vector<SShownCurve>& entries,
                  ECurveView view)
 {
-    SPlotAxes axes;
-    TakeX(set, entries, axes);
-    bool anyComplex = false;
-    bool sameUnit = true;
+    const bool anyShown = std::ranges::any_of(entries, &SShownCurve::shown);
+    std::vector<const SShownCurve*> seen;
     for (const SShownCurve& entry : entries) {
-        anyComplex = anyComplex || !entry.curve->Points().Column(2).empty();
-        sameUnit = sameUnit && entry.unit == entries.front().unit;
+        if (entry.shown || !anyShown) {
+            seen.push_back(&entry);
+        }
     }
-    const EUnitClass unit = entries.empty() ? set.unitClass : entries.front().unit;
-    axes.yName = anyComplex || entries.empty() ? QuantityOf(view) : QuantityOf(set.kind);
-    axes.yUnit = sameUnit ? UnitText(unit, set.kind) : QString();
-    if (anyComplex && view == ECurveView::Phase) {
-        axes.yUnit = QStringLiteral("\u00b0");
-    } else if (anyComplex && view == ECurveView::Db) {
-        axes.yUnit = QStringLiteral("dB") + axes.yUnit;
+    SPlotAxes axes;
+    TakeX(set, seen, axes);
+    if (seen.empty()) {
+        axes.yName = QuantityOf(view);
+        return axes;
     }
+    axes.yUnit = ValueUnit(*seen.front(), set.kind, view);
+    bool anyComplex = false;
+    for (const SShownCurve* entry : seen) {
+        anyComplex = anyComplex || !entry->curve->Points().Column(2).empty();
+        if (ValueUnit(*entry, set.kind, view) != axes.yUnit) {
+            axes.yUnit.clear();
+        }
+    }
+    const QString title = RealTitleOf(*seen.front()->curve).name;
+    axes.yName = anyComplex ? QuantityOf(view) : title.isEmpty() ? QuantityOf(set.kind) : title;
     return axes;
 }
 

@@ -111,13 +111,20 @@ CResult<void> ExportPlot(QwtPlot& plot, const std::filesystem::path& path)
     return WriteFileAtomic(path, {out.data().constData(), static_cast<std::size_t>(out.size())});
 }
 
-void PrintPlot(QwtPlot& plot, QPrinter& printer)
+CResult<void> PrintPlot(QwtPlot& plot, QPrinter& printer)
 {
     const CPaperColors paper(plot);
-    QPainter painter(&printer);
+    QPainter painter;
+    if (!painter.begin(&printer)) {
+        const QString target = printer.outputFileName();
+        return Fail(EErr::Io,
+                    "cannot print to '" +
+                        (target.isEmpty() ? printer.printerName() : target).toStdString() + "'");
+    }
     QSizeF size = plot.size();
     size.scale(printer.pageRect(QPrinter::DevicePixel).size(), Qt::KeepAspectRatio);
     QwtPlotRenderer().render(&plot, &painter, QRectF({}, size));
+    return {};
 }
 
 } // namespace zov::app

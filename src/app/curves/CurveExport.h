@@ -23,6 +23,7 @@ namespace zov::app {
 CResult<void> ExportPlot(QwtPlot& plot, const std::filesystem::path& path);
 
 /// On one page, as large as the page allows.
-void PrintPlot(QwtPlot& plot, QPrinter& printer);
+/// Errors: Io when the printer takes nothing, for example a file that can't be written.
+CResult<void> PrintPlot(QwtPlot& plot, QPrinter& printer);
 
 } // namespace zov::app

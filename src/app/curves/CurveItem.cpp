@@ -11,12 +11,13 @@ namespace zov::app {
 namespace {
 
 constexpr double kIconWidth = 24.0;
+/// A point without neighbours would not be seen as a line's width.
+constexpr double kDotRadius = 2.5;
 
 } // namespace
 
-CCurveItem::CCurveItem(curve::TCurvePtr curve, ECurveView view, curve::EUnitClass unit)
-    : m_curve(std::move(curve))
-    , m_values(m_curve, view, unit)
+CCurveItem::CCurveItem(std::shared_ptr<const CCurveValues> values)
+    : m_values(std::move(values))
 {
     setZ(20);
     setItemAttribute(Legend, true);
@@ -26,14 +27,16 @@ CCurveItem::CCurveItem(curve::TCurvePtr curve, ECurveView view, curve::EUnitClas
 
 void CCurveItem::SetPen(const QPen& pen)
 {
-    m_pen = pen;
-    legendChanged();
+    if (pen != m_pen) {
+        m_pen = pen;
+        legendChanged();
+    }
 }
 
 QRectF CCurveItem::boundingRect() const
 {
-    const SValueRange x = m_values.XRange();
-    const SValueRange y = m_values.YRange();
+    const SValueRange x = m_values->XRange();
+    const SValueRange y = m_values->YRange();
     return {x.low, y.low, x.high - x.low, y.high - y.low};
 }
 
@@ -42,9 +45,14 @@ void CCurveItem::draw(QPainter* painter, const QwtScaleMap& xMap, const QwtScale
 {
     painter->save();
     painter->setPen(m_pen);
-    for (const QPolygonF& piece : OutlineOf(m_values, xMap, yMap, canvasRect)) {
-        if (piece.size() == 1) {
-            QwtPainter::drawPoint(painter, piece.first());
+    painter->setBrush(Qt::NoBrush);
+    for (const QPolygonF& piece : OutlineOf(*m_values, xMap, yMap, canvasRect)) {
+        const QSizeF size = piece.boundingRect().size();
+        if (size.width() < 1.0 && size.height() < 1.0) {
+            painter->setBrush(m_pen.color());
+            QwtPainter::drawEllipse(painter, QRectF(piece.first().x() - kDotRadius,
+                                                    piece.first().y() - kDotRadius, 2 * kDotRadius,
+                                                    2 * kDotRadius));
         } else {
             QwtPainter::drawPolyline(painter, piece);
         }

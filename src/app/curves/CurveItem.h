@@ -7,6 +7,8 @@
 #include <QPen>
 #include <qwt_plot_item.h>
 
+#include <memory>
+
 namespace zov::app {
 
 // The plot library's own curve can't be compiled as C++20 (a template-id names its destructor), and
@@ -14,10 +16,10 @@ namespace zov::app {
 class CCurveItem final : public QwtPlotItem
 {
 public:
-    CCurveItem(curve::TCurvePtr curve, ECurveView view, curve::EUnitClass unit);
+    explicit CCurveItem(std::shared_ptr<const CCurveValues> values);
 
-    [[nodiscard]] const CCurveValues& Values() const { return m_values; }
-    [[nodiscard]] const curve::TCurvePtr& Curve() const { return m_curve; }
+    [[nodiscard]] const CCurveValues& Values() const { return *m_values; }
+    [[nodiscard]] const curve::TCurvePtr& Curve() const { return m_values->Curve(); }
     void SetPen(const QPen& pen);
     [[nodiscard]] const QPen& Pen() const { return m_pen; }
 
@@ -27,8 +29,7 @@ public:
     [[nodiscard]] QwtGraphic legendIcon(int index, const QSizeF& size) const override;
 
 private:
-    curve::TCurvePtr m_curve;
-    CCurveValues m_values;
+    std::shared_ptr<const CCurveValues> m_values;
     QPen m_pen;
 };
 

@@ -42,14 +42,19 @@ CCurveListModel::CCurveListModel(QObject* parent)
     connect(this, &QAbstractItemModel::dataChanged, this, &CCurveListModel::Changed);
 }
 
-void CCurveListModel::Add(SShownCurve entry)
+void CCurveListModel::AddAll(std::vector<SShownCurve> entries)
 {
-    if (!entry.color.isValid()) {
-        entry.color = CurveColor(m_nextColor++);
+    if (entries.empty()) {
+        return;
     }
     const int row = static_cast<int>(m_entries.size());
-    beginInsertRows({}, row, row);
-    m_entries.push_back(std::move(entry));
+    beginInsertRows({}, row, row + static_cast<int>(entries.size()) - 1);
+    for (SShownCurve& entry : entries) {
+        if (!entry.color.isValid()) {
+            entry.color = CurveColor(m_nextColor++);
+        }
+        m_entries.push_back(std::move(entry));
+    }
     endInsertRows();
 }
 

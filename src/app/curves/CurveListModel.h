@@ -45,7 +45,8 @@ public:
     explicit CCurveListModel(QObject* parent = nullptr);
 
     /// The colour of an entry that has none is the next that no other has.
-    void Add(SShownCurve entry);
+    void Add(SShownCurve entry) { AddAll({std::move(entry)}); }
+    void AddAll(std::vector<SShownCurve> entries);
     void Remove(int row);
     void SetShown(int row, bool shown);
     void SetColor(int row, const QColor& color);

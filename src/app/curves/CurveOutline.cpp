@@ -12,8 +12,34 @@ namespace {
 
 /// Points per column of pixels up to which each is drawn.
 constexpr std::size_t kPlainPoints = 4;
-/// Painters lose precision far outside.
-constexpr double kMarginPixels = 4000.0;
+/// Painters lose precision far outside, and dashes of what is not seen cost time.
+constexpr double kMarginPixels = 100.0;
+
+/// The part of a line within an area; false when there is none.
+bool Clip(const QRectF& area, QPointF& from, QPointF& to)
+{
+    const QPointF start = from;
+    const QPointF way = to - from;
+    double begin = 0.0;
+    double end = 1.0;
+    const double sides[][2] = {{-way.x(), start.x() - area.left()},
+                               {way.x(), area.right() - start.x()},
+                               {-way.y(), start.y() - area.top()},
+                               {way.y(), area.bottom() - start.y()}};
+    for (const auto& [speed, room] : sides) {
+        if (speed == 0.0 && room < 0.0) {
+            return false;
+        }
+        if (speed < 0.0) {
+            begin = std::max(begin, room / speed);
+        } else if (speed > 0.0) {
+            end = std::min(end, room / speed);
+        }
+    }
+    from = start + way * begin;
+    to = end < 1.0 ? start + way * end : to;
+    return begin <= end;
+}
 
 class COutline
 {
@@ -23,6 +49,7 @@ public:
         : m_values(values)
         , m_xMap(xMap)
         , m_yMap(yMap)
+        , m_drawn(area)
         , m_area(area.adjusted(-kMarginPixels, -kMarginPixels, kMarginPixels, kMarginPixels))
         , m_xLog(dynamic_cast<const QwtLogTransform*>(xMap.transformation()) != nullptr)
         , m_yLog(dynamic_cast<const QwtLogTransform*>(yMap.transformation()) != nullptr)
@@ -36,7 +63,7 @@ public:
         if (m_values.IsRising()) {
             MakeRising();
         } else {
-            MakeByPixel();
+            MakeByBlocks();
         }
         Break();
         return std::move(m_pieces);
@@ -45,19 +72,49 @@ public:
 private:
     void Put(double px, double value)
     {
-        if (!std::isfinite(value) || !std::isfinite(px) || (m_yLog && value <= 0.0)) {
+        const double py = m_yMap.transform(value);
+        if (!std::isfinite(value) || !std::isfinite(px) || !std::isfinite(py) ||
+            (m_yLog && value <= 0.0)) {
             Break();
             return;
         }
-        m_piece.append({std::clamp(px, m_area.left(), m_area.right()),
-                        std::clamp(m_yMap.transform(value), m_area.top(), m_area.bottom())});
+        const QPointF at(px, py);
+        m_leaves = m_leaves || !m_area.contains(at);
+        m_piece.append(at);
     }
     void Break()
     {
-        if (!m_piece.isEmpty()) {
+        if (m_leaves) {
+            KeepInside();
+        } else if (!m_piece.isEmpty()) {
             m_pieces.push_back(std::move(m_piece));
         }
         m_piece = {};
+        m_leaves = false;
+    }
+    /// Ends lines shortly behind the edges where they lead out, without a change of their
+    /// direction.
+    void KeepInside()
+    {
+        QPolygonF inside;
+        for (int i = 1; i < m_piece.size(); ++i) {
+            QPointF from = m_piece[i - 1];
+            QPointF to = m_piece[i];
+            if (!Clip(m_area, from, to)) {
+                continue;
+            }
+            if (inside.isEmpty() || inside.last() != from) {
+                if (!inside.isEmpty()) {
+                    m_pieces.push_back(std::move(inside));
+                }
+                inside = {};
+                inside.append(from);
+            }
+            inside.append(to);
+        }
+        if (!inside.isEmpty()) {
+            m_pieces.push_back(std::move(inside));
+        }
     }
     void PutPoint(std::size_t i)
     {
@@ -113,16 +170,64 @@ private:
         PutPoint(end - 1);
     }
 
-    /// In any order of x: neighbours in the same pixel are one.
-    void MakeByPixel()
+    /// In any order of x: each point where few of the blocks are seen, else the outermost of each.
+    void MakeByBlocks()
+    {
+        const SValueRange x = Seen(m_xMap, m_drawn.left(), m_drawn.right());
+        const SValueRange y = Seen(m_yMap, m_drawn.top(), m_drawn.bottom());
+        const auto isSeen = [&](std::size_t block) {
+            return Meet(m_values.BlockX(block), x) && Meet(m_values.BlockY(block), y);
+        };
+        std::size_t seen = 0;
+        for (std::size_t block = 0; block < m_values.Blocks(); ++block) {
+            seen += isSeen(block) ? 1 : 0;
+        }
+        const bool each = seen * CCurveValues::kBlock <= kPlainPoints * m_columns;
+        for (std::size_t block = 0; block < m_values.Blocks(); ++block) {
+            PutBlock(block, isSeen(block), each);
+        }
+    }
+
+    static SValueRange Seen(const QwtScaleMap& map, double p1, double p2)
+    {
+        const auto [low, high] = std::minmax({map.invTransform(p1), map.invTransform(p2)});
+        return {low, high};
+    }
+    static bool Meet(const SValueRange& one, const SValueRange& other)
+    {
+        return !one.Empty() && one.low <= other.high && other.low <= one.high;
+    }
+
+    void PutBlock(std::size_t block, bool isSeen, bool each)
+    {
+        const std::size_t begin = block * CCurveValues::kBlock;
+        const std::size_t last = std::min(begin + CCurveValues::kBlock, m_values.Count()) - 1;
+        auto extremes = m_values.BlockExtremes(block);
+        if (isSeen && (each || !extremes)) {
+            PutByPixel(begin, last + 1);
+            return;
+        }
+        // Nothing of it is seen but the lines to its neighbours.
+        PutPoint(begin);
+        if (isSeen && extremes) {
+            std::ranges::sort(*extremes);
+            for (const std::uint8_t offset : *extremes) {
+                PutPoint(begin + offset);
+            }
+        }
+        PutPoint(last);
+    }
+
+    /// Neighbours in the same pixel are one.
+    void PutByPixel(std::size_t begin, std::size_t end)
     {
         double lastX = std::nan("");
         double lastY = std::nan("");
-        for (std::size_t i = 0; i < m_values.Count(); ++i) {
+        for (std::size_t i = begin; i < end; ++i) {
             const SDrawnPoint at = m_values.At(i);
             const double px = std::floor(m_xMap.transform(at.x));
             const double py = std::floor(m_yMap.transform(at.y));
-            if (px != lastX || py != lastY || i + 1 == m_values.Count()) {
+            if (px != lastX || py != lastY || i + 1 == end) {
                 PutPoint(i);
                 lastX = px;
                 lastY = py;
@@ -133,12 +238,14 @@ private:
     const CCurveValues& m_values;
     const QwtScaleMap& m_xMap;
     const QwtScaleMap& m_yMap;
-    QRectF m_area;
+    QRectF m_drawn;
+    QRectF m_area; ///< with a margin
     bool m_xLog;
     bool m_yLog;
     double m_left;
     std::size_t m_columns;
     QPolygonF m_piece;
+    bool m_leaves = false; ///< the piece has points outside the area
     std::vector<QPolygonF> m_pieces;
 };
 

@@ -34,19 +34,26 @@ void CCurvePage::Take(const std::filesystem::path& path, const curve::SCurveFile
                       curve::CCurveJournal& journal)
 {
     AddCurveFile(path, file, m_set, journal);
+    std::vector<SShownCurve> entries;
     for (const curve::TCurvePtr& curve : file.curves) {
-        m_curves.Add({curve,
-                      UnitOf(*curve, m_set.unitClass),
-                      {},
-                      true,
-                      QString::fromStdString(PathText(path))});
+        entries.push_back({curve,
+                           UnitOf(*curve, m_set.unitClass),
+                           {},
+                           true,
+                           QString::fromStdString(PathText(path))});
     }
+    m_curves.AddAll(std::move(entries));
 }
 
-void CCurvePage::Add(const curve::TCurvePtr& curve, curve::EUnitClass unit, const QString& source)
+void CCurvePage::Add(const std::vector<curve::TCurvePtr>& curves, curve::EUnitClass unit,
+                     const QString& source)
 {
-    m_set.Add(curve);
-    m_curves.Add({curve, unit, {}, true, source});
+    std::vector<SShownCurve> entries;
+    for (const curve::TCurvePtr& curve : curves) {
+        m_set.Add(curve);
+        entries.push_back({curve, unit, {}, true, source});
+    }
+    m_curves.AddAll(std::move(entries));
 }
 
 void CCurvePage::Remove(int row)
@@ -70,8 +77,16 @@ void CCurvePage::SetView(ECurveView view)
 
 void CCurvePage::ShowAxes()
 {
-    m_plot->SetAxes(AxesOf(m_set, m_curves.Entries(), m_plot->View()));
+    m_plot->SetAxes(AxesOf(m_set, m_curves.Entries(), m_plot->View()),
+                    [this](const curve::CCurve& curve) { return UnitOfShown(curve); });
     m_plot->replot();
+}
+
+QString CCurvePage::UnitOfShown(const curve::CCurve& curve) const
+{
+    const auto at = std::ranges::find_if(
+        m_curves.Entries(), [&](const SShownCurve& entry) { return entry.curve.get() == &curve; });
+    return at == m_curves.Entries().end() ? QString() : ValueUnit(*at, m_set.kind, m_plot->View());
 }
 
 } // namespace zov::app

@@ -29,13 +29,15 @@ public:
     /// The curves of a file that was read for this set.
     void Take(const std::filesystem::path& path, const curve::SCurveFile& file,
               curve::CCurveJournal& journal);
-    void Add(const curve::TCurvePtr& curve, curve::EUnitClass unit, const QString& source);
+    void Add(const std::vector<curve::TCurvePtr>& curves, curve::EUnitClass unit,
+             const QString& source);
     /// The file that it came from may be loaded again once none of its curves is left.
     void Remove(int row);
     void SetView(ECurveView view);
 
 private:
     void ShowAxes();
+    [[nodiscard]] QString UnitOfShown(const curve::CCurve& curve) const;
 
     curve::CCurveSet m_set;
     CCurveListModel m_curves;

@@ -6,7 +6,9 @@
 #include "app/curves/PlotNavigator.h"
 #include "app/curves/SmithGrid.h"
 
+#include <QCoreApplication>
 #include <QEvent>
+#include <QEventLoop>
 #include <qwt_plot_canvas.h>
 #include <qwt_plot_grid.h>
 #include <qwt_plot_legenditem.h>
@@ -29,6 +31,8 @@ constexpr double kMarkerPixels = 9.0;
 constexpr double kLeastRange = 1e-12;
 constexpr int kMaxSteps = 10;
 constexpr int kMinorSteps = 5;
+/// Points that are looked through at once; more would be felt.
+constexpr std::size_t kPointsAtOnce = 50000;
 
 QwtScaleEngine* EngineFor(bool logarithmic)
 {
@@ -39,6 +43,22 @@ QwtScaleEngine* EngineFor(bool logarithmic)
 QwtText AxisTitle(const QString& name, const QString& unit)
 {
     return unit.isEmpty() ? name : QStringLiteral("%1 [%2]").arg(name, unit);
+}
+
+/// Beyond, differences of ends are no numbers any more.
+constexpr double kMost = 1e150;
+
+/// Within what axes can show; a range of nothing but rounding is one value.
+SValueRange Showable(SValueRange range)
+{
+    range = {std::clamp(range.low, -kMost, kMost), std::clamp(range.high, -kMost, kMost)};
+    const double width = range.high - range.low;
+    if (width <= kLeastRange * std::max(std::abs(range.low), std::abs(range.high)) ||
+        width < 1.0 / kMost) {
+        const double value = std::abs(range.low) < 1.0 / kMost ? 0.0 : range.low;
+        return {value, value};
+    }
+    return range;
 }
 
 /// Ends of an axis on round numbers around a range.
@@ -84,6 +104,9 @@ CCurvePlot::CCurvePlot(CCurveListModel& curves, CMarkerModel& markers, QWidget* 
         setAxisMaxMajor(axis, kMaxSteps);
         setAxisMaxMinor(axis, kMinorSteps);
     }
+    m_prepare.setSingleShot(true);
+    m_prepare.setInterval(0);
+    connect(&m_prepare, &QTimer::timeout, this, &CCurvePlot::PrepareNext);
     connect(&m_curves, &CCurveListModel::Changed, this, &CCurvePlot::Rebuild);
     connect(&m_markers, &CMarkerModel::Changed, this, &CCurvePlot::ShowMarkers);
     ShowColors();
@@ -110,21 +133,29 @@ void CCurvePlot::SetView(ECurveView view)
         return;
     }
     const bool sameX = view != ECurveView::Smith && m_view != ECurveView::Smith;
-    const SPlotWindow before = m_window;
-    const bool wasFitted = m_fitted;
+    if (!sameX) {
+        m_keptX.reset();
+    } else if (!m_fitted) { // the stretch of x that was looked at stays
+        m_keptX = {m_window.xLow, m_window.xHigh};
+    }
     m_view = view;
     m_fitted = true;
     m_back.clear();
     m_forward.clear();
+    m_job.Abandon();
+    m_preparing = nullptr;
     ApplyScales();
     Rebuild();
-    if (sameX && !wasFitted) { // the stretch of x that was looked at stays
-        SPlotWindow window = m_window;
-        window.xLow = before.xLow;
-        window.xHigh = before.xHigh;
+    Q_EMIT StateChanged();
+}
+
+void CCurvePlot::KeepX()
+{
+    if (m_keptX && !IsPreparing()) {
+        const SPlotWindow window = {m_keptX->first, m_keptX->second, m_window.yLow, m_window.yHigh};
+        m_keptX.reset();
         ZoomTo(window);
     }
-    Q_EMIT StateChanged();
 }
 
 void CCurvePlot::SetLogX(bool on)
@@ -160,9 +191,11 @@ void CCurvePlot::ShowGrid()
     m_grid->setVisible(hasAxes && m_gridWanted);
 }
 
-void CCurvePlot::SetAxes(const SPlotAxes& axes)
+void CCurvePlot::SetAxes(const SPlotAxes& axes, std::function<QString(const curve::CCurve&)> unitOf)
 {
     m_axes = axes;
+    m_unitOf =
+        unitOf ? std::move(unitOf) : [unit = axes.yUnit](const curve::CCurve&) { return unit; };
     ShowAxes();
 }
 
@@ -170,7 +203,7 @@ void CCurvePlot::ShowAxes()
 {
     setAxisTitle(xBottom, AxisTitle(m_axes.xName, m_axes.xUnit));
     setAxisTitle(yLeft, AxisTitle(m_axes.yName, m_axes.yUnit));
-    m_markers.SetView(m_view, m_axes.xUnit, m_axes.yUnit);
+    m_markers.SetView(m_view, m_axes.xUnit, m_unitOf);
 }
 
 void CCurvePlot::SetGrid(bool on)
@@ -229,21 +262,46 @@ void CCurvePlot::changeEvent(QEvent* event)
 
 void CCurvePlot::Rebuild()
 {
-    // A curve that only looks different keeps its item, whose summary is worth keeping.
+    ForgetOldValues();
+    MakeItems();
+    ShowGrid();
+    m_hint->setVisible(m_items.empty());
+    QwtText hint(IsPreparing() ? tr("The curves come in a moment.") : m_hintText);
+    hint.setColor(palette().color(QPalette::Disabled, QPalette::Text));
+    hint.setRenderFlags(Qt::AlignCenter | Qt::TextWordWrap);
+    m_hint->setText(hint);
+    if (m_fitted) {
+        m_window = FitWindow();
+    }
+    ApplyWindow();
+    KeepX();
+    PlaceLegend();
+    ShowMarkers();
+}
+
+void CCurvePlot::MakeItems()
+{
+    // A curve that only looks different keeps its item.
     std::vector<CCurveItem*> items;
+    std::size_t room = kPointsAtOnce;
+    m_wanted.clear();
     for (const SShownCurve& entry : m_curves.Entries()) {
         if (!entry.shown) {
             continue;
         }
+        TValues values = ValuesOf(entry, room);
+        if (!values) {
+            m_wanted.push_back(entry);
+            continue;
+        }
         const auto old = std::ranges::find_if(m_items, [&](const CCurveItem* item) {
-            return item != nullptr && item->Curve() == entry.curve &&
-                   item->Values().View() == m_view;
+            return item != nullptr && &item->Values() == values.get();
         });
         CCurveItem* item = nullptr;
         if (old != m_items.end()) {
             item = std::exchange(*old, nullptr);
         } else {
-            item = new CCurveItem(entry.curve, m_view, entry.unit);
+            item = new CCurveItem(std::move(values));
             item->attach(this);
         }
         item->SetPen(m_curves.PenOf(entry));
@@ -255,18 +313,71 @@ void CCurvePlot::Rebuild()
         delete gone;
     }
     m_items = std::move(items);
-    ShowGrid();
-    m_hint->setVisible(m_items.empty());
-    QwtText hint(m_hintText);
-    hint.setColor(palette().color(QPalette::Disabled, QPalette::Text));
-    hint.setRenderFlags(Qt::AlignCenter | Qt::TextWordWrap);
-    m_hint->setText(hint);
-    if (m_fitted) {
-        m_window = FitWindow();
+    if (IsPreparing()) {
+        m_prepare.start();
     }
-    ApplyWindow();
-    PlaceLegend();
-    ShowMarkers();
+}
+
+void CCurvePlot::ForgetOldValues()
+{
+    std::erase_if(m_values, [this](const TValues& values) {
+        return std::ranges::none_of(m_curves.Entries(), [&](const SShownCurve& entry) {
+            return entry.curve == values->Curve();
+        });
+    });
+}
+
+CCurvePlot::TValues CCurvePlot::ValuesOf(const SShownCurve& entry, std::size_t& room)
+{
+    const auto made = std::ranges::find_if(m_values, [&](const TValues& values) {
+        return values->Curve() == entry.curve && values->View() == m_view &&
+               values->Unit() == entry.unit;
+    });
+    if (made != m_values.end()) {
+        return *made;
+    }
+    const std::size_t count = entry.curve->Points().Count();
+    if (count > room) {
+        return nullptr;
+    }
+    room -= count;
+    m_values.push_back(std::make_shared<CCurveValues>(entry.curve, m_view, entry.unit));
+    return m_values.back();
+}
+
+void CCurvePlot::PrepareNext()
+{
+    if (m_wanted.empty()) {
+        m_job.Abandon();
+        m_preparing = nullptr;
+        return;
+    }
+    const SShownCurve& next = m_wanted.front();
+    if (m_preparing == next.curve.get()) {
+        return;
+    }
+    m_job.Abandon();
+    m_preparing = next.curve.get();
+    m_job.Start({},
+                [this, curve = next.curve, unit = next.unit,
+                 view = m_view](CJobState& state) -> CBackgroundJob::Deliver {
+                    TValues values = std::make_shared<CCurveValues>(
+                        curve, view, unit, [&] { return state.Cancelled(); });
+                    return [this, values = std::move(values)] {
+                        m_preparing = nullptr;
+                        m_values.push_back(values);
+                        Rebuild();
+                        Q_EMIT StateChanged();
+                    };
+                });
+}
+
+void CCurvePlot::WaitPrepared()
+{
+    while (IsPreparing()) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                        QEventLoop::WaitForMoreEvents);
+    }
 }
 
 const CCurveItem* CCurvePlot::ItemOf(const curve::CCurve& curve) const
@@ -330,6 +441,8 @@ SPlotWindow CCurvePlot::FitWindow() const
     if (x.Empty() || y.Empty()) {
         return {logX ? 1.0 : 0.0, logX ? 10.0 : 1.0, logY ? 1.0 : 0.0, logY ? 10.0 : 1.0};
     }
+    x = Showable(x);
+    y = Showable(y);
     if (x.low == x.high) {
         std::tie(x.low, x.high) = RoundEnds(*axisScaleEngine(xBottom), x.low, x.high);
     }
@@ -359,8 +472,8 @@ void CCurvePlot::PlaceLegend()
 
 void CCurvePlot::Apply(const SPlotWindow& window)
 {
-    const bool good = std::isfinite(window.xHigh - window.xLow) &&
-                      std::isfinite(window.yHigh - window.yLow) &&
+    const bool good = std::abs(window.xHigh) + std::abs(window.xLow) < kMost * kMost &&
+                      std::abs(window.yHigh) + std::abs(window.yLow) < kMost * kMost &&
                       window.xHigh - window.xLow > kLeastRange * std::abs(window.xHigh) &&
                       window.yHigh - window.yLow > kLeastRange * std::abs(window.yHigh);
     if (good) {
@@ -403,6 +516,7 @@ void CCurvePlot::resizeEvent(QResizeEvent* event)
 void CCurvePlot::MoveTo(const SPlotWindow& window)
 {
     m_fitted = false;
+    m_keptX.reset();
     Apply(window);
 }
 
@@ -443,6 +557,7 @@ void CCurvePlot::ZoomFit()
     m_back.clear();
     m_forward.clear();
     m_fitted = true;
+    m_keptX.reset();
     Apply(FitWindow());
     PlaceLegend();
 }
@@ -489,20 +604,16 @@ SMarker CCurvePlot::PointOnCurve(const curve::TCurvePtr& curve, const QPointF& p
         return {curve, 0};
     }
     const CCurveValues& values = item->Values();
+    const QwtScaleMap xMap = canvasMap(xBottom);
+    const double x = xMap.invTransform(pixel.x());
     if (m_view != ECurveView::Smith) {
-        return {curve, values.Nearest(invTransform(xBottom, qRound(pixel.x())))};
+        return {curve, values.Nearest(x)};
     }
-    std::size_t nearest = 0;
-    double least = std::numeric_limits<double>::infinity();
-    for (std::size_t i = 0; i < values.Count(); ++i) {
-        const QPointF away = PixelOf(values.At(i)) - pixel;
-        const double distance = QPointF::dotProduct(away, away);
-        if (distance < least) {
-            least = distance;
-            nearest = i;
-        }
-    }
-    return {curve, nearest};
+    const QwtScaleMap yMap = canvasMap(yLeft);
+    const std::size_t nearest =
+        values.Nearest({x, yMap.invTransform(pixel.y())}, xMap.pDist() / xMap.sDist(),
+                       yMap.pDist() / yMap.sDist());
+    return {curve, nearest < values.Count() ? nearest : 0};
 }
 
 std::optional<SMarker> CCurvePlot::PointAt(const QPointF& pixel, double withinPixels) const
@@ -557,7 +668,7 @@ QString CCurvePlot::ReadOut(const QPointF& pixel) const
         const SDrawnPoint at = ItemOf(*near->curve)->Values().At(near->point);
         text += QStringLiteral("   %1: %2, %3")
                     .arg(CurveTitle(*near->curve), EngineeringText(at.x, m_axes.xUnit),
-                         EngineeringText(at.y, m_axes.yUnit));
+                         EngineeringText(at.y, m_unitOf(*near->curve)));
     }
     return text;
 }

@@ -7,13 +7,18 @@
 ///     plot.SetView(ECurveView::Db);
 #pragma once
 
+#include "app/BackgroundJob.h"
 #include "app/curves/CurveListModel.h"
 #include "app/curves/CurveValues.h"
 #include "app/curves/MarkerModel.h"
 
+#include <QTimer>
 #include <qwt_plot.h>
 
+#include <functional>
+#include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 class QwtPlotGrid;
@@ -69,7 +74,9 @@ public:
     void SetLogY(bool on);
     [[nodiscard]] bool IsLogX() const { return m_logX; }
     [[nodiscard]] bool IsLogY() const { return m_logY; }
-    void SetAxes(const SPlotAxes& axes);
+    /// @param unitOf  the unit of a curve's value where curves have different ones; without it all
+    ///                have that of the axis
+    void SetAxes(const SPlotAxes& axes, std::function<QString(const curve::CCurve&)> unitOf = {});
     [[nodiscard]] const SPlotAxes& Axes() const { return m_axes; }
     void SetGrid(bool on);
     [[nodiscard]] bool HasGrid() const { return m_gridWanted; }
@@ -79,6 +86,11 @@ public:
     [[nodiscard]] EMouse Mouse() const { return m_mouse; }
     /// Shown while there is no curve.
     void SetHint(const QString& hint);
+    /// Curves of many points are looked through beside the window, and come into the plot one after
+    /// the other.
+    [[nodiscard]] bool IsPreparing() const { return !m_wanted.empty(); }
+    /// Until all are in the plot; the window goes on painting.
+    void WaitPrepared();
 
     [[nodiscard]] const SPlotWindow& Window() const { return m_window; }
     /// Shows another part; the one before can be gone back to.
@@ -122,7 +134,14 @@ protected:
 private:
     friend class CPlotNavigator;
 
+    using TValues = std::shared_ptr<const CCurveValues>;
     void Rebuild();
+    void MakeItems();
+    void ForgetOldValues();
+    /// Null while they are being prepared.
+    [[nodiscard]] TValues ValuesOf(const SShownCurve& entry, std::size_t& room);
+    void PrepareNext();
+    void KeepX();
     void ShowMarkers();
     void ShowAxes();
     void ShowColors();
@@ -142,7 +161,9 @@ private:
     CSmithGrid* m_smith;
     QwtPlotLegendItem* m_legend;
     QwtPlotTextLabel* m_hint;
-    std::vector<CCurveItem*> m_items; ///< of shown curves
+    std::vector<CCurveItem*> m_items;  ///< of shown curves
+    std::vector<TValues> m_values;     ///< of the list's curves, in any view they were shown in
+    std::vector<SShownCurve> m_wanted; ///< shown, without values yet
     std::vector<QwtPlotMarker*> m_markerItems;
     ECurveView m_view = ECurveView::Magnitude;
     SPlotAxes m_axes;
@@ -155,6 +176,13 @@ private:
     bool m_logY = false;
     EMouse m_mouse = kZoomMouse;
     QString m_hintText;
+    std::optional<std::pair<double, double>> m_keptX; ///< to be shown when all is prepared
+    std::function<QString(const curve::CCurve&)> m_unitOf = [](const curve::CCurve&) {
+        return QString();
+    };
+    QTimer m_prepare;
+    const curve::CCurve* m_preparing = nullptr; ///< what the job looks through, in m_view
+    CBackgroundJob m_job;
 };
 
 } // namespace zov::app

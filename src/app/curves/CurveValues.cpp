@@ -3,12 +3,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 namespace zov::app {
 namespace {
 
-constexpr std::size_t kBlock = 64;
+/// Between two questions whether to go on.
+constexpr std::size_t kBlocksAtOnce = 256;
+constexpr std::uint8_t kNoExtreme = 255;
 constexpr double kDegrees = 180.0 / std::numbers::pi;
 
 void TakeLeast(double& least, double value)
@@ -41,6 +44,11 @@ void SValueRange::Include(const SValueRange& other)
     }
 }
 
+double SValueRange::Away(double value) const
+{
+    return std::max({low - value, value - high, 0.0});
+}
+
 double ViewValue(std::complex<double> value, bool isComplex, ECurveView view)
 {
     if (!isComplex) {
@@ -60,7 +68,8 @@ double ViewValue(std::complex<double> value, bool isComplex, ECurveView view)
     }
 }
 
-CCurveValues::CCurveValues(curve::TCurvePtr curve, ECurveView view, curve::EUnitClass unit)
+CCurveValues::CCurveValues(curve::TCurvePtr curve, ECurveView view, curve::EUnitClass unit,
+                           const std::function<bool()>& cancelled)
     : m_curve(std::move(curve))
     , m_view(view)
     , m_unit(unit)
@@ -72,7 +81,7 @@ CCurveValues::CCurveValues(curve::TCurvePtr curve, ECurveView view, curve::EUnit
         m_x = {};
         m_im = {};
     }
-    Summarise();
+    Summarise(cancelled);
 }
 
 std::complex<double> CCurveValues::Reflection(std::size_t i) const
@@ -102,24 +111,56 @@ SDrawnPoint CCurveValues::At(std::size_t i) const
     return {reflection.real(), reflection.imag()};
 }
 
-void CCurveValues::Summarise()
+void CCurveValues::Summarise(const std::function<bool()>& cancelled)
 {
-    m_rising = m_view != ECurveView::Smith;
+    const auto falls = [](double before, double x) { return !(x >= before); };
+    m_rising = m_view != ECurveView::Smith &&
+               std::adjacent_find(m_x.begin(), m_x.end(), falls) == m_x.end();
     m_blocks.resize((Count() + kBlock - 1) / kBlock);
     m_superBlocks.resize((m_blocks.size() + kBlock - 1) / kBlock);
-    double before = -std::numeric_limits<double>::infinity();
-    for (std::size_t i = 0; i < Count(); ++i) {
+    if (!m_rising) {
+        m_xBlocks.resize(m_blocks.size());
+        m_extremes.resize(m_blocks.size());
+    }
+    for (std::size_t block = 0; block < m_blocks.size(); ++block) {
+        if (block % kBlocksAtOnce == 0 && cancelled && cancelled()) {
+            return;
+        }
+        SummariseBlock(block);
+        m_superBlocks[block / kBlock].Include(m_blocks[block]);
+    }
+}
+
+void CCurveValues::SummariseBlock(std::size_t block)
+{
+    const std::size_t begin = block * kBlock;
+    const std::size_t end = std::min(begin + kBlock, Count());
+    SValueRange x;
+    SValueRange& y = m_blocks[block];
+    TExtremes extremes = {0, 0, 0, 0};
+    bool isWhole = true;
+    for (std::size_t i = begin; i < end; ++i) {
         const SDrawnPoint at = At(i);
-        m_rising = m_rising && at.x >= before;
-        before = at.x;
-        m_xRange.Include(at.x);
-        m_blocks[i / kBlock].Include(at.y);
+        const auto offset = static_cast<std::uint8_t>(i - begin);
+        extremes = {at.x < x.low ? offset : extremes[0], at.x > x.high ? offset : extremes[1],
+                    at.y < y.low ? offset : extremes[2], at.y > y.high ? offset : extremes[3]};
+        isWhole = isWhole && std::isfinite(at.x) && std::isfinite(at.y);
+        x.Include(at.x);
+        y.Include(at.y);
         TakeLeast(m_leastX, at.x);
         TakeLeast(m_leastY, at.y);
     }
-    for (std::size_t i = 0; i < m_blocks.size(); ++i) {
-        m_superBlocks[i / kBlock].Include(m_blocks[i]);
+    m_xRange.Include(x);
+    if (!m_rising) {
+        m_xBlocks[block] = x;
+        m_extremes[block] = isWhole ? extremes : TExtremes{kNoExtreme};
     }
+}
+
+std::optional<CCurveValues::TExtremes> CCurveValues::BlockExtremes(std::size_t block) const
+{
+    const TExtremes& extremes = m_extremes[block];
+    return extremes[0] == kNoExtreme ? std::nullopt : std::optional(extremes);
 }
 
 std::size_t CCurveValues::LowerBound(double x) const
@@ -140,6 +181,30 @@ std::size_t CCurveValues::Nearest(double x) const
     for (std::size_t i = 0; i < Count(); ++i) {
         if (nearest == Count() || std::abs(m_x[i] - x) < std::abs(m_x[nearest] - x)) {
             nearest = i;
+        }
+    }
+    return nearest;
+}
+
+std::size_t CCurveValues::Nearest(SDrawnPoint place, double xFactor, double yFactor) const
+{
+    std::size_t nearest = Count();
+    double least = std::numeric_limits<double>::infinity();
+    for (std::size_t block = 0; block < m_blocks.size(); ++block) {
+        if (m_xBlocks[block].Empty() || m_blocks[block].Empty() ||
+            std::hypot(m_xBlocks[block].Away(place.x) * xFactor,
+                       m_blocks[block].Away(place.y) * yFactor) >= least) {
+            continue;
+        }
+        const std::size_t end = std::min((block + 1) * kBlock, Count());
+        for (std::size_t i = block * kBlock; i < end; ++i) {
+            const SDrawnPoint at = At(i);
+            const double distance =
+                std::hypot((at.x - place.x) * xFactor, (at.y - place.y) * yFactor);
+            if (distance < least) {
+                least = distance;
+                nearest = i;
+            }
         }
     }
     return nearest;

@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 /// What of a curve is drawn: the points of a set's curve seen as magnitude, phase and so on, where
-/// they lie and without a copy. Smallest and largest value of any run of points are found without
-/// looking at each, so that a million points are drawn as quickly as a thousand.
+/// they lie and without a copy. Each point is looked at once, when this is made; from then on the
+/// smallest and largest value of any run of points are found without looking at each, so that a
+/// million points are drawn as quickly as a thousand.
 #pragma once
 
 #include "curve/Curve.h"
 
+#include <array>
 #include <complex>
 #include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
 #include <vector>
 
 namespace zov::app {
@@ -30,6 +35,8 @@ struct SValueRange
     [[nodiscard]] bool Empty() const { return !(low <= high); }
     void Include(double value);
     void Include(const SValueRange& other);
+    /// How far a value is outside; 0 inside.
+    [[nodiscard]] double Away(double value) const;
 };
 
 struct SDrawnPoint
@@ -48,8 +55,17 @@ constexpr double kSmithReferenceOhm = 50.0;
 class CCurveValues
 {
 public:
-    /// @param unit  says whether the values are impedances or admittances
-    CCurveValues(curve::TCurvePtr curve, ECurveView view, curve::EUnitClass unit);
+    /// Points of a block, in which a curve in any order of x is looked at.
+    static constexpr std::size_t kBlock = 64;
+
+    /// @param unit       says whether the values are impedances or admittances
+    /// @param cancelled  asked every few thousand points; what is left when it is true is not to be
+    ///                   used
+    CCurveValues(curve::TCurvePtr curve, ECurveView view, curve::EUnitClass unit,
+                 const std::function<bool()>& cancelled = {});
+
+    [[nodiscard]] const curve::TCurvePtr& Curve() const { return m_curve; }
+    [[nodiscard]] curve::EUnitClass Unit() const { return m_unit; }
 
     [[nodiscard]] std::size_t Count() const { return m_x.size(); }
     [[nodiscard]] bool IsComplex() const { return !m_im.empty(); }
@@ -69,6 +85,9 @@ public:
     [[nodiscard]] std::size_t LowerBound(double x) const;
     /// The point nearest to x. `Count()` when there are none.
     [[nodiscard]] std::size_t Nearest(double x) const;
+    /// The point of a curve that is not rising that is nearest to a place of the plane, whose
+    /// directions count by these factors. `Count()` when there are none.
+    [[nodiscard]] std::size_t Nearest(SDrawnPoint place, double xFactor, double yFactor) const;
 
     /// Of the points from `begin` to before `end`; what is no finite number does not count.
     [[nodiscard]] SValueRange RangeOf(std::size_t begin, std::size_t end) const;
@@ -78,9 +97,19 @@ public:
     [[nodiscard]] double LeastPositiveX() const { return m_leastX; }
     [[nodiscard]] double LeastPositiveY() const { return m_leastY; }
 
+    // Of a curve that is not rising, block by block.
+    [[nodiscard]] std::size_t Blocks() const { return m_blocks.size(); }
+    [[nodiscard]] const SValueRange& BlockX(std::size_t block) const { return m_xBlocks[block]; }
+    [[nodiscard]] const SValueRange& BlockY(std::size_t block) const { return m_blocks[block]; }
+    /// Its points that are furthest left, right, down and up, counted from its first; none when one
+    /// of its points is no number, so that all are to be looked at.
+    using TExtremes = std::array<std::uint8_t, 4>;
+    [[nodiscard]] std::optional<TExtremes> BlockExtremes(std::size_t block) const;
+
 private:
     [[nodiscard]] std::complex<double> Reflection(std::size_t i) const;
-    void Summarise();
+    void Summarise(const std::function<bool()>& cancelled);
+    void SummariseBlock(std::size_t block);
 
     curve::TCurvePtr m_curve; ///< keeps what the spans point to
     ECurveView m_view;
@@ -94,6 +123,8 @@ private:
     double m_leastY = 0.0;
     std::vector<SValueRange> m_blocks;      ///< of kBlock points
     std::vector<SValueRange> m_superBlocks; ///< of kBlock blocks
+    std::vector<SValueRange> m_xBlocks;     ///< like m_blocks, of a curve that is not rising
+    std::vector<TExtremes> m_extremes;      ///< the same
 };
 
 } // namespace zov::app

@@ -5,6 +5,7 @@
 #include "app/curves/CalcDlg.h"
 #include "app/curves/CurveCommands.h"
 #include "curve/CurveJournal.h"
+#include "ui/ListHint.h"
 
 #include <QDockWidget>
 #include <QHeaderView>
@@ -26,9 +27,30 @@ constexpr unsigned kViewCommands[] = {ID_CURVE_VIEW_MAGNITUDE, ID_CURVE_VIEW_DB,
                                       ID_CURVE_VIEW_PHASE,     ID_CURVE_VIEW_REAL,
                                       ID_CURVE_VIEW_IMAGINARY, ID_CURVE_VIEW_SMITH};
 
-QTableView* NewTable(const char* objectName, QWidget* parent)
+/// A table that says what to do while it is empty.
+class CHintedTable final : public QTableView
 {
-    auto* table = new QTableView(parent);
+public:
+    CHintedTable(const QString& hint, QWidget* parent)
+        : QTableView(parent)
+        , m_hint(hint)
+    {
+    }
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        QTableView::paintEvent(event);
+        ui::PaintListHint(*this, m_hint);
+    }
+
+private:
+    QString m_hint;
+};
+
+QTableView* NewTable(const char* objectName, const QString& hint, QWidget* parent)
+{
+    auto* table = new CHintedTable(hint, parent);
     table->setObjectName(QLatin1String(objectName));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setShowGrid(false);
@@ -152,10 +174,12 @@ void CUiGeneralCurveFrm::MakePanes()
         addDockWidget(area, made);
         return made;
     };
-    m_curveList = NewTable("CurveList", this);
+    m_curveList =
+        NewTable("CurveList", tr("Open a file with Ctrl+O, or drop files on the window."), this);
     m_curveList->setEditTriggers(QAbstractItemView::EditKeyPressed |
                                  QAbstractItemView::DoubleClicked);
-    m_markerList = NewTable("MarkerList", this);
+    m_markerList =
+        NewTable("MarkerList", tr("Choose the marker mouse with M, then click on a curve."), this);
     m_curvesPane = pane(tr("Curves"), "CurvesPane", m_curveList, Qt::RightDockWidgetArea);
     m_markersPane = pane(tr("Markers"), "MarkersPane", m_markerList, Qt::BottomDockWidgetArea);
     resizeDocks({m_curvesPane}, {300}, Qt::Horizontal);
@@ -165,6 +189,7 @@ void CUiGeneralCurveFrm::MakePanes()
     });
     connect(m_markerList, &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
         QMenu menu;
+        menu.setObjectName(QStringLiteral("MarkerMenu"));
         m_actions->FillMenu(menu, {ID_CURVE_COPY_MARKERS, ID_CURVE_CLEAR_MARKERS});
         const int row = m_markerList->indexAt(pos).row();
         if (row >= 0) {
@@ -224,6 +249,7 @@ void CUiGeneralCurveFrm::MakeToolBar()
 void CUiGeneralCurveFrm::MakeStatus()
 {
     m_progress = new QProgressBar(this);
+    m_progress->setObjectName(QStringLiteral("JobProgress"));
     m_progress->setMaximumWidth(220);
     m_cancel = new QPushButton(tr("Cancel"), this);
     m_cancel->setObjectName(QStringLiteral("CancelJob"));

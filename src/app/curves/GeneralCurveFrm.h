@@ -14,6 +14,7 @@
 #include "core/ZovRcdProps.h"
 #include "ui/CommandActions.h"
 #include "ui/IdleUpdate.h"
+#include "ui/Prompt.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -130,12 +131,12 @@ private:
     /// At once, or behind the work that goes on.
     void RunWhenIdle(std::function<void()> start);
     void SetMouse(CCurvePlot::EMouse mouse);
-    void StartOpening(const QStringList& paths);
+    void StartOpening(const QStringList& paths, CCurvePage& page);
     void TakeOpened(SOpened& opened);
     void TakeImpedances(const SImpedances& work);
     CResult<void> SaveCurvesTo(const QString& path, const std::vector<curve::TCurvePtr>& curves);
     void TakeTouchstone(const QString& path, const network::CNetworkData& matrices);
-    void TellFault(const QString& text);
+    void TellFault(const QString& text, ui::EIcon icon = ui::EIcon::Error);
     [[nodiscard]] QDockWidget* PaneOf(unsigned command) const;
     /// Rows that are selected in the list, in their order; all when none is.
     [[nodiscard]] std::vector<int> Selected() const;

@@ -25,6 +25,7 @@
 #include <QTabWidget>
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 
 namespace zov::app {
@@ -61,6 +62,54 @@ CResult<void> WriteCsvFile(const fs::path& path, const std::vector<curve::TCurve
     ASSIGN_OR_RETURN(const std::unique_ptr<CAtomicFile> file, CAtomicFile::Create(path));
     curve::WriteCurveCsv(curves, *file);
     return file->Commit();
+}
+
+bool IsComplex(const curve::TCurvePtr& curve)
+{
+    return !curve->Points().Column(2).empty();
+}
+
+/// A file has values of one kind. In one of real values complex ones would lose a part, and real
+/// ones alone would come back as complex.
+curve::EKind KindToSave(const std::vector<curve::TCurvePtr>& curves, curve::EKind ofSet)
+{
+    if (std::ranges::any_of(curves, IsComplex)) {
+        return HasComplexValues(ofSet) ? ofSet : curve::EKind::FrequencyDomain;
+    }
+    const bool isReal = !HasComplexValues(ofSet) && ofSet != curve::EKind::Fixed;
+    return isReal ? ofSet : curve::EKind::Voltage;
+}
+
+/// The system's own dialog, which tests answer like the program's.
+bool IsAccepted(QDialog& dialog)
+{
+    if (ui::CScriptedAnswers* scripted = ui::CScriptedAnswers::Active()) {
+        scripted->DriveDialog(dialog);
+        return dialog.result() == QDialog::Accepted;
+    }
+    return dialog.exec() == QDialog::Accepted;
+}
+
+/// A curve's title, an expression for example, without what a file name can't have.
+QString FileNameOf(QString title)
+{
+    for (QChar& letter : title) {
+        if (letter < QLatin1Char(' ') || QStringLiteral("/\\:*?\"<>|").contains(letter)) {
+            letter = QLatin1Char('_');
+        }
+    }
+    return title;
+}
+
+/// "Freq(Hz) Value": what the columns of a computed curve are, so that a saved one tells it.
+std::string TitlesOf(const SPlotAxes& axes)
+{
+    if (axes.xUnit.isEmpty()) {
+        return {};
+    }
+    QString name = axes.xName;
+    name.replace(QLatin1Char(' '), QLatin1Char('_'));
+    return QStringLiteral("%1(%2)\tValue").arg(name, axes.xUnit).toStdString();
 }
 
 class CTextWriter final : public CByteWriter
@@ -124,14 +173,14 @@ void CUiGeneralCurveFrm::OnCurveOpen()
 
 void CUiGeneralCurveFrm::OpenFiles(const QStringList& paths)
 {
-    RunWhenIdle([this, paths] { StartOpening(paths); });
+    RunWhenIdle([this, paths, page = &Page()] { StartOpening(paths, *page); });
 }
 
-void CUiGeneralCurveFrm::StartOpening(const QStringList& paths)
+void CUiGeneralCurveFrm::StartOpening(const QStringList& paths, CCurvePage& page)
 {
     auto opened = std::make_shared<SOpened>();
-    opened->page = &Page();
-    opened->set = Page().Set();
+    opened->page = &page;
+    opened->set = page.Set();
     opened->set.onChanged = {};
     for (const QString& path : paths) {
         opened->files.push_back({path, {}, {}, {}});
@@ -160,6 +209,8 @@ void CUiGeneralCurveFrm::TakeOpened(SOpened& opened)
         }
         if (file.curves && *file.curves) {
             opened.page->Take(PathOf(file.path), **file.curves, *m_journal);
+            m_tabs->setTabToolTip(m_tabs->indexOf(opened.page),
+                                  QString::fromStdString(opened.page->Set().description));
             if ((*file.curves)->skippedLines > 0) {
                 m_log.Write(tr("%1: %2 lines are no points, the first is line %3")
                                 .arg(file.path)
@@ -198,18 +249,16 @@ void CUiGeneralCurveFrm::TakeTouchstone(const QString& path, const network::CNet
         page.Set().TakeKind(made->kind);
         page.Set().unitClass = made->unit;
     }
-    for (const curve::TCurvePtr& curve : made->curves) {
-        page.Add(curve, made->unit, path);
-    }
+    page.Add(made->curves, made->unit, path);
     if (!made->note.empty()) {
-        m_log.Write(made->note);
+        TellFault(QString::fromStdString(made->note), ui::EIcon::Warning);
     }
 }
 
-void CUiGeneralCurveFrm::TellFault(const QString& text)
+void CUiGeneralCurveFrm::TellFault(const QString& text, ui::EIcon icon)
 {
     m_log.Write(text.toStdString());
-    ui::CPrompt::Tell(this, text, ui::EIcon::Error);
+    ui::CPrompt::Tell(this, text, icon);
 }
 
 /// Records on their way to curves.
@@ -259,9 +308,7 @@ void CUiGeneralCurveFrm::TakeImpedances(const SImpedances& work)
         page.Set().name = "Impedance";
         page.Set().unitClass = curve::EUnitClass::Ohm;
         m_tabs->setTabText(m_tabs->indexOf(&page), tr("Impedance"));
-        for (const curve::TCurvePtr& curve : work.curves) {
-            page.Add(curve, curve::EUnitClass::Ohm, tr("library"));
-        }
+        page.Add(work.curves, curve::EUnitClass::Ohm, tr("library"));
         page.Plot().SetLogX(true);
         page.Plot().SetLogY(true);
     }
@@ -283,9 +330,17 @@ void CUiGeneralCurveFrm::OnCurveSaveAs()
     const std::vector<curve::TCurvePtr> curves = CurvesOfRows(SelectedOrAll());
     const QString path = ui::CPrompt::SaveFile(
         this, tr("Save Curves"), QLatin1String(curve::kCurveFileFilter.data()),
-        CurveTitle(*curves.front()) + QStringLiteral(".cur"));
+        FileNameOf(CurveTitle(*curves.front())) + QStringLiteral(".cur"));
     if (path.isEmpty()) {
         return;
+    }
+    const auto real = std::ranges::count_if(curves, std::not_fn(IsComplex));
+    if (real > 0 && std::ranges::any_of(curves, IsComplex)) {
+        m_log.Write(tr("%1: %2 curves of real values are saved as complex ones with an imaginary "
+                       "part of 0, because a curve file has values of one kind")
+                        .arg(path)
+                        .arg(real)
+                        .toStdString());
     }
     CResult<void> saved;
     RunBeside([&] { saved = SaveCurvesTo(path, curves); });
@@ -299,7 +354,7 @@ CResult<void> CUiGeneralCurveFrm::SaveCurvesTo(const QString& path,
 {
     curve::SCurveWriteOptions options;
     options.curveGroup = Page().Set().name;
-    const curve::EKind kind = Page().Set().kind;
+    const curve::EKind kind = KindToSave(curves, Page().Set().kind);
     if (curves.size() == 1) {
         options.matrixType = curves.front()->Header().valueName;
         return SaveCurveFile(PathOf(path), curves.front(), kind, options, *m_journal);
@@ -317,6 +372,7 @@ void CUiGeneralCurveFrm::OnCurveExportImage()
 {
     const QString path = ui::CPrompt::SaveFile(this, tr("Export Image"), tr(kImageFilter));
     if (!path.isEmpty()) {
+        Page().Plot().WaitPrepared();
         if (const CResult<void> done = ExportPlot(Page().Plot(), PathOf(path)); !done) {
             TellFault(Text(done.Error()));
         }
@@ -344,13 +400,18 @@ void CUiGeneralCurveFrm::OnCurvePrint()
     printer.setPageOrientation(QPageLayout::Landscape);
     QPrintDialog dialog(&printer, this);
     dialog.setObjectName(QStringLiteral("PrintDialog"));
-    if (dialog.exec() == QDialog::Accepted) {
-        PrintPlot(Page().Plot(), printer);
+    if (!IsAccepted(dialog)) {
+        return;
+    }
+    Page().Plot().WaitPrepared();
+    if (const CResult<void> done = PrintPlot(Page().Plot(), printer); !done) {
+        TellFault(Text(done.Error()));
     }
 }
 
 void CUiGeneralCurveFrm::OnCurveCopyImage()
 {
+    Page().Plot().WaitPrepared();
     QApplication::clipboard()->setImage(PlotImage(Page().Plot()));
 }
 
@@ -376,13 +437,14 @@ void CUiGeneralCurveFrm::OnCurveCalculate()
     const bool taken = dialog.DoModal() == ui::EAnswer::Ok;
     m_parameters = dialog.Parameters();
     if (taken && dialog.Result()) {
-        Page().Add(dialog.Result(), curve::EUnitClass::None, dialog.Expression());
+        dialog.Result()->Header().columnTitles = TitlesOf(Page().Plot().Axes());
+        Page().Add({dialog.Result()}, curve::EUnitClass::None, dialog.Expression());
     }
 }
 
 void CUiGeneralCurveFrm::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (event->mimeData()->hasUrls()) {
+    if (std::ranges::any_of(event->mimeData()->urls(), &QUrl::isLocalFile)) {
         event->acceptProposedAction();
     }
 }
@@ -395,7 +457,7 @@ void CUiGeneralCurveFrm::dropEvent(QDropEvent* event)
             paths += url.toLocalFile();
         }
     }
-    if (!paths.isEmpty() && !m_job.IsRunning()) {
+    if (!paths.isEmpty()) {
         event->acceptProposedAction();
         OpenFiles(paths);
     }

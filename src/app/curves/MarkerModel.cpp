@@ -51,11 +51,12 @@ void CMarkerModel::Forget(const curve::CCurve& curve)
     endResetModel();
 }
 
-void CMarkerModel::SetView(ECurveView view, const QString& xUnit, const QString& yUnit)
+void CMarkerModel::SetView(ECurveView view, const QString& xUnit,
+                           std::function<QString(const curve::CCurve&)> unitOf)
 {
     m_view = view;
     m_xUnit = xUnit;
-    m_yUnit = yUnit;
+    m_unitOf = std::move(unitOf);
     if (rowCount() > 0) {
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kColumns - 1));
     }
@@ -98,6 +99,13 @@ double CMarkerModel::Y(const SMarker& marker) const
                      m_view == ECurveView::Smith ? ECurveView::Magnitude : m_view);
 }
 
+QString CMarkerModel::DifferenceText(const SMarker& marker) const
+{
+    const QString unit = m_unitOf(*marker.curve);
+    const SMarker& first = m_markers.front();
+    return unit == m_unitOf(*first.curve) ? EngineeringText(Y(marker) - Y(first), unit) : QString();
+}
+
 QString CMarkerModel::ComplexText(const SMarker& marker) const
 {
     const curve::CCurvePoints& points = marker.curve->Points();
@@ -126,11 +134,11 @@ QVariant CMarkerModel::data(const QModelIndex& index, int role) const
     case kX:
         return EngineeringText(X(marker), m_xUnit, 7);
     case kY:
-        return EngineeringText(Y(marker), m_yUnit);
+        return EngineeringText(Y(marker), m_unitOf(*marker.curve));
     case kDeltaX:
         return isFirst ? QString() : EngineeringText(X(marker) - X(first), m_xUnit, 7);
     case kDeltaY:
-        return isFirst ? QString() : EngineeringText(Y(marker) - Y(first), m_yUnit);
+        return isFirst ? QString() : DifferenceText(marker);
     default:
         return ComplexText(marker);
     }

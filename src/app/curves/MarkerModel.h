@@ -7,6 +7,7 @@
 
 #include <QAbstractTableModel>
 
+#include <functional>
 #include <vector>
 
 namespace zov::app {
@@ -43,8 +44,10 @@ public:
     /// The curve is gone, and so are its markers.
     void Forget(const curve::CCurve& curve);
     [[nodiscard]] const std::vector<SMarker>& Markers() const { return m_markers; }
-    /// What the columns show; both units may be empty.
-    void SetView(ECurveView view, const QString& xUnit, const QString& yUnit);
+    /// What the columns show.
+    /// @param unitOf  the unit of a curve's value; values of different ones have no difference
+    void SetView(ECurveView view, const QString& xUnit,
+                 std::function<QString(const curve::CCurve&)> unitOf);
     /// All rows as text, a line each, cells parted by tabs.
     [[nodiscard]] QString AsText() const;
 
@@ -59,12 +62,15 @@ Q_SIGNALS:
 private:
     [[nodiscard]] double X(const SMarker& marker) const;
     [[nodiscard]] double Y(const SMarker& marker) const;
+    [[nodiscard]] QString DifferenceText(const SMarker& marker) const;
     [[nodiscard]] QString ComplexText(const SMarker& marker) const;
 
     std::vector<SMarker> m_markers;
     ECurveView m_view = ECurveView::Magnitude;
     QString m_xUnit;
-    QString m_yUnit;
+    std::function<QString(const curve::CCurve&)> m_unitOf = [](const curve::CCurve&) {
+        return QString();
+    };
 };
 
 } // namespace zov::app

@@ -1,19 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "CurveFrameFixture.h"
 #include "app/curves/CalcDlg.h"
-#include "app/curves/CurveCommands.h"
-#include "app/curves/CurveExport.h"
-#include "app/curves/GeneralCurveFrm.h"
 #include "app/curves/TouchstoneDlg.h"
-#include "base/File.h"
 #include "core/ZovLibrary.h"
-#include "support/TempFolder.h"
-#include "ui/Prompt.h"
 
-#include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
-#include <QPrinter>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -26,54 +19,7 @@
 namespace zov::app {
 namespace {
 
-const std::string kHead = "*******Frequency Domain Parameters*********\n";
-const std::string kEnd = "**************End***************\n";
-
-std::string Block(const std::string& header, const std::string& points)
-{
-    return "**************Curve***************\n" + header + "\n" + points + kEnd;
-}
-
-struct CurveFrameTest : testing::Test
-{
-    static QString Text(const std::filesystem::path& path)
-    {
-        return QString::fromStdString(PathText(path));
-    }
-    void Open(const std::filesystem::path& path)
-    {
-        frame.OpenFiles({Text(path)});
-        WaitIdle();
-    }
-    void WaitIdle()
-    {
-        ASSERT_TRUE(QTest::qWaitFor([&] { return !frame.Job().IsRunning(); }));
-    }
-    void Trigger(unsigned command) { frame.Actions().Action(command)->trigger(); }
-    bool IsEnabled(unsigned command)
-    {
-        frame.OnIdleUpdateCmdUI();
-        return frame.Actions().Action(command)->isEnabled();
-    }
-    QTableView& List() const { return *frame.findChild<QTableView*>(QStringLiteral("CurveList")); }
-    std::filesystem::path Impedance(const std::string& name = "z.cur") const
-    {
-        return folder.Write(name, kHead + Block("Z Z0_real_imag REAL first",
-                                                "Freq(Hz) Real(Ohm) Imag(Ohm)\n1e6 3 4\n"
-                                                "1e7 6 8\n1e9 0.3 0.4\n"));
-    }
-    std::filesystem::path TwoPort() const
-    {
-        return folder.Write("part.s2p", "# MHz S RI R 50\n"
-                                        "1 0.5 0 0.5 0 0.5 0 0.5 0\n"
-                                        "10 0.25 0 0.75 0 0.75 0 0.25 0\n");
-    }
-
-    test::CTempFolder folder;
-    CVectorLog log;
-    ui::CScriptedAnswers answers;
-    CUiGeneralCurveFrm frame{log};
-};
+using CurveFrameTest = SCurveFrameFixture;
 
 TEST_F(CurveFrameTest, ReadersFaultsAreTold)
 {
@@ -310,41 +256,6 @@ TEST_F(CurveFrameTest, TheListShowsHidesAndStylesCurves)
     const std::string saved = folder.Read("both.cur");
     EXPECT_NE(saved.find("Z\tZ0_real_imag\tDASHDOT\tnew_name"), std::string::npos) << saved;
     EXPECT_EQ(log.Lines().size(), 4U) << "two loads, a line for each saved curve";
-}
-
-TEST_F(CurveFrameTest, ExportsImagesAndData)
-{
-    Open(Impedance());
-    frame.show();
-    const std::pair<const char*, const char*> cases[] = {
-        {"plot.png", "\x89PNG"}, {"plot.svg", "<?xml"}, {"plot.pdf", "%PDF"}};
-    for (const auto& [name, begin] : cases) {
-        answers.ThenPath(Text(folder.Path() / name));
-        Trigger(ID_CURVE_EXPORT_IMAGE);
-        const std::string bytes = folder.Read(name);
-        EXPECT_TRUE(bytes.starts_with(begin)) << name;
-        EXPECT_GT(bytes.size(), 2000U) << name;
-    }
-    answers.ThenPath(Text(folder.Path() / "plot.bmp"));
-    Trigger(ID_CURVE_EXPORT_IMAGE);
-    EXPECT_TRUE(
-        answers.Shown().back().text.contains(QStringLiteral("expected .png, .svg or .pdf")));
-
-    answers.ThenPath(Text(folder.Path() / "points"));
-    Trigger(ID_CURVE_EXPORT_CSV);
-    WaitIdle();
-    const std::string csv = "curve,x,real,imag\nZ,1e+06,3,4\nZ,1e+07,6,8\nZ,1e+09,0.3,0.4\n";
-    EXPECT_EQ(folder.Read("points.csv").size(), csv.size()) << folder.Read("points.csv");
-    Trigger(ID_CURVE_COPY_DATA);
-    EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), folder.Read("points.csv"));
-    Trigger(ID_CURVE_COPY_IMAGE);
-    EXPECT_FALSE(QGuiApplication::clipboard()->image().isNull());
-
-    QPrinter printer;
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(Text(folder.Path() / "printed.pdf"));
-    PrintPlot(frame.Page().Plot(), printer);
-    EXPECT_TRUE(folder.Read("printed.pdf").starts_with("%PDF"));
 }
 
 TEST_F(CurveFrameTest, RecordsAreComparedByTheirImpedance)
