@@ -165,28 +165,35 @@ void CCalcDlg::FillCurves()
     QStringList curves;
     for (std::size_t i = 0; i < m_set.Curves().size(); ++i) {
         const curve::CCurve& curve = *m_set.Curves()[i];
-        curves += QStringLiteral("$%1  %2%3")
-                      .arg(i + 1)
-                      .arg(CurveTitle(curve),
-                           curve.Points().Column(2).empty() ? QString() : tr("  (complex)"));
+        const QString word = WordOf(curve);
+        curves +=
+            QStringLiteral("$%1  %2%3%4")
+                .arg(i + 1)
+                .arg(word == CurveTitle(curve) || word.isEmpty() ? QString()
+                                                                 : word + QStringLiteral("  "),
+                     CurveTitle(curve),
+                     curve.Points().Column(2).empty() ? QString() : tr("  (complex)"));
     }
     auto* model = new QStringListModel(curves, this);
     m_form.ui_IDC_CURVES->setModel(model);
 }
 
-QString CCalcDlg::InsertionOf(std::size_t curve) const
+QString CCalcDlg::WordOf(const curve::CCurve& curve) const
 {
-    const curve::CCurve& chosen = *m_set.Curves()[curve];
     const auto nameOf = [](const curve::CCurve& one) {
         return one.Header().name.empty() ? one.Header().legend : one.Header().name;
     };
-    QString name = QString::fromStdString(nameOf(chosen));
-    const auto same = std::ranges::count_if(m_set.Curves(), [&](const curve::TCurvePtr& one) {
-        return nameOf(*one) == nameOf(chosen);
-    });
-    if (same > 1 || !CCalcParameterModel::IsName(name)) {
-        name = QStringLiteral("$%1").arg(curve + 1);
-    }
+    const auto same = std::ranges::count_if(
+        m_set.Curves(), [&](const curve::TCurvePtr& one) { return nameOf(*one) == nameOf(curve); });
+    const QString name = QString::fromStdString(nameOf(curve));
+    return same == 1 && CCalcParameterModel::IsName(name) ? name : QString();
+}
+
+QString CCalcDlg::InsertionOf(std::size_t curve) const
+{
+    const curve::CCurve& chosen = *m_set.Curves()[curve];
+    const QString word = WordOf(chosen);
+    const QString name = word.isEmpty() ? QStringLiteral("$%1").arg(curve + 1) : word;
     return chosen.Points().Column(2).empty() ? name : QStringLiteral("mag(%1)").arg(name);
 }
 

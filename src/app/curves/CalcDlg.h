@@ -75,6 +75,8 @@ private:
     void ShowError(const SError& error);
     void ShowMark(int offset, const QString& text);
     void InsertText(const QString& text);
+    /// The word that an expression names a curve by; empty when it has none of its own.
+    [[nodiscard]] QString WordOf(const curve::CCurve& curve) const;
     [[nodiscard]] QString InsertionOf(std::size_t curve) const;
 
     curve::CCurveSet m_set;

@@ -72,4 +72,17 @@ QwtGraphic CCurveItem::legendIcon(int, const QSizeF& size) const
     return icon;
 }
 
+CMoreItem::CMoreItem()
+{
+    setZ(21); // behind the curves in the legend
+    setLegendIconSize({static_cast<int>(kIconWidth), 8});
+}
+
+QwtGraphic CMoreItem::legendIcon(int, const QSizeF& size) const
+{
+    QwtGraphic icon;
+    icon.setDefaultSize(size);
+    return icon;
+}
+
 } // namespace zov::app

@@ -33,4 +33,13 @@ private:
     QPen m_pen;
 };
 
+/// A line of the legend that stands for curves it has no room for.
+class CMoreItem final : public QwtPlotItem
+{
+public:
+    CMoreItem();
+    void draw(QPainter*, const QwtScaleMap&, const QwtScaleMap&, const QRectF&) const override {}
+    [[nodiscard]] QwtGraphic legendIcon(int index, const QSizeF& size) const override;
+};
+
 } // namespace zov::app

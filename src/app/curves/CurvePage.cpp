@@ -77,16 +77,17 @@ void CCurvePage::SetView(ECurveView view)
 
 void CCurvePage::ShowAxes()
 {
-    m_plot->SetAxes(AxesOf(m_set, m_curves.Entries(), m_plot->View()),
-                    [this](const curve::CCurve& curve) { return UnitOfShown(curve); });
+    m_plot->SetAxes(
+        AxesOf(m_set, m_curves.Entries(), m_plot->View()),
+        [this](const curve::CCurve& curve, ECurveView view) { return UnitOfShown(curve, view); });
     m_plot->replot();
 }
 
-QString CCurvePage::UnitOfShown(const curve::CCurve& curve) const
+QString CCurvePage::UnitOfShown(const curve::CCurve& curve, ECurveView view) const
 {
     const auto at = std::ranges::find_if(
         m_curves.Entries(), [&](const SShownCurve& entry) { return entry.curve.get() == &curve; });
-    return at == m_curves.Entries().end() ? QString() : ValueUnit(*at, m_set.kind, m_plot->View());
+    return at == m_curves.Entries().end() ? QString() : ValueUnit(*at, m_set.kind, view);
 }
 
 } // namespace zov::app

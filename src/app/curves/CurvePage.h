@@ -37,7 +37,7 @@ public:
 
 private:
     void ShowAxes();
-    [[nodiscard]] QString UnitOfShown(const curve::CCurve& curve) const;
+    [[nodiscard]] QString UnitOfShown(const curve::CCurve& curve, ECurveView view) const;
 
     curve::CCurveSet m_set;
     CCurveListModel m_curves;

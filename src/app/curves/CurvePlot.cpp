@@ -31,6 +31,10 @@ constexpr double kMarkerPixels = 9.0;
 constexpr double kLeastRange = 1e-12;
 constexpr int kMaxSteps = 10;
 constexpr int kMinorSteps = 5;
+/// Of the legend in the plot: it has to leave room for the curves, which the list names in full.
+constexpr int kLegendEntries = 10;
+constexpr int kLegendLetters = 32;
+constexpr double kLegendScale = 0.85;
 /// Points that are looked through at once; more would be felt.
 constexpr std::size_t kPointsAtOnce = 50000;
 
@@ -38,6 +42,14 @@ QwtScaleEngine* EngineFor(bool logarithmic)
 {
     return logarithmic ? static_cast<QwtScaleEngine*>(new QwtLogScaleEngine)
                        : new QwtLinearScaleEngine;
+}
+
+/// What tells curves of a file apart stands at the end of their names.
+QString LegendText(const QString& title)
+{
+    return title.size() <= kLegendLetters ? title
+                                          : title.left(kLegendLetters / 2 - 1) + QChar(0x2026) +
+                                                title.right(kLegendLetters / 2);
 }
 
 QwtText AxisTitle(const QString& name, const QString& unit)
@@ -79,6 +91,7 @@ CCurvePlot::CCurvePlot(CCurveListModel& curves, CMarkerModel& markers, QWidget* 
     , m_grid(new QwtPlotGrid)
     , m_smith(new CSmithGrid)
     , m_legend(new QwtPlotLegendItem)
+    , m_more(new CMoreItem)
     , m_hint(new QwtPlotTextLabel)
 {
     setObjectName(QStringLiteral("CurvePlot"));
@@ -98,6 +111,13 @@ CCurvePlot::CCurvePlot(CCurveListModel& curves, CMarkerModel& markers, QWidget* 
     m_legend->attach(this);
     m_legend->setMaxColumns(1);
     m_legend->setBorderRadius(3);
+    m_legend->setMargin(2);
+    m_legend->setSpacing(0);
+    m_legend->setItemMargin(2);
+    QFont small = font();
+    small.setPointSizeF(small.pointSizeF() * kLegendScale);
+    m_legend->setFont(small);
+    m_more->attach(this);
     m_hint->attach(this);
     for (const int axis : {xBottom, yLeft}) {
         setAxisScaleDraw(axis, new CEngineeringScaleDraw);
@@ -191,11 +211,11 @@ void CCurvePlot::ShowGrid()
     m_grid->setVisible(hasAxes && m_gridWanted);
 }
 
-void CCurvePlot::SetAxes(const SPlotAxes& axes, std::function<QString(const curve::CCurve&)> unitOf)
+void CCurvePlot::SetAxes(const SPlotAxes& axes, TUnitOf unitOf)
 {
     m_axes = axes;
-    m_unitOf =
-        unitOf ? std::move(unitOf) : [unit = axes.yUnit](const curve::CCurve&) { return unit; };
+    m_unitOf = unitOf ? std::move(unitOf)
+                      : [unit = axes.yUnit](const curve::CCurve&, ECurveView) { return unit; };
     ShowAxes();
 }
 
@@ -284,6 +304,7 @@ void CCurvePlot::MakeItems()
     // A curve that only looks different keeps its item.
     std::vector<CCurveItem*> items;
     std::size_t room = kPointsAtOnce;
+    int inLegend = 0;
     m_wanted.clear();
     for (const SShownCurve& entry : m_curves.Entries()) {
         if (!entry.shown) {
@@ -305,10 +326,12 @@ void CCurvePlot::MakeItems()
             item->attach(this);
         }
         item->SetPen(m_curves.PenOf(entry));
-        item->setItemAttribute(QwtPlotItem::Legend, entry.inLegend);
-        item->setTitle(CurveTitle(*entry.curve));
+        item->setItemAttribute(QwtPlotItem::Legend, entry.inLegend && inLegend++ < kLegendEntries);
+        item->setTitle(LegendText(CurveTitle(*entry.curve)));
         items.push_back(item);
     }
+    m_more->setItemAttribute(QwtPlotItem::Legend, inLegend > kLegendEntries);
+    m_more->setTitle(tr("and %1 more").arg(inLegend - kLegendEntries));
     for (CCurveItem* gone : m_items) {
         delete gone;
     }
@@ -457,6 +480,10 @@ void CCurvePlot::PlaceLegend()
     constexpr Qt::Alignment kCorners[] = {
         Qt::AlignRight | Qt::AlignTop, Qt::AlignLeft | Qt::AlignTop,
         Qt::AlignRight | Qt::AlignBottom, Qt::AlignLeft | Qt::AlignBottom};
+    if (m_view == ECurveView::Smith) { // the corners beside the chart are empty
+        m_legend->setAlignment(kCorners[0]);
+        return;
+    }
     std::size_t counts[std::size(kCorners)] = {};
     const QPointF middle = QRectF(canvas()->contentsRect()).center();
     for (const CCurveItem* item : m_items) {
@@ -668,7 +695,7 @@ QString CCurvePlot::ReadOut(const QPointF& pixel) const
         const SDrawnPoint at = ItemOf(*near->curve)->Values().At(near->point);
         text += QStringLiteral("   %1: %2, %3")
                     .arg(CurveTitle(*near->curve), EngineeringText(at.x, m_axes.xUnit),
-                         EngineeringText(at.y, m_unitOf(*near->curve)));
+                         EngineeringText(at.y, m_unitOf(*near->curve, m_view)));
     }
     return text;
 }

@@ -29,6 +29,7 @@ class QwtPlotTextLabel;
 namespace zov::app {
 
 class CCurveItem;
+class CMoreItem;
 class CPlotNavigator;
 class CSmithGrid;
 
@@ -76,7 +77,7 @@ public:
     [[nodiscard]] bool IsLogY() const { return m_logY; }
     /// @param unitOf  the unit of a curve's value where curves have different ones; without it all
     ///                have that of the axis
-    void SetAxes(const SPlotAxes& axes, std::function<QString(const curve::CCurve&)> unitOf = {});
+    void SetAxes(const SPlotAxes& axes, TUnitOf unitOf = {});
     [[nodiscard]] const SPlotAxes& Axes() const { return m_axes; }
     void SetGrid(bool on);
     [[nodiscard]] bool HasGrid() const { return m_gridWanted; }
@@ -160,6 +161,7 @@ private:
     QwtPlotGrid* m_grid;
     CSmithGrid* m_smith;
     QwtPlotLegendItem* m_legend;
+    CMoreItem* m_more;
     QwtPlotTextLabel* m_hint;
     std::vector<CCurveItem*> m_items;  ///< of shown curves
     std::vector<TValues> m_values;     ///< of the list's curves, in any view they were shown in
@@ -177,9 +179,7 @@ private:
     EMouse m_mouse = kZoomMouse;
     QString m_hintText;
     std::optional<std::pair<double, double>> m_keptX; ///< to be shown when all is prepared
-    std::function<QString(const curve::CCurve&)> m_unitOf = [](const curve::CCurve&) {
-        return QString();
-    };
+    TUnitOf m_unitOf = [](const curve::CCurve&, ECurveView) { return QString(); };
     QTimer m_prepare;
     const curve::CCurve* m_preparing = nullptr; ///< what the job looks through, in m_view
     CBackgroundJob m_job;

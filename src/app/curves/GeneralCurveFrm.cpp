@@ -139,8 +139,12 @@ CUiGeneralCurveFrm::CUiGeneralCurveFrm(CLogSink& log, QWidget* parent)
     m_fitColumns.setSingleShot(true);
     m_fitColumns.setInterval(0);
     connect(&m_fitColumns, &QTimer::timeout, this, [this] {
-        m_curveList->resizeColumnsToContents();
-        m_markerList->resizeColumnsToContents();
+        for (QTableView* table : {m_curveList, m_markerList}) {
+            table->resizeColumnsToContents();
+            // Asked for anew, since the last column has just got a width of its own.
+            table->horizontalHeader()->setStretchLastSection(false);
+            table->horizontalHeader()->setStretchLastSection(true);
+        }
     });
     MakePanes();
     MakeMenus();

@@ -51,8 +51,7 @@ void CMarkerModel::Forget(const curve::CCurve& curve)
     endResetModel();
 }
 
-void CMarkerModel::SetView(ECurveView view, const QString& xUnit,
-                           std::function<QString(const curve::CCurve&)> unitOf)
+void CMarkerModel::SetView(ECurveView view, const QString& xUnit, TUnitOf unitOf)
 {
     m_view = view;
     m_xUnit = xUnit;
@@ -99,11 +98,16 @@ double CMarkerModel::Y(const SMarker& marker) const
                      m_view == ECurveView::Smith ? ECurveView::Magnitude : m_view);
 }
 
+QString CMarkerModel::UnitOf(const SMarker& marker) const
+{
+    return m_unitOf(*marker.curve, m_view == ECurveView::Smith ? ECurveView::Magnitude : m_view);
+}
+
 QString CMarkerModel::DifferenceText(const SMarker& marker) const
 {
-    const QString unit = m_unitOf(*marker.curve);
+    const QString unit = UnitOf(marker);
     const SMarker& first = m_markers.front();
-    return unit == m_unitOf(*first.curve) ? EngineeringText(Y(marker) - Y(first), unit) : QString();
+    return unit == UnitOf(first) ? EngineeringText(Y(marker) - Y(first), unit) : QString();
 }
 
 QString CMarkerModel::ComplexText(const SMarker& marker) const
@@ -113,9 +117,10 @@ QString CMarkerModel::ComplexText(const SMarker& marker) const
         return {};
     }
     const std::complex<double> value = points.At(marker.point).values[0];
-    return EngineeringText(value.real(), {}) +
+    const QString unit = m_unitOf(*marker.curve, ECurveView::Real);
+    return EngineeringText(value.real(), unit) +
            (value.imag() < 0 ? QStringLiteral(" - j ") : QStringLiteral(" + j ")) +
-           EngineeringText(std::abs(value.imag()), {});
+           EngineeringText(std::abs(value.imag()), unit);
 }
 
 QVariant CMarkerModel::data(const QModelIndex& index, int role) const
@@ -134,7 +139,7 @@ QVariant CMarkerModel::data(const QModelIndex& index, int role) const
     case kX:
         return EngineeringText(X(marker), m_xUnit, 7);
     case kY:
-        return EngineeringText(Y(marker), m_unitOf(*marker.curve));
+        return EngineeringText(Y(marker), UnitOf(marker));
     case kDeltaX:
         return isFirst ? QString() : EngineeringText(X(marker) - X(first), m_xUnit, 7);
     case kDeltaY:

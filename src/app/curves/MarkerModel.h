@@ -12,6 +12,9 @@
 
 namespace zov::app {
 
+/// The unit of a curve's values in a view.
+using TUnitOf = std::function<QString(const curve::CCurve&, ECurveView)>;
+
 struct SMarker
 {
     curve::TCurvePtr curve;
@@ -46,8 +49,7 @@ public:
     [[nodiscard]] const std::vector<SMarker>& Markers() const { return m_markers; }
     /// What the columns show.
     /// @param unitOf  the unit of a curve's value; values of different ones have no difference
-    void SetView(ECurveView view, const QString& xUnit,
-                 std::function<QString(const curve::CCurve&)> unitOf);
+    void SetView(ECurveView view, const QString& xUnit, TUnitOf unitOf);
     /// All rows as text, a line each, cells parted by tabs.
     [[nodiscard]] QString AsText() const;
 
@@ -62,15 +64,14 @@ Q_SIGNALS:
 private:
     [[nodiscard]] double X(const SMarker& marker) const;
     [[nodiscard]] double Y(const SMarker& marker) const;
+    [[nodiscard]] QString UnitOf(const SMarker& marker) const;
     [[nodiscard]] QString DifferenceText(const SMarker& marker) const;
     [[nodiscard]] QString ComplexText(const SMarker& marker) const;
 
     std::vector<SMarker> m_markers;
     ECurveView m_view = ECurveView::Magnitude;
     QString m_xUnit;
-    std::function<QString(const curve::CCurve&)> m_unitOf = [](const curve::CCurve&) {
-        return QString();
-    };
+    TUnitOf m_unitOf = [](const curve::CCurve&, ECurveView) { return QString(); };
 };
 
 } // namespace zov::app

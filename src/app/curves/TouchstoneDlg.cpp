@@ -136,7 +136,7 @@ CTouchstoneDlg::CTouchstoneDlg(QWidget* parent, const QString& fileName,
     , m_data(matrices)
     , m_entries(this)
 {
-    m_form.ui_IDC_FILE->setText(tr("%1: %2 ports, %3 frequencies, %4 parameters")
+    m_form.ui_IDC_FILE->setText(tr("%1: ports %2, frequencies %3, %4 parameters")
                                     .arg(fileName)
                                     .arg(matrices.PortCount())
                                     .arg(matrices.FrequencyCount())

@@ -215,7 +215,7 @@ TEST_F(CurveFilesTest, MarkersReadClosedForms)
                   EngineeringText(one.value(1) - one.value(0), unit));
     }
     // At a tenth of the resonance the reactance is -9.9 times that of L at the resonance.
-    EXPECT_TRUE(shown(0, CMarkerModel::kValue).startsWith(QStringLiteral("20 m - j ")));
+    EXPECT_TRUE(shown(0, CMarkerModel::kValue).startsWith(QStringLiteral("20 m\u03a9 - j ")));
 }
 
 TEST_F(CurveFilesTest, CurvesOfDifferentUnitsKeepTheirOwn)

@@ -216,8 +216,9 @@ TEST_F(CurveFrameTest, TheMouseZoomsPansAndMarks)
     QTest::mouseClick(canvas, Qt::LeftButton, {}, pixelOf(1.1e7, 10.0));
     CMarkerModel& markers = frame.Page().Markers();
     ASSERT_EQ(markers.rowCount(), 2);
-    EXPECT_EQ(markers.AsText().split(QLatin1Char('\n'))[2],
-              QStringLiteral("M2\tfirst\t10 MHz\t10 \u03a9\t9 MHz\t5 \u03a9\t6 + j 8"));
+    EXPECT_EQ(
+        markers.AsText().split(QLatin1Char('\n'))[2],
+        QStringLiteral("M2\tfirst\t10 MHz\t10 \u03a9\t9 MHz\t5 \u03a9\t6 \u03a9 + j 8 \u03a9"));
     QTest::mousePress(canvas, Qt::LeftButton, {}, pixelOf(1e7, 10.0));
     QTest::mouseRelease(canvas, Qt::LeftButton, {}, pixelOf(0.9e9, 3.0));
     EXPECT_EQ(markers.Markers()[1].point, 2U) << "dragged along its curve";
