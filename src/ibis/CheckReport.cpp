@@ -6,6 +6,7 @@
 #include "base/Text.h"
 #include "ibischk/parse.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <fmt/format.h>
 #include <new>
@@ -145,7 +146,8 @@ public:
         std::size_t next = 0;
         for (SIPMessage& message : messages) {
             // A finding whose text has several lines, or that is not printed, is passed over.
-            for (std::size_t i = next; i < m_findings.size(); ++i) {
+            const std::size_t last = std::min(m_findings.size(), next + kPassedOver);
+            for (std::size_t i = next; i < last; ++i) {
                 if (m_findings[i].text.starts_with(message.text)) {
                     message.code = m_findings[i].code;
                     next = i + 1;
@@ -156,6 +158,8 @@ public:
     }
 
 private:
+    /// So that a message without a finding costs little.
+    static constexpr std::size_t kPassedOver = 64;
     struct SFound
     {
         int code;
@@ -200,8 +204,19 @@ int CheckIbisFile(const char* path, SIPCheckInfo* info, const SIPCheckOptions& o
     checker.Report().SetStyle(ibischk::EStyle::Plain);
     CCodes codes;
     checker.Report().SetFindings(&codes);
+    bool stopped = false;
+    if (options.progress) {
+        checker.SetProgress([&](double share) {
+            stopped = stopped || !options.progress(share);
+            return !stopped;
+        });
+    }
     // The verdict on a file that can't be read is in the report, too.
     static_cast<void>(checker.CheckFile(path, options.type));
+    if (stopped) {
+        info->problem = "the check was stopped";
+        return kIPCheckNotDone;
+    }
     checker.PrintSummary();
     info->report = file.ReadBack();
     if (!file.Ok()) {

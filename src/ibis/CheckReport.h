@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,7 +38,7 @@ struct SIPMessage
 enum EIPCheck : int
 {
     kIPCheckClean = 0,
-    kIPCheckNotDone = 1, ///< no path, no place for the report, or the report can't be written
+    kIPCheckNotDone = 1, ///< no path, stopped, no place for the report, or it can't be written
     kIPCheckWarnings = 2,
     kIPCheckErrors = 3
 };
@@ -58,6 +59,8 @@ struct SIPCheckOptions
     ibischk::EFileType type = ibischk::EFileType::Ibs;
     /// Where the temporary report goes; empty: the system's folder for such files.
     std::filesystem::path temporaryFolder = {};
+    /// Told of the share that is done; false stops the check, whose result is then NotDone.
+    std::function<bool(double)> progress = {};
 };
 
 /// Checks a file before it is parsed. The temporary report is gone when this returns.

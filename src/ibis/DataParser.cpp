@@ -13,6 +13,8 @@ namespace {
 using ibischk::EFileType;
 
 constexpr EFileType kParsed[] = {EFileType::Pkg, EFileType::Ims, EFileType::Ebd};
+/// Of the time that checking and parsing take.
+constexpr double kCheckShare = 0.7;
 constexpr EFileType kNotParsed[] = {EFileType::Emd, EFileType::Ems, EFileType::Ami};
 
 void CollectInOrder(CIPDataObject& object, std::vector<CIPDataObject*>& all)
@@ -54,22 +56,44 @@ CResult<void> CIBISDataParser::Read(const std::filesystem::path& path,
     m_check = {};
     ASSIGN_OR_RETURN(const EFileType type, IPFileTypeOf(path));
     ASSIGN_OR_RETURN(std::string text, ReadWholeFile(path));
+    bool stopped = false;
+    const auto goOn = [&](double share) {
+        stopped = stopped || (options.progress && !options.progress(share));
+        return !stopped;
+    };
     if (options.check == EIPCheckFirst::Yes) {
-        CheckIbisFile(PathText(path).c_str(), &m_check, {type, options.temporaryFolder});
+        CheckIbisFile(PathText(path).c_str(), &m_check,
+                      {type, options.temporaryFolder,
+                       [&](double share) { return goOn(share * kCheckShare); }});
     }
-    ReadText(std::move(text), type);
+    if (goOn(kCheckShare)) {
+        Parse(std::move(text), type,
+              [&](double share) { return goOn(kCheckShare + share * (1.0 - kCheckShare)); });
+    }
+    if (stopped) {
+        m_data.reset();
+        m_check = {};
+        return Fail(EErr::Cancelled, "reading was stopped");
+    }
     MarkMessages();
     return {};
 }
 
 void CIBISDataParser::ReadText(std::string text, EFileType type)
 {
+    Parse(std::move(text), type, {});
+}
+
+void CIBISDataParser::Parse(std::string text, EFileType type, FIPProgress progress)
+{
     if (type == EFileType::Ebd) {
         m_parser = std::make_unique<CParserEBD>();
     } else {
         m_parser = std::make_unique<CParserIBS>();
     }
+    m_parser->SetProgress(std::move(progress));
     m_data = m_parser->Parse(std::move(text));
+    m_parser->SetProgress({});
 }
 
 /// A message's line belongs to the last object that begins at or before it.

@@ -29,6 +29,8 @@ struct SIPReadOptions
 {
     EIPCheckFirst check = EIPCheckFirst::Yes;
     std::filesystem::path temporaryFolder = {}; ///< of the check's report; empty: the system's
+    /// Told of the share that is done; false ends the reading with Cancelled.
+    FIPProgress progress = {};
 };
 
 /// Owns a parser of the file's kind and the objects that it made.
@@ -39,7 +41,7 @@ public:
     /// @return 0 when the file can't be opened or is of a kind that has no objects (Error tells),
     ///         else 1
     int ReadFile(const std::filesystem::path& path, const SIPReadOptions& options = {});
-    /// The same as a result.
+    /// The same as a result. Errors: those of ReadWholeFile, Unsupported, Cancelled.
     CResult<void> Read(const std::filesystem::path& path, const SIPReadOptions& options = {});
     /// Parses a text without check.
     /// @param type  Ibs, Pkg, Ims or Ebd
@@ -52,6 +54,7 @@ public:
     [[nodiscard]] const SError& Error() const { return m_error; }
 
 private:
+    void Parse(std::string text, ibischk::EFileType type, FIPProgress progress);
     void MarkMessages();
 
     std::unique_ptr<CParserBase> m_parser;

@@ -4,7 +4,6 @@
 #include "base/File.h"
 #include "base/Text.h"
 #include "ibis/BusBlock.h"
-#include "ibis/Parser.h"
 
 namespace zov::ibis {
 
@@ -40,10 +39,19 @@ std::filesystem::path NextCopyPath(const std::filesystem::path& source)
     }
 }
 
-CResult<void> CIBISLoader::Open(const std::filesystem::path& path)
+CResult<void> CIBISLoader::Open(const std::filesystem::path& path, const FIPProgress& progress)
 {
     ASSIGN_OR_RETURN(std::string text, ReadWholeFile(path));
-    auto file = CParserIBS().Parse(std::move(text));
+    CParserIBS parser;
+    bool stopped = false;
+    parser.SetProgress([&](double share) {
+        stopped = progress && !progress(share);
+        return !stopped;
+    });
+    auto file = parser.Parse(std::move(text));
+    if (stopped) {
+        return Fail(EErr::Cancelled, "reading was stopped");
+    }
     ASSIGN_OR_RETURN(std::vector<std::string> names,
                      ComponentNames(*file, PathText(path.filename())));
     m_path = path;

@@ -11,6 +11,7 @@
 
 #include "base/Sink.h"
 #include "ibis/BusDefinitions.h"
+#include "ibis/Parser.h"
 #include "ibis/PinList.h"
 
 #include <filesystem>
@@ -33,8 +34,9 @@ public:
     {
     }
 
-    /// Reads a file. Errors: of the file, and those of ComponentNames.
-    CResult<void> Open(const std::filesystem::path& path);
+    /// Reads a file. Errors: of the file, those of ComponentNames, and Cancelled.
+    /// @param progress  told of the share that is done; false stops
+    CResult<void> Open(const std::filesystem::path& path, const FIPProgress& progress = {});
     [[nodiscard]] const std::vector<std::string>& Components() const { return m_components; }
     /// Chooses the component: its pin list and its definitions, empty ones when it has none.
     CResult<void> Select(std::string_view component);

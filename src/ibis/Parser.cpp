@@ -13,6 +13,8 @@ namespace {
 /// Keywords without a class that get an object each; those beyond that follow another are lines of
 /// it, so that a file of such keywords takes little more than its size.
 constexpr std::size_t kSingleUnknown = 1000;
+/// Lines between two questions whether to go on, a power of two.
+constexpr std::size_t kStepLines = 4096;
 /// Ctrl-Z, with which old programs end a file. Anywhere else it is a character like others.
 constexpr char kEndOfText = '\x1a';
 
@@ -81,7 +83,12 @@ std::unique_ptr<CIPDataFile> CParserBase::ParseFor(std::string text, std::uint8_
     if (rest.ends_with(kEndOfText)) {
         rest.remove_suffix(1);
     }
+    const auto whole = static_cast<double>(rest.size());
     for (; !rest.empty(); ++m_line) {
+        if (m_line % kStepLines == 0 && m_progress &&
+            !m_progress(1.0 - static_cast<double>(rest.size()) / whole)) {
+            break;
+        }
         const void* const found = std::memchr(rest.data(), '\n', rest.size());
         const std::size_t end =
             found == nullptr

@@ -10,11 +10,15 @@
 
 #include "ibis/DataFile.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace zov::ibis {
+
+/// Told of the share of the text that is parsed, 0 to 1; false stops.
+using FIPProgress = std::function<bool(double)>;
 
 /// Keywords whose lines are text, in which indented brackets are no keyword.
 [[nodiscard]] bool HasFreeText(EIPKeyword keyword);
@@ -36,6 +40,9 @@ public:
 
     /// The whole file. Begins anew each time.
     [[nodiscard]] virtual std::unique_ptr<CIPDataFile> Parse(std::string text) = 0;
+    /// Asked every few thousand lines of the texts to come; a parse that it stops gives the objects
+    /// so far.
+    void SetProgress(FIPProgress progress) { m_progress = std::move(progress); }
 
     [[nodiscard]] char CommentCharacter() const { return m_comment; }
     [[nodiscard]] EIPKeyword CurrentKeyword() const { return m_current; }
@@ -70,6 +77,7 @@ private:
     CIPDataFile* m_file = nullptr;
     std::vector<CIPDataObject*> m_open; ///< the file and the containers that are open in it
     CIPDataObject* m_taker = nullptr;   ///< of data lines
+    FIPProgress m_progress;
 };
 
 /// ".ibs" files; also ".pkg" and ".ims", whose sections may stand in ".ibs" files too.

@@ -8,12 +8,17 @@
 #include "ibischk/FileSource.h"
 #include "ibischk/Report.h"
 
+#include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 
 namespace zov::ibischk {
+
+/// Told of the share of the file that is checked, 0 to 1; false stops the check.
+using FCheckProgress = std::function<bool(double)>;
 
 struct SCheck
 {
@@ -34,6 +39,13 @@ struct SCheck
     /// Checks that this one and those that it began have made, by path; null while one goes on.
     /// Kept by the outermost check, since what they gathered is compared with it.
     std::map<std::string, std::unique_ptr<SCheck>> referenced;
+    /// Of the outermost check, for all that it begins.
+    const FCheckProgress* progress = nullptr; ///< null: nobody asks
+    std::size_t steps = 0;                    ///< lines since it was asked
+    double share = 0.0;
+    bool stopped = false; ///< what is reported from now on is of no use
+
+    [[nodiscard]] SCheck& First() { return outermost != nullptr ? *outermost : *this; }
 
     /// Folder of the checked file with its "/" at the end; empty for none.
     [[nodiscard]] std::string_view Folder() const;

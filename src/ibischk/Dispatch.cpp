@@ -13,6 +13,8 @@ namespace zov::ibischk {
 namespace {
 
 constexpr std::size_t kKeywordLimit = 1021;
+/// Lines between two questions whether to go on: a few milliseconds.
+constexpr std::size_t kStepLines = 4096;
 constexpr const char* kModule = "ibischk/parse";
 
 /// Nothing can be made of data here.
@@ -64,15 +66,33 @@ void CDispatcher::Run(std::string_view bytes)
     CIllegalReport illegal(m_report);
     CLineReader reader(bytes, m_check.arena);
     SRawLine raw;
+    SCheck& first = m_check.First();
     while (reader.Next(m_state.comment, raw, illegal)) {
         m_state.line = raw.line;
         Classify(raw);
+        if (++first.steps >= kStepLines &&
+            !Ask(static_cast<double>(reader.Position() - bytes.data()) /
+                 static_cast<double>(bytes.size()))) {
+            return;
+        }
     }
-    if (!m_state.endSeen) {
+    if (!m_state.endSeen && !first.stopped) {
         m_report.Error(903);
         constexpr std::string_view kEnd = "[END]";
         Keyword({kEnd, m_state.line, kEnd.data(), 0});
     }
+}
+
+/// Whether to go on. A file that another names is no share of its own.
+bool CDispatcher::Ask(double share)
+{
+    SCheck& first = m_check.First();
+    first.steps = 0;
+    if (&first == &m_check) {
+        first.share = share;
+    }
+    first.stopped = first.stopped || (first.progress != nullptr && !(*first.progress)(first.share));
+    return !first.stopped;
 }
 
 void CDispatcher::Classify(const SRawLine& raw)

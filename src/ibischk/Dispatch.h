@@ -17,10 +17,12 @@ class CDispatcher
 public:
     explicit CDispatcher(SCheck& check);
 
-    /// All lines, [End] or what stands for it, and the checks of the whole file.
+    /// All lines, [End] or what stands for it, and the checks of the whole file. Ends early when
+    /// the check is stopped.
     void Run(std::string_view bytes);
 
 private:
+    [[nodiscard]] bool Ask(double share);
     void Classify(const SRawLine& raw);
     void CommentChar(const SLine& line);
     void Keyword(const SLine& line);

@@ -66,6 +66,8 @@ public:
 
     /// The next read begins a new line.
     [[nodiscard]] bool AtLineEnd() const { return !m_midLine; }
+    /// The first byte that was not read yet.
+    [[nodiscard]] const char* Position() const { return m_next; }
     /// Lines met so far.
     [[nodiscard]] std::size_t LineNumber() const { return m_line; }
 

@@ -92,6 +92,7 @@ bool CChecker::CheckFile(std::string_view name, EFileType type, CFileSource& fil
     SCheck check(m_report, files);
     check.path = *path;
     check.state.fileType = type;
+    check.progress = m_progress ? &m_progress : nullptr;
     if (IsParameterTree(type)) {
         m_report.Progress(fmt::format("\n... Reading {}\n", check.path));
     }
@@ -106,7 +107,7 @@ bool CChecker::CheckFile(std::string_view name, EFileType type, CFileSource& fil
         }
         return m_ami.has_value();
     }
-    return CheckLines(check, *bytes);
+    return CheckLines(check, *bytes) && !check.stopped;
 }
 
 void CChecker::GetCounts(std::uint32_t* bugs, std::uint32_t* errors, std::uint32_t* warnings) const
@@ -131,7 +132,7 @@ CChecker& ProcessChecker()
 
 SCheck* CheckReferenced(SCheck& check, std::string_view name, EFileType type)
 {
-    SCheck& first = check.outermost != nullptr ? *check.outermost : check;
+    SCheck& first = check.First();
     std::string path = check.PathOf(name);
     if (check.depth == kMaxReferenceDepth || path == first.path) {
         return nullptr;

@@ -13,6 +13,7 @@
 
 #include "base/Sink.h"
 #include "ibischk/AmiReader.h"
+#include "ibischk/Check.h"
 #include "ibischk/FileSource.h"
 #include "ibischk/Report.h"
 #include "ibischk/Types.h"
@@ -22,6 +23,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace zov::ibischk {
 
@@ -39,10 +41,14 @@ public:
     /// Style, quiet flags, findings as data.
     [[nodiscard]] CReport& Report() { return m_report; }
 
+    /// Asked every few thousand lines of the checks to come, those of parameter trees excepted.
+    void SetProgress(FCheckProgress progress) { m_progress = std::move(progress); }
+
     /// Reads and checks a file of the disk, reporting as it goes.
     /// @param name  as UTF-8; the type's extension is appended to a name without any point
     /// @return true when the file was read: it has the right extension, opens, and declares a
-    ///         version that is known (types Ami and Parameters: its text is complete)
+    ///         version that is known (types Ami and Parameters: its text is complete); false also
+    ///         when it was stopped, what is reported by then is of no use
     bool CheckFile(std::string_view name, EFileType type);
     /// The same from another source.
     bool CheckFile(std::string_view name, EFileType type, CFileSource& files);
@@ -58,6 +64,7 @@ public:
 private:
     std::unique_ptr<CLogSink> m_standardOutput;
     CReport m_report;
+    FCheckProgress m_progress;
     std::optional<SAmiText> m_ami;
 };
 

@@ -64,6 +64,41 @@ TEST_F(CCheckFirst, DoesNothingWithoutPathOrInfo)
     EXPECT_TRUE(ReportsGone());
 }
 
+TEST_F(CCheckFirst, TellsHowFarItIsAndStops)
+{
+    std::string text(kHead);
+    for (int i = 0; i < 20000; ++i) {
+        text += "|\n";
+    }
+    text += std::string(kPins) + "[End]\n";
+    const auto path = m_files.Write("a.ibs", text);
+    std::vector<double> shares;
+    CIBISDataParser parser;
+    ASSERT_TRUE(parser.Read(path, {EIPCheckFirst::Yes, m_reports.Path(), [&](double share) {
+                                       shares.push_back(share);
+                                       return true;
+                                   }}));
+    EXPECT_GT(shares.size(), 6U);
+    EXPECT_TRUE(std::ranges::is_sorted(shares));
+    EXPECT_LE(shares.back(), 1.0);
+    // At each of these questions: nothing is left, and it is not told as a fault of the file.
+    for (std::size_t at = 0; at < shares.size(); ++at) {
+        std::size_t asked = 0;
+        CIBISDataParser stopped;
+        const CResult<void> read = stopped.Read(
+            path, {EIPCheckFirst::Yes, m_reports.Path(), [&](double) { return asked++ != at; }});
+        ASSERT_FALSE(read.Ok()) << at;
+        EXPECT_EQ(read.Error().code, EErr::Cancelled);
+        EXPECT_EQ(stopped.Data(), nullptr);
+    }
+    EXPECT_EQ(
+        CheckIbisFile(PathText(path).c_str(), &m_info,
+                      {ibischk::EFileType::Ibs, m_reports.Path(), [](double) { return false; }}),
+        kIPCheckNotDone);
+    EXPECT_TRUE(m_info.messages.empty());
+    EXPECT_TRUE(ReportsGone());
+}
+
 TEST(CheckReport, IsReadBackLineByLine)
 {
     SIPCheckInfo info;

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/ibis/ComposeWizard.h"
 
+#include "app/RunBeside.h"
+#include "app/ibis/EmptyHint.h"
 #include "app/ibis/ModelBrowserDlg.h"
+#include "app/ibis/SignalBrowserDlg.h"
 #include "base/Clock.h"
 #include "base/File.h"
+#include "core/LibraryFiles.h"
 #include "ibis/CheckReport.h"
 #include "ibis/IbisLoader.h"
 #include "ui/Prompt.h"
@@ -42,6 +46,21 @@ QString Text(const std::string& text)
     return QString::fromStdString(text);
 }
 
+/// The place of the one that the user picks, -1 for none. One alone is not asked about.
+int ChooseOne(QWidget* parent, const std::vector<std::string>& names, const QString& title,
+              const QString& question)
+{
+    if (names.size() == 1) {
+        return 0;
+    }
+    QStringList shown;
+    for (const std::string& name : names) {
+        shown += Text(name);
+    }
+    CTimingRefBrowserDlg dialog(parent, shown, title, question);
+    return dialog.DoModal() == ui::EAnswer::Ok ? dialog.Chosen() : -1;
+}
+
 QLineEdit* NewField(const char* objectName, QWidget* parent)
 {
     auto* field = new QLineEdit(parent);
@@ -61,14 +80,62 @@ CCircuitEditor::CCircuitEditor(const QString& title, const char* objectName, QWi
     m_name->setPlaceholderText(tr("empty: there is no such circuit"));
     m_file = NewField("CircuitFile", box);
     m_subcircuit = NewField("CircuitSubcircuit", box);
-    m_ports = new CTextTable({{tr("Port"), {}}, {tr("Ties to"), Ties()}, {tr("Name"), {}}}, box);
+    m_ports = new CTextTable({{tr("Port"), {}}, {tr("Ties to"), Ties()}, {tr("Name"), {}}},
+                             tr("No ports. Add a row for each port of the sub-circuit, in its "
+                                "order."),
+                             box);
+    auto* browse = new QPushButton(tr("Browse..."), box);
+    browse->setObjectName(QStringLiteral("CircuitBrowse"));
+    auto* file = new QHBoxLayout;
+    file->addWidget(m_file);
+    file->addWidget(browse);
     form->addRow(tr("Name:"), m_name);
-    form->addRow(tr("SPICE file:"), m_file);
+    form->addRow(tr("SPICE file:"), file);
     form->addRow(tr("Sub-circuit:"), m_subcircuit);
     form->addRow(m_ports);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(box);
+    connect(browse, &QPushButton::clicked, this, &CCircuitEditor::Browse);
+}
+
+/// A sub-circuit of a file, with its ports.
+void CCircuitEditor::Browse()
+{
+    const QString path = ui::CPrompt::OpenFile(
+        this, tr("SPICE File"),
+        tr("SPICE files (*.sp *.spi *.cir *.ckt *.inc *.lib);;All files (*)"));
+    if (path.isEmpty()) {
+        return;
+    }
+    CResult<std::vector<SSubcircuit>> read = std::vector<SSubcircuit>();
+    RunBeside([&] {
+        CResult<std::string> text = ReadWholeFile(PathOf(path));
+        read = text ? ReadSubcircuits(*text) : CResult<std::vector<SSubcircuit>>(text.TakeError());
+    });
+    if (!read || read->empty()) {
+        ui::CPrompt::Tell(
+            this, read ? tr("'%1' holds no sub-circuit.").arg(path) : Text(read.Error().Full()),
+            ui::EIcon::Error);
+        return;
+    }
+    std::vector<std::string> names;
+    for (const SSubcircuit& one : *read) {
+        names.push_back(one.name);
+    }
+    const int chosen =
+        ChooseOne(this, names, tr("Choose Sub-circuit"), tr("&Sub-circuit of the file:"));
+    if (chosen >= 0) {
+        const SSubcircuit& circuit = (*read)[static_cast<std::size_t>(chosen)];
+        ibis::SCompositeCircuit made;
+        made.name = m_name->text().isEmpty() ? circuit.name : m_name->text().toStdString();
+        made.file = path.toStdString();
+        made.subcircuit = circuit.name;
+        for (const std::string& pin : circuit.pins) {
+            made.ports.push_back({pin, ibis::ECompositeTie::Open, {}});
+        }
+        Set(made);
+    }
 }
 
 void CCircuitEditor::Set(const ibis::SCompositeCircuit& circuit)
@@ -126,6 +193,7 @@ void CComposeWizard::MakeOutputPage()
     m_wrapper = NewField("WrapperFile", page);
     m_wrapper->setPlaceholderText(tr("name of the IBIS file with .sp"));
     auto* browse = new QPushButton(tr("B&rowse..."), page);
+    browse->setObjectName(QStringLiteral("BrowseOutput"));
     auto* file = new QHBoxLayout;
     file->addWidget(m_path);
     file->addWidget(browse);
@@ -153,7 +221,8 @@ void CComposeWizard::MakeBufferPage()
         &AddPage(kBuffers, tr("Buffers"),
                  tr("IBIS models that are wrapped into SPICE sub-circuits; pins name them."));
     m_buffers = new CTextTable(
-        {{tr("Name"), {}}, {tr("IBIS file"), {}}, {tr("Model"), {}}, {tr("Model_type"), {}}}, page);
+        {{tr("Name"), {}}, {tr("IBIS file"), {}}, {tr("Model"), {}}, {tr("Model_type"), {}}},
+        tr("No buffers. Choose models with \"From IBIS File...\", or add a row."), page);
     m_buffers->setObjectName(QStringLiteral("Buffers"));
     m_buffers->AddButton(tr("&From IBIS File..."), "FromIbisFile", [this] { BrowseModels(); });
     (new QVBoxLayout(page))->addWidget(m_buffers);
@@ -177,6 +246,8 @@ void CComposeWizard::MakePinPage()
                              {tr("GND clamp"), {}},
                              {tr("POWER clamp"), {}},
                              {tr("Inverts"), {}}},
+                            tr("No pins. Take those of a component with \"From IBIS File...\", or "
+                               "add a row."),
                             page);
     m_pins->setObjectName(QStringLiteral("Pins"));
     m_pins->AddButton(tr("&From IBIS File..."), "PinsFromIbisFile", [this] {
@@ -225,6 +296,10 @@ void CComposeWizard::MakeResultPage()
     list->verticalHeader()->hide();
     list->horizontalHeader()->setStretchLastSection(true);
     list->setShowGrid(false);
+    list->setWordWrap(false);
+    list->setSelectionBehavior(QAbstractItemView::SelectRows);
+    list->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    new CEmptyHint(*list, tr("The checker's messages stand here when there are any."));
     auto* editor = new QPushButton(tr("Open in &Editor"), page);
     editor->setObjectName(QStringLiteral("OpenInEditor"));
     auto* layout = new QVBoxLayout(page);
@@ -331,26 +406,44 @@ void CComposeWizard::BrowseModels()
 void CComposeWizard::TakePins(const QString& path)
 {
     ibis::CIBISLoader loader;
-    CResult<void> read = loader.Open(PathOf(path));
+    CResult<void> read;
+    RunBeside([&] { read = loader.Open(PathOf(path)); });
     if (read) {
-        read = loader.Select(loader.Components().front());
+        const auto& all = loader.Components();
+        const int chosen =
+            ChooseOne(this, all, tr("Choose Component"), tr("&Component whose pins are taken:"));
+        if (chosen < 0) {
+            return;
+        }
+        RunBeside([&] { read = loader.Select(all[static_cast<std::size_t>(chosen)]); });
     }
     if (!read) {
         Tell(read.Error());
         return;
     }
-    const std::vector<QStringList>& buffers = m_buffers->Model().Rows();
     for (const ibis::SPinListRow& row : loader.Pins().pins) {
-        // A pin whose model is a buffer here gets that.
-        const auto buffer = std::ranges::find_if(
-            buffers, [&](const QStringList& one) { return one[2] == Text(row.model); });
-        const bool isBuffer = buffer != buffers.end();
-        m_pins->Model().Add({Text(row.pin), Text(row.signal), isBuffer ? (*buffer)[0] : QString(),
-                             isBuffer ? QString() : Text(row.model), Text(row.r), Text(row.l),
-                             Text(row.c), Text(row.pulldownRef), Text(row.pullupRef),
-                             Text(row.gndClampRef), Text(row.powerClampRef),
-                             row.inverting ? Text(row.diffPin) : QString()});
+        TakePin(row);
     }
+}
+
+/// A pin that is in the table stays as it is.
+void CComposeWizard::TakePin(const ibis::SPinListRow& row)
+{
+    const auto& pins = m_pins->Model().Rows();
+    const QString name = Text(row.pin);
+    if (std::ranges::any_of(pins, [&](const QStringList& pin) { return pin[0] == name; })) {
+        return;
+    }
+    const std::vector<QStringList>& buffers = m_buffers->Model().Rows();
+    // A pin whose model is a buffer here gets that.
+    const auto buffer = std::ranges::find_if(
+        buffers, [&](const QStringList& one) { return one[2] == Text(row.model); });
+    const bool isBuffer = buffer != buffers.end();
+    m_pins->Model().Add({name, Text(row.signal), isBuffer ? (*buffer)[0] : QString(),
+                         isBuffer ? QString() : Text(row.model), Text(row.r), Text(row.l),
+                         Text(row.c), Text(row.pulldownRef), Text(row.pullupRef),
+                         Text(row.gndClampRef), Text(row.powerClampRef),
+                         row.inverting ? Text(row.diffPin) : QString()});
 }
 
 void CComposeWizard::OpenDescription()
@@ -371,7 +464,8 @@ void CComposeWizard::OpenDescription()
         return;
     }
     // Files that it names stand beside it, and so does what is written unless told otherwise.
-    const CResult<void> types = FindModelTypes(*read, PathOf(QFileInfo(path).absolutePath()));
+    CResult<void> types;
+    RunBeside([&] { types = FindModelTypes(*read, PathOf(QFileInfo(path).absolutePath())); });
     if (!types) {
         Tell(types.Error());
     }
@@ -424,13 +518,16 @@ bool CComposeWizard::Write()
 {
     ibis::SComposite composite = Composite();
     const std::filesystem::path path = PathOf(OutputPath());
-    CResult<void> result = FindModelTypes(composite, path.parent_path());
-    if (result) {
-        result = CheckComposite(composite);
-    }
-    if (result) {
-        result = SaveComposite(composite, path, LocalTimeNow());
-    }
+    CResult<void> result;
+    RunBeside([&] {
+        result = FindModelTypes(composite, path.parent_path());
+        if (result) {
+            result = CheckComposite(composite);
+        }
+        if (result) {
+            result = SaveComposite(composite, path, LocalTimeNow());
+        }
+    });
     if (!result) {
         Tell(result.Error());
         return false;
@@ -443,18 +540,21 @@ void CComposeWizard::Check()
 {
     m_verdict->setText(tr("Checking %1...").arg(OutputPath()));
     auto info = std::make_shared<ibis::SIPCheckInfo>();
-    m_job.Start(
-        tr("Checking"),
-        [this, info, path = OutputPath().toStdString()](CJobState&) -> CBackgroundJob::Deliver {
-            CheckIbisFile(path.c_str(), info.get());
-            return [this, info] {
-                m_report.SetMessages(info->messages);
-                m_verdict->setText(tr("%1 is written: %2 errors, %3 warnings.")
-                                       .arg(OutputPath())
-                                       .arg(info->errors)
-                                       .arg(info->warnings));
-            };
-        });
+    m_job.Start(tr("Checking"),
+                [this, info,
+                 path = OutputPath().toStdString()](CJobState& state) -> CBackgroundJob::Deliver {
+                    CheckIbisFile(path.c_str(), info.get(),
+                                  {ibischk::EFileType::Ibs, {}, [&state](double) {
+                                       return !state.Cancelled();
+                                   }});
+                    return [this, info] {
+                        m_report.SetMessages(info->messages);
+                        m_verdict->setText(tr("%1 is written: %2 errors, %3 warnings.")
+                                               .arg(OutputPath())
+                                               .arg(info->errors)
+                                               .arg(info->warnings));
+                    };
+                });
 }
 
 } // namespace zov::app

@@ -8,6 +8,7 @@
 #include "app/ibis/TextTable.h"
 #include "base/Sink.h"
 #include "ibis/Composite.h"
+#include "ibis/PinList.h"
 #include "ui/Wizard.h"
 
 #include <memory>
@@ -29,6 +30,8 @@ public:
     [[nodiscard]] ibis::SCompositeCircuit Circuit() const;
 
 private:
+    void Browse();
+
     QLineEdit* m_name;
     QLineEdit* m_file;
     QLineEdit* m_subcircuit;
@@ -48,7 +51,7 @@ public:
     [[nodiscard]] ibis::SComposite Composite() const;
     /// Models as buffers, each under a name that no other has.
     void AddBuffer(const QString& file, const QString& model, const QString& modelType);
-    /// The pins of a file's first component.
+    /// The pins of a component of a file, which the user chooses when there are several.
     void TakePins(const QString& path);
     [[nodiscard]] bool IsIdle() const { return !m_job.IsRunning(); }
     [[nodiscard]] QString OutputPath() const;
@@ -79,6 +82,7 @@ private:
     bool CheckPinPage();
     bool Write();
     void Check();
+    void TakePin(const ibis::SPinListRow& row);
     void Tell(const SError& error);
 
     CLogSink& m_log;

@@ -29,6 +29,7 @@ constexpr ui::SCommand kCommands[] = {
     {ID_IBIS_PANE_TREE, "OnIbisPaneTree", "Objects", "", "", ""},
     {ID_IBIS_PANE_REPORT, "OnIbisPaneReport", "Report", "", "", ""},
     {ID_IBIS_PANE_CURVES, "OnIbisPaneCurves", "Curves", "", "", ""},
+    {ID_IBIS_STOP, "OnIbisStop", "S&top", "Stop checking and reading\nStop", "stop", "Esc"},
 };
 
 } // namespace

@@ -29,7 +29,8 @@ enum EIbisCommandId : unsigned
     ID_IBIS_SHOW_NOTES,
     ID_IBIS_PANE_TREE,
     ID_IBIS_PANE_REPORT,
-    ID_IBIS_PANE_CURVES
+    ID_IBIS_PANE_CURVES,
+    ID_IBIS_STOP
 };
 
 std::span<const ui::SCommand> IbisCommands();

@@ -87,7 +87,7 @@ SIbisCurves CurvesOfObject(const ibis::CIPDataObject& object)
         }
     }
     if (!out.curves.empty()) {
-        out.title = Text(object.Name()) + QLatin1Char(' ') + Text(object.Value());
+        out.title = (Text(object.Name()) + QLatin1Char(' ') + Text(object.Value())).trimmed();
     }
     return out;
 }

@@ -2,6 +2,7 @@
 #include "app/ibis/IbisEditorFrm.h"
 
 #include "app/Images.h"
+#include "app/ibis/EmptyHint.h"
 #include "app/ibis/IbisCommands.h"
 #include "app/ibis/IbisCurves.h"
 #include "app/ibis/IbisTextEdit.h"
@@ -15,18 +16,29 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTableView>
 #include <QTextBrowser>
 #include <QToolBar>
+#include <QToolButton>
 #include <QTreeView>
+#include <QVBoxLayout>
 
 namespace zov::app {
+namespace {
+
+QString Text(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+}
+
+} // namespace
 
 ZOV_BEGIN_MESSAGE_MAP(CIbisEditorFrm, ui::CCmdTargetBase)
-ZOV_ON_COMMAND_UPDATE(ID_IBIS_OPEN, IbisOpen)
+ZOV_ON_COMMAND(ID_IBIS_OPEN, IbisOpen)
 ZOV_ON_COMMAND_UPDATE(ID_IBIS_SAVE, IbisSave)
 ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_SAVE_AS, IbisSaveAs, OnUpdateOfEdit)
 ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_CHECK, IbisCheck, OnUpdateOfFile)
@@ -46,13 +58,13 @@ ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_SHOW_NOTES, IbisShowNotes, OnUpdateIbisShow)
 ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_PANE_TREE, IbisPaneTree, OnUpdateIbisPane)
 ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_PANE_REPORT, IbisPaneReport, OnUpdateIbisPane)
 ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_PANE_CURVES, IbisPaneCurves, OnUpdateIbisPane)
+ZOV_ON_COMMAND_UPDATE(ID_IBIS_STOP, IbisStop)
 ZOV_END_MESSAGE_MAP()
 
 CIbisEditorFrm::CIbisEditorFrm(CLogSink& log, QWidget* parent)
     : QMainWindow(parent, Qt::Window)
     , m_log(log)
     , m_actions(new ui::CCommandActions(IbisCommands(), *this, *this))
-    , m_filter(new CReportFilter(m_report, this))
 {
     setObjectName(QStringLiteral("IbisEditorFrm"));
     setAcceptDrops(true);
@@ -66,17 +78,30 @@ CIbisEditorFrm::CIbisEditorFrm(CLogSink& log, QWidget* parent)
     m_texts = new QStackedWidget(this);
     m_texts->addWidget(m_edit);
     m_texts->addWidget(m_large);
-    setCentralWidget(m_texts);
+    MakeNotice();
     MakePanes();
     MakeMenus();
     MakeToolBars();
     m_verdict = new QLabel(this);
     m_verdict->setObjectName(QStringLiteral("Verdict"));
+    m_readOnly = new QLabel(tr("Read only"), this);
+    m_readOnly->setObjectName(QStringLiteral("ReadOnly"));
+    m_readOnly->setToolTip(tr("A file above 4 MB, or with a line above 20000 characters, is shown "
+                              "and checked, and not to be edited here."));
+    m_readOnly->hide();
     m_progress = new QProgressBar(this);
+    m_progress->setObjectName(QStringLiteral("LoadProgress"));
     m_progress->setMaximumWidth(220);
+    m_stop = new QToolButton(this);
+    m_stop->setObjectName(QStringLiteral("StopLoading"));
+    m_stop->setDefaultAction(m_actions->Action(ID_IBIS_STOP));
+    m_stop->setAutoRaise(true);
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{m_readOnly, m_verdict, m_progress, m_stop}) {
+        statusBar()->addPermanentWidget(widget);
+    }
     m_progress->hide();
-    statusBar()->addPermanentWidget(m_verdict);
-    statusBar()->addPermanentWidget(m_progress);
+    m_stop->hide();
     ConnectViews();
     ShowTitle();
     m_idle = new ui::CIdleUpdate(this, [this] { OnIdleUpdateCmdUI(); });
@@ -96,6 +121,34 @@ void CIbisEditorFrm::OnIdleUpdateCmdUI()
     m_actions->UpdateAll();
 }
 
+/// The text with a line above it for what happened to the file.
+void CIbisEditorFrm::MakeNotice()
+{
+    m_notice = new QFrame(this);
+    m_notice->setObjectName(QStringLiteral("ChangedNotice"));
+    m_notice->setFrameShape(QFrame::StyledPanel);
+    m_noticeText = new QLabel(m_notice);
+    m_noticeText->setWordWrap(true);
+    auto* again = new QPushButton(tr("&Read Again"), m_notice);
+    again->setObjectName(QStringLiteral("ReadAgain"));
+    auto* keep = new QPushButton(tr("&Keep"), m_notice);
+    keep->setObjectName(QStringLiteral("KeepText"));
+    auto* line = new QHBoxLayout(m_notice);
+    line->addWidget(m_noticeText, 1);
+    line->addWidget(again);
+    line->addWidget(keep);
+    m_notice->hide();
+    auto* middle = new QWidget(this);
+    auto* layout = new QVBoxLayout(middle);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(m_notice);
+    layout->addWidget(m_texts, 1);
+    setCentralWidget(middle);
+    connect(again, &QPushButton::clicked, this, &CIbisEditorFrm::ReadAgain);
+    connect(keep, &QPushButton::clicked, m_notice, &QWidget::hide);
+}
+
 void CIbisEditorFrm::MakePanes()
 {
     const auto pane = [this](const QString& title, const char* name, QWidget* content,
@@ -111,10 +164,11 @@ void CIbisEditorFrm::MakePanes()
     m_tree->setModel(&m_treeModel);
     m_tree->setUniformRowHeights(true);
     m_tree->header()->resizeSection(0, 180);
+    new CEmptyHint(*m_tree, tr("The keywords of the file stand here when one is open."));
 
     m_reportList = new QTableView(this);
     m_reportList->setObjectName(QStringLiteral("ReportList"));
-    m_reportList->setModel(m_filter);
+    m_reportList->setModel(&m_report);
     m_reportList->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_reportList->setSelectionMode(QAbstractItemView::SingleSelection);
     m_reportList->setShowGrid(false);
@@ -124,6 +178,9 @@ void CIbisEditorFrm::MakePanes()
     m_reportList->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     m_reportList->horizontalHeader()->setStretchLastSection(true);
     m_reportList->horizontalHeader()->setHighlightSections(false);
+    m_reportList->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    m_reportHint =
+        new CEmptyHint(*m_reportList, tr("What the checker says of the file stands here."));
     m_explanation = new QTextBrowser(this);
     m_explanation->setObjectName(QStringLiteral("Explanation"));
     m_explanation->setPlaceholderText(tr("Choose a message to read what it means."));
@@ -168,7 +225,7 @@ void CIbisEditorFrm::MakeMenus()
         return made;
     };
     menu(tr("&File"), "IbisFileMenu",
-         {ID_IBIS_OPEN, ID_IBIS_SAVE, ID_IBIS_SAVE_AS, ui::kSeparator, ID_IBIS_CHECK,
+         {ID_IBIS_OPEN, ID_IBIS_SAVE, ID_IBIS_SAVE_AS, ui::kSeparator, ID_IBIS_CHECK, ID_IBIS_STOP,
           ID_IBIS_LOADER, ui::kSeparator, ID_IBIS_CLOSE});
     menu(tr("&Edit"), "IbisEditMenu",
          {ID_IBIS_UNDO, ID_IBIS_REDO, ui::kSeparator, ID_IBIS_FIND, ID_IBIS_FIND_NEXT,
@@ -206,16 +263,21 @@ void CIbisEditorFrm::ConnectViews()
     connect(m_edit, &QPlainTextEdit::cursorPositionChanged, this, &CIbisEditorFrm::FollowText);
     connect(m_large, &CLargeTextView::CurrentLineChanged, this, &CIbisEditorFrm::FollowText);
     connect(m_edit, &QPlainTextEdit::modificationChanged, this, &QWidget::setWindowModified);
-    connect(m_reportSearch, &QLineEdit::textChanged, m_filter, &CReportFilter::SetText);
+    connect(m_reportSearch, &QLineEdit::textChanged, &m_report, &CReportModel::SetText);
     new ui::CQtEnterKeyPressEventFilter(*m_find, [this] { OnIbisFindNext(); });
-    connect(&m_job, &CBackgroundJob::Progress, this, [this](const QString& what, int) {
+    connect(&m_job, &CBackgroundJob::Progress, this, [this](const QString& what, int permille) {
+        constexpr int kWhole = 1000;
         statusBar()->showMessage(what);
-        m_progress->setRange(0, 0);
+        m_progress->setRange(0, permille > 0 ? kWhole : 0);
+        m_progress->setValue(permille);
         m_progress->show();
+        m_stop->show();
+        m_actions->UpdateAll();
     });
     connect(&m_job, &CBackgroundJob::Finished, this, [this] {
         statusBar()->clearMessage();
         m_progress->hide();
+        m_stop->hide();
     });
 }
 
@@ -239,13 +301,19 @@ void CIbisEditorFrm::GoToLine(std::size_t line)
     }
 }
 
+void CIbisEditorFrm::GoToFileLine(std::size_t line)
+{
+    GoToLine(IsLarge() ? line : m_edit->LineInText(line));
+}
+
 void CIbisEditorFrm::FollowText()
 {
     if (m_following || m_edit->IsFilling()) {
         return;
     }
     m_following = true;
-    const QModelIndex index = m_treeModel.IndexOfLine(CurrentLine());
+    const std::size_t line = CurrentLine();
+    const QModelIndex index = m_treeModel.IndexOfLine(IsLarge() ? line : m_edit->LineOfFile(line));
     if (index.isValid()) {
         m_tree->setCurrentIndex(index);
         m_tree->scrollTo(index);
@@ -261,27 +329,40 @@ void CIbisEditorFrm::ShowObject()
     }
     if (!m_following) { // the tree leads
         m_following = true;
-        GoToLine(object->Line());
+        GoToFileLine(object->Line());
         m_following = false;
     }
     // A value below a table belongs to the table.
     for (QModelIndex at = m_tree->currentIndex(); at.isValid(); at = at.parent()) {
-        SIbisCurves made = CurvesOfObject(*m_treeModel.ObjectAt(at));
+        const ibis::CIPDataObject* drawn = m_treeModel.ObjectAt(at);
+        if (drawn == m_drawn) {
+            return;
+        }
+        SIbisCurves made = CurvesOfObject(*drawn);
         if (made.title.isEmpty()) {
             continue;
         }
-        if (m_curvesPane->windowTitle() != made.title || m_curves.rowCount() == 0) {
-            while (m_curves.rowCount() > 0) {
-                m_curves.Remove(m_curves.rowCount() - 1);
-            }
-            m_curvesPane->setWindowTitle(made.title);
-            for (SShownCurve& curve : made.curves) {
-                m_curves.Add(std::move(curve));
-            }
-            m_plot->SetAxes(made.axes);
-            m_plot->ZoomFit();
+        ClearCurves();
+        m_drawn = drawn;
+        const ibis::CIPDataObject* owner = m_treeModel.ObjectAt(at.parent());
+        m_curvesPane->setWindowTitle(drawn->Table() == nullptr || owner == nullptr
+                                         ? made.title
+                                         : tr("%1 of %2").arg(made.title, Text(owner->Value())));
+        for (SShownCurve& curve : made.curves) {
+            m_curves.Add(std::move(curve));
         }
+        m_plot->SetAxes(made.axes);
+        m_plot->ZoomFit();
         return;
+    }
+}
+
+void CIbisEditorFrm::ClearCurves()
+{
+    m_drawn = nullptr;
+    m_curvesPane->setWindowTitle(tr("Curves"));
+    while (m_curves.rowCount() > 0) {
+        m_curves.Remove(m_curves.rowCount() - 1);
     }
 }
 
@@ -292,9 +373,9 @@ void CIbisEditorFrm::ShowMessage()
         m_explanation->clear();
         return;
     }
-    const ibis::SIPMessage& message = m_report.At(m_filter->mapToSource(index).row());
+    const ibis::SIPMessage& message = m_report.At(index.row());
     if (message.line != 0) {
-        GoToLine(message.line);
+        GoToFileLine(message.line);
     }
     const QString explanation = ExplanationOf(message.code);
     m_explanation->setHtml(
@@ -304,18 +385,18 @@ void CIbisEditorFrm::ShowMessage()
 
 void CIbisEditorFrm::StepMessage(int by)
 {
-    const int rows = m_filter->rowCount();
+    const int rows = m_report.rowCount();
     const QModelIndex current = m_reportList->currentIndex();
     const int row = current.isValid() ? current.row() + by : (by > 0 ? 0 : rows - 1);
-    m_reportList->setCurrentIndex(m_filter->index((row + rows) % rows, 0));
+    m_reportList->setCurrentIndex(m_report.index((row + rows) % rows, 0));
 }
 
 void CIbisEditorFrm::Toggle(int which)
 {
     m_shown[which] = !m_shown[which];
-    m_filter->SetWanted(static_cast<ibis::EIPSeverity>(which), m_shown[which]);
+    m_report.SetWanted(static_cast<ibis::EIPSeverity>(which), m_shown[which]);
     if (which == static_cast<int>(ibis::EIPSeverity::Note)) {
-        m_filter->SetWanted(ibis::EIPSeverity::Other, m_shown[which]);
+        m_report.SetWanted(ibis::EIPSeverity::Other, m_shown[which]);
     }
 }
 
@@ -392,9 +473,20 @@ void CIbisEditorFrm::OnIbisPaneCurves()
     m_curvesPane->setVisible(m_curvesPane->isHidden());
 }
 
-void CIbisEditorFrm::OnUpdateIbisOpen(ui::CCmdUI& ui)
+void CIbisEditorFrm::OnIbisStop()
 {
-    ui.Enable(IsIdle());
+    m_search.Abandon();
+    if (!m_job.IsRunning()) {
+        return;
+    }
+    m_job.Abandon();
+    ShowVerdict(m_path.isEmpty() ? QString() : tr("not checked"));
+    statusBar()->showMessage(tr("Stopped. What is shown is what was read before."));
+}
+
+void CIbisEditorFrm::OnUpdateIbisStop(ui::CCmdUI& ui)
+{
+    ui.Enable(m_job.IsRunning() || m_search.IsRunning());
 }
 
 void CIbisEditorFrm::OnUpdateIbisSave(ui::CCmdUI& ui)
@@ -424,7 +516,7 @@ void CIbisEditorFrm::OnUpdateIbisRedo(ui::CCmdUI& ui)
 
 void CIbisEditorFrm::OnUpdateOfMessages(ui::CCmdUI& ui)
 {
-    ui.Enable(m_filter->rowCount() > 0);
+    ui.Enable(m_report.rowCount() > 0);
 }
 
 void CIbisEditorFrm::OnUpdateIbisShow(ui::CCmdUI& ui)

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // The IBIS editor's files: loading, checking, saving, searching.
+#include "app/ibis/EmptyHint.h"
 #include "app/ibis/IbisEditorFrm.h"
 #include "app/ibis/IbisTextEdit.h"
 #include "app/ibis/LargeTextView.h"
 #include "base/File.h"
-#include "base/Text.h"
 #include "ui/Prompt.h"
 
 #include <QCloseEvent>
@@ -17,10 +17,11 @@
 #include <QStatusBar>
 #include <QTableView>
 #include <QTextBrowser>
-#include <QTextCodec>
 #include <QTreeView>
 
 #include <algorithm>
+#include <thread>
+#include <utility>
 
 namespace zov::app {
 namespace {
@@ -31,6 +32,14 @@ const char* const kIbisFilter =
     "IBIS files (*.ibs *.pkg *.ims *.ebd *.emd *.ems *.ami);;All files (*)";
 constexpr EFileType kTypes[] = {EFileType::Ibs, EFileType::Pkg, EFileType::Ims, EFileType::Ebd,
                                 EFileType::Emd, EFileType::Ems, EFileType::Ami};
+
+/// Frees a large file's objects beside the window.
+void ReleaseBeside(std::shared_ptr<const void> object)
+{
+    if (object) {
+        std::thread([kept = std::move(object)]() mutable { kept.reset(); }).detach();
+    }
+}
 
 bool HasType(const QString& path, EFileType type)
 {
@@ -50,43 +59,50 @@ struct CIbisEditorFrm::SLoaded
     std::string text;         ///< of those
     std::string fault;
     std::vector<std::size_t> lineStarts; ///< of large files
-    QString shown;                       ///< of small ones
+    CIbisFileText fileText;              ///< of small ones
+    QString shown;                       ///< of those
+    std::optional<SFileState> state;
     bool hasObjects = true;
-    bool crLf = false;
-    bool utf8 = true;
 
     [[nodiscard]] std::string_view Text() const
     {
         return hasObjects ? parser->Data()->Text() : std::string_view(text);
     }
 
-    void Read()
+    void Read(CJobState& job)
     {
         const std::filesystem::path file = TextPath(path.toStdString());
         const auto* const type =
             std::ranges::find_if(kTypes, [&](EFileType one) { return HasType(path, one); });
         hasObjects = ibis::IPFileTypeOf(file).Ok();
-        CResult<void> read = hasObjects ? parser->Read(file) : ReadPlain(file, *type);
+        const auto stamp = FileStampOf(file);
+        const auto goOn = [&](double share) {
+            job.SetFraction(share);
+            return !job.Cancelled();
+        };
+        CResult<void> read = hasObjects ? parser->Read(file, {ibis::EIPCheckFirst::Yes, {}, goOn})
+                                        : ReadPlain(file, *type, goOn);
         if (!read) {
             fault = read.Error().Full();
             return;
         }
         const std::string_view bytes = Text();
-        if (bytes.size() > kEditableBytes) {
+        if (stamp) {
+            state = SFileState{*stamp, ContentHash(bytes)};
+        }
+        if (bytes.size() > kEditableBytes || CIbisFileText::LongestLine(bytes) > kEditableLine) {
             lineStarts = LineStartsOf(bytes);
             return;
         }
-        crLf = bytes.find("\r\n") != std::string_view::npos;
-        utf8 = IsValidUtf8(bytes);
-        shown = utf8 ? QString::fromUtf8(bytes.data(), static_cast<int>(bytes.size()))
-                     : QString::fromLatin1(bytes.data(), static_cast<int>(bytes.size()));
-        shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+        fileText = CIbisFileText(std::string(bytes));
+        shown = fileText.Shown();
     }
 
-    CResult<void> ReadPlain(const std::filesystem::path& file, EFileType type)
+    CResult<void> ReadPlain(const std::filesystem::path& file, EFileType type,
+                            const std::function<bool(double)>& goOn)
     {
         ASSIGN_OR_RETURN(text, ReadWholeFile(file));
-        CheckIbisFile(PathText(file).c_str(), &check, {type, {}});
+        CheckIbisFile(PathText(file).c_str(), &check, {type, {}, goOn});
         return {};
     }
 };
@@ -98,28 +114,31 @@ bool CIbisEditorFrm::IsIbisFile(const QString& path)
 
 bool CIbisEditorFrm::IsIdle() const
 {
-    return !m_job.IsRunning() && !m_edit->IsFilling();
+    return !m_job.IsRunning() && !m_search.IsRunning() && !m_edit->IsFilling();
 }
 
 bool CIbisEditorFrm::IsModified() const
 {
-    return !IsLarge() && m_edit->document()->isModified();
+    // While a text comes in piece by piece there is nothing of the user's in it.
+    return !IsLarge() && !m_edit->IsFilling() && m_edit->document()->isModified();
 }
 
 void CIbisEditorFrm::OpenFile(const QString& path)
 {
-    if (IsIdle() && MayLeave()) {
+    if (MayLeave()) {
         Load(path, ETextToo::Yes);
     }
 }
 
 void CIbisEditorFrm::Load(const QString& path, ETextToo text)
 {
+    m_search.Abandon();
+    m_job.Abandon();
     auto loaded = std::make_shared<SLoaded>();
     loaded->path = path;
     m_job.Start(tr("Checking and reading %1").arg(QFileInfo(path).fileName()),
-                [this, loaded, text](CJobState&) -> CBackgroundJob::Deliver {
-                    loaded->Read();
+                [this, loaded, text](CJobState& state) -> CBackgroundJob::Deliver {
+                    loaded->Read(state);
                     return [this, loaded, text] { Take(*loaded, text); };
                 });
 }
@@ -131,38 +150,54 @@ void CIbisEditorFrm::Take(SLoaded& loaded, ETextToo text)
         ui::CPrompt::Tell(this, QString::fromStdString(loaded.fault), ui::EIcon::Error);
         return;
     }
+    const bool isSame = m_path == loaded.path;
     m_path = loaded.path;
-    m_file = loaded.hasObjects ? loaded.parser : nullptr;
     const ibis::SIPCheckInfo& check = loaded.hasObjects ? loaded.parser->CheckInfo() : loaded.check;
     if (!check.problem.empty()) {
         m_log.Write(check.problem);
     }
-    const std::size_t line = CurrentLine();
+    const std::size_t line = isSame ? CurrentLine() : 1;
     m_following = true;
+    ReleaseBeside(std::exchange(m_file, loaded.hasObjects ? loaded.parser : nullptr));
+    ClearCurves();
     m_treeModel.SetFile(m_file);
-    m_report.SetMessages(check.messages);
+    ShowReport(check);
     m_following = false;
+    if (text == ETextToo::Yes) {
+        m_state = loaded.state;
+        m_notice->hide();
+        ShowText(loaded);
+    }
+    if (text == ETextToo::No) {
+        m_edit->Settle();
+    }
+    if (text == ETextToo::No || (isSame && IsLarge())) {
+        GoToLine(line);
+        FollowText();
+    }
+    ShowTitle();
+}
+
+void CIbisEditorFrm::ShowReport(const ibis::SIPCheckInfo& check)
+{
+    m_report.SetMessages(check.messages);
     m_reportList->resizeColumnToContents(CReportModel::kLine);
     m_reportList->resizeColumnToContents(CReportModel::kCode);
     const QString verdict =
         check.result == ibis::kIPCheckNotDone
             ? tr("not checked")
             : tr("%1 errors, %2 warnings").arg(check.errors).arg(check.warnings);
-    m_verdict->setText(verdict);
+    ShowVerdict(verdict);
     m_log.Write(tr("%1: %2").arg(m_path, verdict).toStdString());
-    m_explanation->setPlaceholderText(check.messages.empty()
-                                          ? tr("The checker has nothing to say of this file.")
-                                          : tr("Choose a message to read what it means."));
-    while (m_curves.rowCount() > 0) {
-        m_curves.Remove(m_curves.rowCount() - 1);
-    }
-    if (text == ETextToo::Yes) {
-        ShowText(loaded);
-    } else {
-        GoToLine(line);
-        FollowText();
-    }
-    ShowTitle();
+    m_reportHint->setText(check.messages.empty()
+                              ? tr("The checker has nothing to say of this file.")
+                              : tr("No message fits the filter."));
+    m_explanation->clear();
+}
+
+void CIbisEditorFrm::ShowVerdict(const QString& verdict)
+{
+    m_verdict->setText(verdict);
 }
 
 void CIbisEditorFrm::ShowText(SLoaded& loaded)
@@ -181,12 +216,12 @@ void CIbisEditorFrm::ShowText(SLoaded& loaded)
         }
         m_large->SetText(std::move(owner), text, std::move(loaded.lineStarts),
                          QLatin1Char(comment));
-        statusBar()->showMessage(
-            tr("The file is large: it is shown and checked, and not to be edited here."));
+        m_readOnly->show();
         return;
     }
-    m_crLf = loaded.crLf;
-    m_utf8 = loaded.utf8;
+    m_readOnly->hide();
+    m_large->SetText({}, {}, {}, QLatin1Char(comment));
+    m_fileText = std::move(loaded.fileText);
     m_texts->setCurrentWidget(m_edit);
     m_edit->Fill(loaded.shown, QLatin1Char(comment));
 }
@@ -206,24 +241,81 @@ void CIbisEditorFrm::OnIbisOpen()
     }
 }
 
+bool CIbisEditorFrm::MayReplace(const QString& path)
+{
+    const std::filesystem::path file = TextPath(path.toStdString());
+    if (path != m_path || !m_state || !std::filesystem::is_regular_file(file) ||
+        ChangeSince(*m_state, file) != EFileChange::Changed) {
+        return true;
+    }
+    return ui::CPrompt::Ask(this,
+                            tr("'%1' was changed by another program since it was read here. "
+                               "Replace it?")
+                                .arg(QFileInfo(path).fileName()),
+                            ui::EButtons::YesNo, ui::EIcon::Warning) == ui::EAnswer::Yes;
+}
+
 bool CIbisEditorFrm::SaveTo(const QString& path)
 {
-    QString text = m_edit->toPlainText();
-    if (m_crLf) {
-        text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+    if (!MayReplace(path)) {
+        return false;
     }
-    const bool asLatin1 = !m_utf8 && QTextCodec::codecForName("ISO-8859-1")->canEncode(text);
-    const QByteArray bytes = asLatin1 ? text.toLatin1() : text.toUtf8();
-    const CResult<void> saved = WriteFileAtomic(
-        TextPath(path.toStdString()), {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    const std::filesystem::path file = TextPath(path.toStdString());
+    CIbisFileText written(m_fileText.BytesOf(m_edit->Text()));
+    const CResult<void> saved = WriteFileAtomic(file, written.Bytes());
     if (!saved) {
         const std::string fault = saved.Error().Full();
         m_log.Write(fault);
         ui::CPrompt::Tell(this, QString::fromStdString(fault), ui::EIcon::Error);
         return false;
     }
+    m_state.reset();
+    if (const auto stamp = FileStampOf(file)) {
+        m_state = SFileState{*stamp, ContentHash(written.Bytes())};
+    }
+    m_fileText = std::move(written);
+    m_edit->MarkSaved();
+    m_notice->hide();
     m_edit->document()->setModified(false);
     return true;
+}
+
+void CIbisEditorFrm::LookAtDisk()
+{
+    if (m_path.isEmpty() || !m_state || m_job.IsRunning()) {
+        return;
+    }
+    const auto stamp = FileStampOf(TextPath(m_path.toStdString()));
+    const bool isTold = stamp.Ok() ? m_seen == *stamp : m_seen == SFileStamp();
+    if ((stamp.Ok() && *stamp == m_state->stamp) || isTold) {
+        return;
+    }
+    // What was told is not told again; a large file's bytes are not compared, which takes time.
+    m_seen = stamp.Ok() ? *stamp : SFileStamp();
+    if (!IsLarge() && ChangeSince(*m_state, TextPath(m_path.toStdString())) == EFileChange::None) {
+        return;
+    }
+    m_noticeText->setText(stamp.Ok() ? tr("Another program changed this file since it was read.")
+                                     : tr("The file is not there any more."));
+    m_notice->findChild<QWidget*>(QStringLiteral("ReadAgain"))->setEnabled(stamp.Ok());
+    m_notice->show();
+}
+
+void CIbisEditorFrm::ReadAgain()
+{
+    if (!IsModified() ||
+        ui::CPrompt::Ask(this, tr("The text was edited here. Give up these changes?"),
+                         ui::EButtons::YesNo) == ui::EAnswer::Yes) {
+        Load(m_path, ETextToo::Yes);
+    }
+}
+
+void CIbisEditorFrm::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        LookAtDisk();
+    }
 }
 
 void CIbisEditorFrm::OnIbisSave()
@@ -290,36 +382,49 @@ void CIbisEditorFrm::Find(bool backwards)
         OnIbisFind();
         return;
     }
-    bool found = false;
     if (IsLarge()) {
-        found = FindInLarge(text, backwards);
-    } else {
-        const QTextDocument::FindFlags flags =
-            backwards ? QTextDocument::FindBackward : QTextDocument::FindFlags();
-        found = m_edit->find(text, flags);
-        if (!found) { // once around
-            m_edit->moveCursor(backwards ? QTextCursor::End : QTextCursor::Start);
-            found = m_edit->find(text, flags);
-        }
+        FindInLarge(text, backwards);
+        return;
     }
-    statusBar()->showMessage(found ? QString() : tr("'%1' is not in the text.").arg(text));
+    const QTextDocument::FindFlags flags =
+        backwards ? QTextDocument::FindBackward : QTextDocument::FindFlags();
+    QTextCursor found = m_edit->document()->find(text, m_edit->textCursor(), flags);
+    if (found.isNull()) { // once around
+        QTextCursor edge(m_edit->document());
+        edge.movePosition(backwards ? QTextCursor::End : QTextCursor::Start);
+        found = m_edit->document()->find(text, edge, flags);
+    }
+    if (!found.isNull()) {
+        m_edit->setTextCursor(found);
+        m_edit->centerCursor();
+    }
+    ShowFound(!found.isNull());
 }
 
-bool CIbisEditorFrm::FindInLarge(const QString& text, bool backwards)
+void CIbisEditorFrm::ShowFound(bool found)
 {
-    const std::string wanted = text.toStdString();
-    const std::string_view all = m_large->Text();
+    statusBar()->showMessage(found ? QString()
+                                   : tr("'%1' is not in the text.").arg(m_find->text()));
+}
+
+/// Beside the window: a text of 200 MB is looked through in a part of a second.
+void CIbisEditorFrm::FindInLarge(const QString& text, bool backwards)
+{
     const auto [begin, end] = m_large->BytesOfLine(m_large->CurrentLine());
-    std::size_t at =
-        backwards ? (begin == 0 ? all.npos : all.rfind(wanted, begin - 1)) : all.find(wanted, end);
-    if (at == all.npos) {
-        at = backwards ? all.rfind(wanted) : all.find(wanted);
-    }
-    if (at == all.npos) {
-        return false;
-    }
-    GoToLine(m_large->LineOfByte(at));
-    return true;
+    const std::size_t from = backwards ? begin : end;
+    m_search.Abandon();
+    m_search.Start(tr("Searching"),
+                   [this, all = m_large->SharedText(), wanted = text.toStdString(), from,
+                    backwards](CJobState& state) -> CBackgroundJob::Deliver {
+                       const std::size_t at = FindNoCase(*all, wanted, from, backwards,
+                                                         [&state] { return state.Cancelled(); });
+                       return [this, at] {
+                           if (at != std::string_view::npos) {
+                               GoToLine(m_large->LineOfByte(at));
+                           }
+                           ShowFound(at != std::string_view::npos);
+                       };
+                   });
 }
 
 void CIbisEditorFrm::dragEnterEvent(QDragEnterEvent* event)

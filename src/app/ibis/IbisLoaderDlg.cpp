@@ -4,8 +4,14 @@
 #include "app/RunBeside.h"
 #include "app/ibis/ModelBrowserDlg.h"
 #include "base/File.h"
+#include "ui/EventFilters.h"
 
+#include <QCompleter>
 #include <QFileInfo>
+#include <QLineEdit>
+
+#include <algorithm>
+#include <utility>
 
 namespace zov::app {
 namespace {
@@ -34,21 +40,18 @@ QString Full(const SError& error)
 
 } // namespace
 
-/// What was odd in a block that was read.
+/// What was odd in a block that was read. Gathered, since blocks are read beside the window.
 class CIBISLoaderDlg::CRemarks final : public CDiagSink
 {
 public:
-    explicit CRemarks(CLogSink& log)
-        : m_log(log)
-    {
-    }
     void Report(const SDiag& diag) override
     {
-        m_log.Write(SError{{}, diag.text, diag.pos, {}}.Full());
+        m_lines.push_back(SError{{}, diag.text, diag.pos, {}}.Full());
     }
+    [[nodiscard]] std::vector<std::string> Take() { return std::exchange(m_lines, {}); }
 
 private:
-    CLogSink& m_log;
+    std::vector<std::string> m_lines;
 };
 
 struct CIBISLoaderDlg::SLoaded
@@ -58,11 +61,18 @@ struct CIBISLoaderDlg::SLoaded
     std::shared_ptr<ibis::CIBISLoader> loader;
     CResult<void> opened;
 
-    void Read()
+    void Read(CJobState& job)
     {
+        constexpr double kCheckShare = 0.7;
+        const auto part = [&job](double from, double share) {
+            return [&job, from, share](double done) {
+                job.SetFraction(from + share * done);
+                return !job.Cancelled();
+            };
+        };
         const std::string file = path.toStdString();
-        CheckIbisFile(file.c_str(), &check);
-        opened = loader->Open(TextPath(file));
+        CheckIbisFile(file.c_str(), &check, {ibischk::EFileType::Ibs, {}, part(0.0, kCheckShare)});
+        opened = loader->Open(TextPath(file), part(kCheckShare, 1.0 - kCheckShare));
     }
 };
 
@@ -79,7 +89,7 @@ ZOV_END_MESSAGE_MAP()
 CIBISLoaderDlg::CIBISLoaderDlg(QWidget* parent, CLogSink& log)
     : CqtDialogRes(parent)
     , m_log(log)
-    , m_remarks(std::make_unique<CRemarks>(log))
+    , m_remarks(std::make_unique<CRemarks>())
     , m_pins(new IBISPinListEditorView(this))
     , m_series(new IBISSeriesPinListEditorView(this))
     , m_buses(new BusDefinitionEditorView(this))
@@ -98,8 +108,14 @@ CIBISLoaderDlg::CIBISLoaderDlg(QWidget* parent, CLogSink& log)
     BindButton(*m_form.ui_IDC_ASSIGN_CONTROLLER, ID_LOADER_CONTROLLER);
     BindButton(*m_form.ui_IDC_ASSIGN_MEMORY, ID_LOADER_MEMORY);
     BindButton(*m_form.ui_IDC_SAVE_COPY, ID_LOADER_SAVE_COPY);
-    connect(m_form.ui_IDC_COMPONENT, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            &CIBISLoaderDlg::SelectComponent);
+    QComboBox& components = *m_form.ui_IDC_COMPONENT;
+    components.completer()->setFilterMode(Qt::MatchContains);
+    components.completer()->setCompletionMode(QCompleter::PopupCompletion);
+    connect(&components, qOverload<int>(&QComboBox::activated), this,
+            [this] { SelectComponent(m_form.ui_IDC_COMPONENT->currentText()); });
+    new ui::CQtEnterKeyPressEventFilter(*components.lineEdit(), [this] {
+        SelectComponent(m_form.ui_IDC_COMPONENT->currentText());
+    });
     connect(m_buses, &BusDefinitionEditorView::Refused, this, &CIBISLoaderDlg::Refuse);
     connect(m_buses, &BusDefinitionEditorView::Changed, this, [this] {
         m_form.ui_IDC_MESSAGE->clear();
@@ -107,8 +123,9 @@ CIBISLoaderDlg::CIBISLoaderDlg(QWidget* parent, CLogSink& log)
     });
     connect(m_pins->List().Table().selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &CUiDialog::OnIdleUpdateCmdUI);
-    connect(&m_job, &CBackgroundJob::Progress, this,
-            [this](const QString& what, int) { m_form.ui_IDC_VERDICT->setText(what); });
+    connect(&m_job, &CBackgroundJob::Progress, this, [this](const QString& what, int permille) {
+        m_form.ui_IDC_VERDICT->setText(tr("%1: %2 %").arg(what).arg(permille / 10));
+    });
     connect(&m_job, &CBackgroundJob::Finished, this, &CUiDialog::OnIdleUpdateCmdUI);
     OnIdleUpdateCmdUI();
 }
@@ -132,33 +149,39 @@ void CIBISLoaderDlg::OpenFile(const QString& path)
     if (!MayLeave()) {
         return;
     }
+    m_job.Abandon();
     auto loaded = std::make_shared<SLoaded>();
     loaded->path = path;
     loaded->loader = std::make_shared<ibis::CIBISLoader>(m_remarks.get());
     m_job.Start(tr("Checking and reading %1").arg(QFileInfo(path).fileName()),
-                [this, loaded](CJobState&) -> CBackgroundJob::Deliver {
-                    loaded->Read();
+                [this, loaded](CJobState& state) -> CBackgroundJob::Deliver {
+                    loaded->Read(state);
                     return [this, loaded] { Take(*loaded); };
                 });
 }
 
 void CIBISLoaderDlg::Take(SLoaded& loaded)
 {
-    ShowVerdict(loaded.check);
-    if (!loaded.opened) {
+    if (!loaded.opened) { // the one before stays
+        ShowVerdict(m_check);
         Tell(loaded.opened.Error());
         return;
     }
+    m_check = std::move(loaded.check);
+    ShowVerdict(m_check);
+    m_log.Write(m_form.ui_IDC_VERDICT->text().toStdString());
     m_path = loaded.path;
     m_form.ui_IDC_FILE->setText(m_path);
     m_buses->SetDefinitions(nullptr, nullptr);
     m_loader = loaded.loader;
-    m_component = -1;
-    m_form.ui_IDC_COMPONENT->clear();
+    m_component.clear();
+    QStringList names;
     for (const std::string& name : m_loader->Components()) {
-        m_form.ui_IDC_COMPONENT->addItem(QString::fromStdString(name));
+        names += QString::fromStdString(name);
     }
-    OnIdleUpdateCmdUI();
+    m_form.ui_IDC_COMPONENT->clear();
+    m_form.ui_IDC_COMPONENT->addItems(names);
+    SelectComponent(names.first());
 }
 
 void CIBISLoaderDlg::ShowVerdict(const ibis::SIPCheckInfo& check)
@@ -176,50 +199,75 @@ void CIBISLoaderDlg::ShowVerdict(const ibis::SIPCheckInfo& check)
             tr("The check found %1 errors and %2 warnings.").arg(check.errors).arg(check.warnings);
         break;
     default:
-        text = tr("The file was not checked: %1").arg(QString::fromStdString(check.problem));
+        text = m_path.isEmpty()
+                   ? QString()
+                   : tr("The file was not checked: %1").arg(QString::fromStdString(check.problem));
         break;
     }
     m_form.ui_IDC_VERDICT->setText(text);
-    m_log.Write(text.toStdString());
 }
 
-void CIBISLoaderDlg::SelectComponent(int index)
+void CIBISLoaderDlg::SelectComponent(const QString& name)
 {
-    if (index < 0 || index == m_component) {
+    if (!m_loader || name == m_component) {
+        return;
+    }
+    const auto& all = m_loader->Components();
+    if (std::ranges::find(all, name.toStdString()) == all.end()) {
+        // What is shown stays, and so does its name.
+        const CResult<void> refused = m_loader->Select(name.toStdString());
+        ShowComponent();
+        Tell(refused.Error());
         return;
     }
     if (!MayLeave()) {
-        const QSignalBlocker quiet(m_form.ui_IDC_COMPONENT);
-        m_form.ui_IDC_COMPONENT->setCurrentIndex(m_component);
+        ShowComponent();
         return;
     }
     m_buses->SetDefinitions(nullptr, nullptr);
-    m_component = index;
-    const CResult<void> selected =
-        m_loader->Select(m_loader->Components()[static_cast<std::size_t>(index)]);
-    const ibis::SPinList& pins = selected ? m_loader->Pins() : ibis::SPinList();
-    m_pins->SetPins(pins.pins);
-    m_series->SetList(pins);
-    m_form.ui_IDC_MESSAGES->clear();
-    if (!selected) {
-        OnIdleUpdateCmdUI();
-        Tell(selected.Error());
-        return;
+    m_component = name;
+    ShowComponent();
+    CResult<void> selected;
+    RunBeside([&] { selected = m_loader->Select(name.toStdString()); });
+    for (const std::string& remark : m_remarks->Take()) {
+        m_log.Write(remark);
     }
+    ShowPins(selected ? m_loader->Pins() : ibis::SPinList());
+    if (selected) {
+        m_buses->SetDefinitions(&m_loader->Definitions(), &m_loader->Editor());
+    }
+    OnIdleUpdateCmdUI();
+    if (!selected) {
+        Tell(selected.Error());
+    }
+}
+
+void CIBISLoaderDlg::ShowComponent()
+{
+    QComboBox& components = *m_form.ui_IDC_COMPONENT;
+    components.setCurrentIndex(
+        components.findText(m_component, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    components.setEditText(m_component);
+}
+
+void CIBISLoaderDlg::ShowPins(const ibis::SPinList& list)
+{
+    m_pins->SetPins(list.pins);
+    m_series->SetList(list);
     QStringList names;
-    for (const ibis::SPinListRow& row : pins.pins) {
+    for (const ibis::SPinListRow& row : list.pins) {
         names += QString::fromStdString(row.signal);
     }
     names.removeDuplicates();
-    for (const std::string& message : pins.messages) {
+    m_buses->SetSignals(names);
+    m_form.ui_IDC_MESSAGE->clear();
+    m_form.ui_IDC_MESSAGES->clear();
+    for (const std::string& message : list.messages) {
         m_log.Write(message);
         m_form.ui_IDC_MESSAGES->appendPlainText(QString::fromStdString(message));
     }
-    m_form.ui_IDC_MESSAGES->setVisible(!pins.messages.empty());
-    m_form.ui_IDC_MESSAGE->clear();
-    m_buses->SetSignals(names);
-    m_buses->SetDefinitions(&m_loader->Definitions(), &m_loader->Editor());
-    OnIdleUpdateCmdUI();
+    m_form.ui_IDC_MESSAGES->moveCursor(QTextCursor::Start);
+    m_form.ui_IDC_MESSAGES->setVisible(!list.messages.empty());
 }
 
 void CIBISLoaderDlg::Refuse(const QString& text)

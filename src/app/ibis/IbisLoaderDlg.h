@@ -55,7 +55,9 @@ private:
 
     struct SLoaded;
     void Take(SLoaded& loaded);
-    void SelectComponent(int index);
+    void SelectComponent(const QString& name);
+    void ShowComponent();
+    void ShowPins(const ibis::SPinList& list);
     void ShowVerdict(const ibis::SIPCheckInfo& check);
     /// A refusal: a line in the "Output" pane and below the tabs.
     void Refuse(const QString& text);
@@ -75,7 +77,8 @@ private:
     QString m_controller;
     QString m_memory;
     QString m_saved;
-    int m_component = -1;
+    QString m_component;
+    ibis::SIPCheckInfo m_check;
     CBackgroundJob m_job;
 };
 

@@ -74,6 +74,7 @@ CIbisTextEdit::CIbisTextEdit(QWidget* parent)
         }
     });
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, &CIbisTextEdit::ShowCurrentLine);
+    connect(document(), &QTextDocument::contentsChange, this, &CIbisTextEdit::NoteLines);
     connect(&m_fill, &QTimer::timeout, this, &CIbisTextEdit::FillNext);
     setViewportMargins(MarginWidth(), 0, 0, 0);
     ShowCurrentLine();
@@ -82,6 +83,7 @@ CIbisTextEdit::CIbisTextEdit(QWidget* parent)
 void CIbisTextEdit::Fill(const QString& text, QChar comment)
 {
     m_highlighter->SetComment(comment);
+    m_filling = true;
     clear();
     setUndoRedoEnabled(false);
     setReadOnly(true);
@@ -107,6 +109,9 @@ void CIbisTextEdit::FillNext()
         return;
     }
     m_fill.stop();
+    m_filling = false;
+    m_shifts.clear();
+    m_saved = 0;
     m_rest.clear();
     m_filled = 0;
     moveCursor(QTextCursor::Start);
@@ -114,6 +119,12 @@ void CIbisTextEdit::FillNext()
     setUndoRedoEnabled(true);
     document()->setModified(false);
     Q_EMIT Filled();
+}
+
+QString CIbisTextEdit::Text() const
+{
+    // Not toPlainText, which makes blanks of no-break spaces.
+    return document()->toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
 }
 
 void CIbisTextEdit::GoToLine(std::size_t line)
@@ -127,6 +138,42 @@ void CIbisTextEdit::GoToLine(std::size_t line)
 std::size_t CIbisTextEdit::CurrentLine() const
 {
     return static_cast<std::size_t>(textCursor().blockNumber()) + 1;
+}
+
+void CIbisTextEdit::NoteLines(int position)
+{
+    const int by = blockCount() - m_lines;
+    m_lines = blockCount();
+    if (by == 0 || m_filling) {
+        return;
+    }
+    const QTextBlock block = document()->findBlock(position);
+    const bool isWhole = block.position() == position;
+    m_shifts.push_back({block.blockNumber() + (isWhole ? 0 : 1), by});
+}
+
+std::size_t CIbisTextEdit::LineInText(std::size_t line) const
+{
+    int at = static_cast<int>(line);
+    for (const SShift& shift : m_shifts) {
+        at = at > shift.behind ? std::max({1, shift.behind, at + shift.by}) : at;
+    }
+    return static_cast<std::size_t>(at);
+}
+
+std::size_t CIbisTextEdit::LineOfFile(std::size_t line) const
+{
+    int at = static_cast<int>(line);
+    for (auto shift = m_shifts.rbegin(); shift != m_shifts.rend(); ++shift) {
+        at = at > shift->behind ? std::max({1, shift->behind, at - shift->by}) : at;
+    }
+    return static_cast<std::size_t>(at);
+}
+
+void CIbisTextEdit::Settle()
+{
+    m_shifts.erase(m_shifts.begin(), m_shifts.begin() + static_cast<std::ptrdiff_t>(m_saved));
+    m_saved = 0;
 }
 
 int CIbisTextEdit::MarginWidth() const

@@ -6,6 +6,8 @@
 #include <QSyntaxHighlighter>
 #include <QTimer>
 
+#include <vector>
+
 namespace zov::app {
 
 class CIbisHighlighter : public QSyntaxHighlighter
@@ -33,10 +35,19 @@ public:
 
     /// Takes a text piece by piece, so that the window stays alive; Filled comes at the end.
     void Fill(const QString& text, QChar comment);
-    [[nodiscard]] bool IsFilling() const { return m_fill.isActive(); }
+    [[nodiscard]] bool IsFilling() const { return m_filling; }
+    /// The text with '\n' between lines and every character as it was typed.
+    [[nodiscard]] QString Text() const;
     /// From 1; the line comes into the middle.
     void GoToLine(std::size_t line);
     [[nodiscard]] std::size_t CurrentLine() const;
+    /// Where a line of the text that came in, or was saved, is now that lines were added and
+    /// removed; and back. Lines from 1.
+    [[nodiscard]] std::size_t LineInText(std::size_t line) const;
+    [[nodiscard]] std::size_t LineOfFile(std::size_t line) const;
+    /// The text is written; lines are counted from it when Settle is called.
+    void MarkSaved() { m_saved = m_shifts.size(); }
+    void Settle();
     [[nodiscard]] int MarginWidth() const;
     void PaintMargin(QPaintEvent& event);
 
@@ -48,7 +59,14 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    /// The lines behind one moved.
+    struct SShift
+    {
+        int behind = 0;
+        int by = 0;
+    };
     void FillNext();
+    void NoteLines(int position);
     void ShowCurrentLine();
 
     CIbisHighlighter* m_highlighter;
@@ -56,6 +74,10 @@ private:
     QTimer m_fill;
     QString m_rest;
     int m_filled = 0;
+    bool m_filling = false;
+    int m_lines = 1;
+    std::vector<SShift> m_shifts; ///< in the order in which they happened
+    std::size_t m_saved = 0;      ///< those before the last save
 };
 
 } // namespace zov::app

@@ -2,6 +2,7 @@
 #include "app/ibis/LargeTextView.h"
 
 #include "app/ibis/IbisColors.h"
+#include "base/Text.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -14,8 +15,37 @@
 namespace zov::app {
 namespace {
 
+constexpr ushort kEllipsis = 0x2026;
 /// What is drawn of a line.
-constexpr std::size_t kShownBytes = 400;
+constexpr std::size_t kShownBytes = 2000;
+
+bool EqualsAt(std::string_view text, std::size_t at, std::string_view folded)
+{
+    for (std::size_t i = 0; i < folded.size(); ++i) {
+        if (ToLower(text[at + i]) != folded[i]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// First or last place in [begin, end) where the text goes on as wanted.
+std::size_t FindIn(std::string_view text, std::string_view folded, std::size_t begin,
+                   std::size_t end, bool backwards, const std::function<bool()>& isOver)
+{
+    constexpr std::size_t kStep = std::size_t{4} << 20U;
+    end = std::min(end, text.size() < folded.size() ? 0 : text.size() - folded.size() + 1);
+    for (std::size_t done = 0; begin + done < end; ++done) {
+        const std::size_t at = backwards ? end - 1 - done : begin + done;
+        if (ToLower(text[at]) == folded.front() && EqualsAt(text, at, folded)) {
+            return at;
+        }
+        if (done % kStep == kStep - 1 && isOver()) {
+            break;
+        }
+    }
+    return std::string_view::npos;
+}
 
 } // namespace
 
@@ -35,6 +65,23 @@ std::vector<std::size_t> LineStartsOf(std::string_view text)
     return starts;
 }
 
+std::size_t FindNoCase(std::string_view text, std::string_view wanted, std::size_t from,
+                       bool backwards, const std::function<bool()>& isOver)
+{
+    if (wanted.empty()) {
+        return std::string_view::npos;
+    }
+    std::string folded(wanted);
+    std::transform(folded.begin(), folded.end(), folded.begin(), ToLower);
+    const std::size_t found = backwards ? FindIn(text, folded, 0, from, true, isOver)
+                                        : FindIn(text, folded, from, text.size(), false, isOver);
+    if (found != std::string_view::npos || isOver()) {
+        return found;
+    }
+    return backwards ? FindIn(text, folded, from, text.size(), true, isOver)
+                     : FindIn(text, folded, 0, from, false, isOver);
+}
+
 CLargeTextView::CLargeTextView(QWidget* parent)
     : QAbstractScrollArea(parent)
 {
@@ -49,7 +96,13 @@ CLargeTextView::CLargeTextView(QWidget* parent)
 void CLargeTextView::SetText(std::shared_ptr<const void> owner, std::string_view text,
                              std::vector<std::size_t> lineStarts, QChar comment)
 {
-    m_owner = std::move(owner);
+    struct SOwned
+    {
+        std::shared_ptr<const void> owner;
+        std::string_view text;
+    };
+    const auto owned = std::make_shared<const SOwned>(SOwned{std::move(owner), text});
+    m_shared = {owned, &owned->text};
     m_text = text;
     m_starts = std::move(lineStarts);
     m_comment = comment;
@@ -71,6 +124,7 @@ void CLargeTextView::ShowBars()
     const int width =
         fontMetrics().horizontalAdvance(QLatin1Char('9')) * static_cast<int>(kShownBytes);
     horizontalScrollBar()->setPageStep(viewport()->width());
+    horizontalScrollBar()->setSingleStep(fontMetrics().horizontalAdvance(QLatin1Char('9')) * 4);
     horizontalScrollBar()->setRange(0, std::max(0, width - viewport()->width()));
 }
 
@@ -81,8 +135,12 @@ QString CLargeTextView::LineText(std::size_t line) const
     while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) {
         text.remove_suffix(1);
     }
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()))
-        .replace(QLatin1Char('\t'), QStringLiteral("    "));
+    QString shown = QString::fromUtf8(text.data(), static_cast<int>(text.size()))
+                        .replace(QLatin1Char('\t'), QStringLiteral("    "));
+    if (text.size() == kShownBytes) {
+        shown += QChar(kEllipsis);
+    }
+    return shown;
 }
 
 int CLargeTextView::MarginWidth() const

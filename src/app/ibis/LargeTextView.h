@@ -5,6 +5,7 @@
 
 #include <QAbstractScrollArea>
 
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -13,6 +14,14 @@ namespace zov::app {
 
 /// First byte of each line, and the end of the last one.
 [[nodiscard]] std::vector<std::size_t> LineStartsOf(std::string_view text);
+
+/// The next place of a text without regard to the case of ASCII letters, once around the end. Of
+/// no wanted text, none.
+/// @param from    forwards: the first byte looked at; backwards: the first that is not
+/// @param isOver  asked every few MB; true ends the search
+[[nodiscard]] std::size_t FindNoCase(std::string_view text, std::string_view wanted,
+                                     std::size_t from, bool backwards,
+                                     const std::function<bool()>& isOver);
 
 class CLargeTextView : public QAbstractScrollArea
 {
@@ -30,7 +39,8 @@ public:
     {
         return m_starts.empty() ? 0 : m_starts.size() - 1;
     }
-    [[nodiscard]] std::string_view Text() const { return m_text; }
+    /// For searches beside the window: lives as long as anybody has it.
+    [[nodiscard]] std::shared_ptr<const std::string_view> SharedText() const { return m_shared; }
     /// First byte of a line and the one behind its line end.
     [[nodiscard]] std::pair<std::size_t, std::size_t> BytesOfLine(std::size_t line) const
     {
@@ -56,7 +66,7 @@ private:
     void ShowBars();
     void MoveCurrent(std::size_t line);
 
-    std::shared_ptr<const void> m_owner;
+    std::shared_ptr<const std::string_view> m_shared;
     std::string_view m_text;
     std::vector<std::size_t> m_starts;
     QChar m_comment = QLatin1Char('|');

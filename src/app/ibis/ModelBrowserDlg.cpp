@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/ibis/ModelBrowserDlg.h"
 
+#include "app/ibis/EmptyHint.h"
 #include "app/ibis/IbisCurves.h"
 #include "app/ibis/IbisModelDlg.h"
 #include "base/File.h"
@@ -89,6 +90,7 @@ CModelBrowserDlg::CModelBrowserDlg(QWidget* parent)
     m_form.ui_IDC_MODELS->verticalHeader()->hide();
     m_form.ui_IDC_MODELS->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     m_form.ui_IDC_MODELS->horizontalHeader()->setStretchLastSection(true);
+    new CEmptyHint(*m_form.ui_IDC_MODELS, tr("Models of the file that is chosen with Browse."));
     m_form.ui_IDC_SPLIT->addWidget(m_plot);
     m_plot->SetHint(tr("Choose a model to see its curves."));
     connect(m_form.ui_IDC_FILTER, &QLineEdit::textChanged, m_proxy,
@@ -117,11 +119,13 @@ void CModelBrowserDlg::Browse()
 
 void CModelBrowserDlg::OpenFile(const QString& path)
 {
+    m_job.Abandon();
     auto parser = std::make_shared<ibis::CIBISDataParser>();
     m_job.Start(tr("Reading %1").arg(QFileInfo(path).fileName()),
-                [this, path, parser](CJobState&) -> CBackgroundJob::Deliver {
-                    auto read = std::make_shared<CResult<void>>(
-                        parser->Read(TextPath(path.toStdString()), {ibis::EIPCheckFirst::No, {}}));
+                [this, path, parser](CJobState& state) -> CBackgroundJob::Deliver {
+                    const auto goOn = [&state](double) { return !state.Cancelled(); };
+                    auto read = std::make_shared<CResult<void>>(parser->Read(
+                        TextPath(path.toStdString()), {ibis::EIPCheckFirst::No, {}, goOn}));
                     return [this, path, parser, read] {
                         if (!*read) {
                             ui::CPrompt::Tell(this, QString::fromStdString(read->Error().Full()),

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/ibis/PinListView.h"
 
+#include "app/ibis/EmptyHint.h"
+
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -165,7 +167,8 @@ QVariant CSeriesPinModel::headerData(int section, Qt::Orientation orientation, i
                : QVariant();
 }
 
-CFilteredTable::CFilteredTable(QAbstractItemModel& model, const QString& hint, QWidget* parent)
+CFilteredTable::CFilteredTable(QAbstractItemModel& model, const QString& hint, const QString& empty,
+                               QWidget* parent)
     : QWidget(parent)
     , m_proxy(new CNaturalProxy(this))
     , m_filter(new QLineEdit(this))
@@ -189,6 +192,7 @@ CFilteredTable::CFilteredTable(QAbstractItemModel& model, const QString& hint, Q
     m_table->verticalHeader()->hide();
     m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     m_table->horizontalHeader()->setStretchLastSection(true);
+    new CEmptyHint(*m_table, empty);
     auto* top = new QHBoxLayout;
     top->addWidget(m_filter, 1);
     top->addWidget(m_count);
@@ -225,7 +229,10 @@ std::vector<int> CFilteredTable::SelectedRows() const
 IBISPinListEditorView::IBISPinListEditorView(QWidget* parent)
     : QWidget(parent)
     , m_model(new CPinListModel(this))
-    , m_list(new CFilteredTable(*m_model, tr("Filter: pin, signal, model, rail"), this))
+    , m_list(new CFilteredTable(*m_model, tr("Filter: pin, signal, model, rail"),
+                                tr("Pins of the component. Open a file and choose a component, or "
+                                   "clear the filter."),
+                                this))
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
@@ -254,7 +261,11 @@ IBISSeriesPinListEditorView::IBISSeriesPinListEditorView(QWidget* parent)
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
-    layout->addWidget(new CFilteredTable(*m_model, tr("Filter: pin, model, group"), this), 1);
+    layout->addWidget(new CFilteredTable(*m_model, tr("Filter: pin, model, group"),
+                                         tr("No series pins. Open a file and choose a component "
+                                            "with [Series Pin Mapping], or clear the filter."),
+                                         this),
+                      1);
     layout->addWidget(m_groups);
     m_groups->setWordWrap(true);
     m_groups->setContentsMargins(9, 0, 9, 9);
@@ -272,8 +283,8 @@ void IBISSeriesPinListEditorView::SetList(const ibis::SPinList& list)
         text += (state.on ? tr("On: %1") : tr("Off: %1")).arg(groups.join(QLatin1Char(' '))) +
                 QLatin1Char('\n');
     }
-    m_groups->setText(list.series.empty() ? tr("The component has no series pins.")
-                                          : text.trimmed());
+    m_groups->setText(text.trimmed());
+    m_groups->setVisible(!text.isEmpty());
 }
 
 } // namespace zov::app

@@ -67,7 +67,10 @@ class CFilteredTable : public QWidget
     Q_OBJECT
 
 public:
-    CFilteredTable(QAbstractItemModel& model, const QString& hint, QWidget* parent);
+    /// @param hint   in the empty filter field
+    /// @param empty  in the list without rows
+    CFilteredTable(QAbstractItemModel& model, const QString& hint, const QString& empty,
+                   QWidget* parent);
 
     [[nodiscard]] QTableView& Table() { return *m_table; }
     [[nodiscard]] QLineEdit& Filter() { return *m_filter; }

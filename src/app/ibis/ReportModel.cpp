@@ -2,9 +2,12 @@
 #include "app/ibis/ReportModel.h"
 
 #include "app/ibis/IbisTreeModel.h"
+#include "base/Text.h"
 #include "ibischk/Explain.h"
 
 #include <QCoreApplication>
+
+#include <algorithm>
 
 namespace zov::app {
 namespace {
@@ -14,6 +17,14 @@ constexpr char kSeverityLetters[] = "EWNC";
 QString Text(std::string_view text)
 {
     return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+}
+
+/// "E1009"; empty without a number.
+std::string CodeOf(const ibis::SIPMessage& message)
+{
+    return message.code == 0 ? std::string()
+                             : kSeverityLetters[static_cast<std::size_t>(message.severity)] +
+                                   std::to_string(message.code);
 }
 
 QString Part(const QString& title, const std::string& text, bool asLines = false)
@@ -35,14 +46,49 @@ CReportModel::CReportModel(QObject* parent)
 
 void CReportModel::SetMessages(std::vector<ibis::SIPMessage> messages)
 {
-    beginResetModel();
     m_messages = std::move(messages);
+    Filter();
+}
+
+void CReportModel::SetWanted(ibis::EIPSeverity severity, bool wanted)
+{
+    m_wanted[static_cast<std::size_t>(severity)] = wanted;
+    Filter();
+}
+
+void CReportModel::SetText(const QString& text)
+{
+    m_text = text.toStdString();
+    std::transform(m_text.begin(), m_text.end(), m_text.begin(), ToLower);
+    Filter();
+}
+
+bool CReportModel::IsShown(const ibis::SIPMessage& message) const
+{
+    if (!m_wanted[static_cast<std::size_t>(message.severity)]) {
+        return false;
+    }
+    const auto same = [](char a, char b) { return ToLower(a) == b; };
+    return m_text.empty() || StartsWithNoCase(CodeOf(message), m_text) ||
+           std::search(message.text.begin(), message.text.end(), m_text.begin(), m_text.end(),
+                       same) != message.text.end();
+}
+
+void CReportModel::Filter()
+{
+    beginResetModel();
+    m_rows.clear();
+    for (std::size_t i = 0; i < m_messages.size(); ++i) {
+        if (IsShown(m_messages[i])) {
+            m_rows.push_back(static_cast<std::uint32_t>(i));
+        }
+    }
     endResetModel();
 }
 
 int CReportModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_messages.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
 }
 
 int CReportModel::columnCount(const QModelIndex& parent) const
@@ -66,10 +112,7 @@ QVariant CReportModel::data(const QModelIndex& index, int role) const
     case kLine:
         return message.line == 0 ? QVariant() : QVariant(static_cast<qulonglong>(message.line));
     case kCode:
-        return message.code == 0
-                   ? QString()
-                   : QLatin1Char(kSeverityLetters[static_cast<std::size_t>(message.severity)]) +
-                         QString::number(message.code);
+        return Text(CodeOf(message));
     default:
         return Text(message.text);
     }
@@ -82,35 +125,6 @@ QVariant CReportModel::headerData(int section, Qt::Orientation orientation, int 
     }
     const QString titles[] = {tr("Line"), tr("Code"), tr("Message")};
     return titles[section];
-}
-
-CReportFilter::CReportFilter(CReportModel& report, QObject* parent)
-    : QSortFilterProxyModel(parent)
-    , m_report(report)
-{
-    setSourceModel(&report);
-}
-
-void CReportFilter::SetWanted(ibis::EIPSeverity severity, bool wanted)
-{
-    m_wanted[static_cast<std::size_t>(severity)] = wanted;
-    invalidateFilter();
-}
-
-void CReportFilter::SetText(const QString& text)
-{
-    m_text = text;
-    invalidateFilter();
-}
-
-bool CReportFilter::filterAcceptsRow(int row, const QModelIndex&) const
-{
-    const ibis::SIPMessage& message = m_report.At(row);
-    const QString code =
-        m_report.data(m_report.index(row, CReportModel::kCode), Qt::DisplayRole).toString();
-    return m_wanted[static_cast<std::size_t>(message.severity)] &&
-           (m_text.isEmpty() || Text(message.text).contains(m_text, Qt::CaseInsensitive) ||
-            code.startsWith(m_text, Qt::CaseInsensitive));
 }
 
 QString ExplanationOf(int code)

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
-/// The checker's report as a list, and what may be hidden of it.
+/// The checker's report as a list, and what may be hidden of it. Filtering is one pass over the
+/// messages, of which a large file may have a million.
 #pragma once
 
 #include "ibis/CheckReport.h"
 
 #include <QAbstractTableModel>
-#include <QSortFilterProxyModel>
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
 
 namespace zov::app {
 
@@ -24,10 +29,16 @@ public:
     explicit CReportModel(QObject* parent = nullptr);
 
     void SetMessages(std::vector<ibis::SIPMessage> messages);
+    /// Of a row that is shown.
     [[nodiscard]] const ibis::SIPMessage& At(int row) const
     {
-        return m_messages[static_cast<std::size_t>(row)];
+        return m_messages[m_rows[static_cast<std::size_t>(row)]];
     }
+    /// Whether messages of a severity are shown.
+    void SetWanted(ibis::EIPSeverity severity, bool wanted);
+    /// Only those that hold the text, or whose code begins with it.
+    void SetText(const QString& text);
+    [[nodiscard]] std::size_t MessageCount() const { return m_messages.size(); }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -35,27 +46,13 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    void Filter();
+    [[nodiscard]] bool IsShown(const ibis::SIPMessage& message) const;
+
     std::vector<ibis::SIPMessage> m_messages;
-};
-
-/// Messages of chosen severities that hold a text.
-class CReportFilter : public QSortFilterProxyModel
-{
-    Q_OBJECT
-
-public:
-    CReportFilter(CReportModel& report, QObject* parent);
-
-    void SetWanted(ibis::EIPSeverity severity, bool wanted);
-    void SetText(const QString& text);
-
-protected:
-    bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
-
-private:
-    CReportModel& m_report;
-    bool m_wanted[4] = {true, true, true, true};
-    QString m_text;
+    std::vector<std::uint32_t> m_rows; ///< places of the messages that are shown
+    std::array<bool, 4> m_wanted = {true, true, true, true};
+    std::string m_text; ///< folded
 };
 
 /// What a message means, for people: HTML. Empty when nobody has written it.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/ibis/SignalBrowserDlg.h"
 
+#include "app/ibis/EmptyHint.h"
+
 #include <QPushButton>
 #include <QSortFilterProxyModel>
 #include <QStringListModel>
@@ -16,6 +18,7 @@ CSignalBrowserDlg::CSignalBrowserDlg(QWidget* parent, const QStringList& names)
     m_proxy->setSourceModel(new QStringListModel(names, this));
     m_proxy->setFilterCaseSensitivity(Qt::CaseInsensitive);
     m_form.ui_IDC_NAMES->setModel(m_proxy);
+    new CEmptyHint(*m_form.ui_IDC_NAMES, tr("No name fits the filter."));
     connect(m_form.ui_IDC_FILTER, &QLineEdit::textChanged, m_proxy,
             &QSortFilterProxyModel::setFilterWildcard);
     QPushButton* ok = m_form.ui_IDC_BUTTONS->button(QDialogButtonBox::Ok);
@@ -37,8 +40,18 @@ QStringList CSignalBrowserDlg::Chosen() const
 }
 
 CTimingRefBrowserDlg::CTimingRefBrowserDlg(QWidget* parent, const QStringList& references)
+    : CTimingRefBrowserDlg(parent, references, {}, {})
+{
+}
+
+CTimingRefBrowserDlg::CTimingRefBrowserDlg(QWidget* parent, const QStringList& references,
+                                           const QString& title, const QString& question)
     : CqtDialogRes(parent)
 {
+    if (!title.isEmpty()) {
+        setWindowTitle(title);
+        m_form.ui_IDC_REFERENCES_LABEL->setText(question);
+    }
     m_form.ui_IDC_REFERENCES->addItems(references);
     m_form.ui_IDC_BUTTONS->button(QDialogButtonBox::Ok)->setEnabled(!references.isEmpty());
 }

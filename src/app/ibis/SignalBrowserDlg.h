@@ -30,6 +30,9 @@ class CTimingRefBrowserDlg : public ui::CqtDialogRes<Ui::dlg_IDD_ZOV_TIMINGREF_B
 public:
     /// @param references "bus / reference", one is chosen at first
     CTimingRefBrowserDlg(QWidget* parent, const QStringList& references);
+    /// The same for one of other things.
+    CTimingRefBrowserDlg(QWidget* parent, const QStringList& names, const QString& title,
+                         const QString& question);
     /// Its place in the list; -1 for none.
     [[nodiscard]] int Chosen() const;
 };

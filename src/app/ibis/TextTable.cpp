@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/ibis/TextTable.h"
 
+#include "app/ibis/EmptyHint.h"
+
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -117,7 +119,7 @@ Qt::ItemFlags CTextTableModel::flags(const QModelIndex& index) const
     return QAbstractTableModel::flags(index) | Qt::ItemIsEditable;
 }
 
-CTextTable::CTextTable(std::vector<STextColumn> columns, QWidget* parent)
+CTextTable::CTextTable(std::vector<STextColumn> columns, const QString& empty, QWidget* parent)
     : QWidget(parent)
     , m_model(std::move(columns))
     , m_table(new QTableView(this))
@@ -131,6 +133,7 @@ CTextTable::CTextTable(std::vector<STextColumn> columns, QWidget* parent)
     m_table->verticalHeader()->hide();
     m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     m_table->horizontalHeader()->setStretchLastSection(true);
+    new CEmptyHint(*m_table, empty);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(m_table, 1);

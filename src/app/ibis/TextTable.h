@@ -55,7 +55,8 @@ class CTextTable : public QWidget
     Q_OBJECT
 
 public:
-    CTextTable(std::vector<STextColumn> columns, QWidget* parent = nullptr);
+    /// @param empty  what the table says while it has no row
+    CTextTable(std::vector<STextColumn> columns, const QString& empty, QWidget* parent = nullptr);
 
     [[nodiscard]] CTextTableModel& Model() { return m_model; }
     [[nodiscard]] const CTextTableModel& Model() const { return m_model; }

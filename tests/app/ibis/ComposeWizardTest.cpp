@@ -6,6 +6,7 @@
 #include "support/TempFolder.h"
 #include "ui/Prompt.h"
 
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -69,6 +70,42 @@ TEST_F(ComposeWizardTest, WritesADescriptionsFilesAndShowsTheCheck)
     answers.ThenPath(Text(folder.Path() / "again.json"));
     Child<QPushButton>("SaveDescription").click();
     EXPECT_EQ(folder.Read("again.json"), WriteCompositeJson(wizard.Composite()));
+}
+
+TEST_F(ComposeWizardTest, ComponentsAndSubcircuitsAreChosen)
+{
+    const auto two = folder.Write("two.ibs", "[IBIS Ver] 5.0\n[Component] a\n[Pin]\n1 x GND\n"
+                                             "[Component] b\n[Pin]\n1 y GND\n2 z NC\n[End]\n");
+    answers.ThenDialog([](QDialog& shown) {
+        auto* names = shown.findChild<QComboBox*>(QStringLiteral("ui_IDC_REFERENCES"));
+        EXPECT_EQ(names->count(), 2);
+        names->setCurrentIndex(1);
+        shown.accept();
+    });
+    wizard.TakePins(Text(two));
+    ASSERT_EQ(wizard.Composite().pins.size(), 2U);
+    EXPECT_EQ(wizard.Composite().pins[0].signal, "y");
+    answers.ThenDialog([](QDialog& shown) { shown.accept(); });
+    wizard.TakePins(Text(two));
+    EXPECT_EQ(wizard.Composite().pins.size(), 2U);
+    EXPECT_EQ(wizard.Composite().pins[0].signal, "y") << "what is in the list stays";
+
+    auto& package = Child<CCircuitEditor>("PackageCircuit");
+    auto& browse = *package.findChild<QPushButton*>(QStringLiteral("CircuitBrowse"));
+    const auto circuit = folder.Write("pkg.sp", "* no circuit\n");
+    answers.ThenPath(Text(circuit));
+    browse.click();
+    EXPECT_TRUE(answers.Shown().back().text.contains(QStringLiteral("holds no sub-circuit")));
+    folder.Write("pkg.sp", ".subckt pkg p1 p2\n+ die1\nr1 p1 die1 1\n.ends\n");
+    answers.ThenPath(Text(circuit));
+    browse.click();
+    const ibis::SCompositeCircuit made = wizard.Composite().package;
+    EXPECT_EQ(made.name, "pkg");
+    EXPECT_EQ(made.subcircuit, "pkg");
+    EXPECT_EQ(made.file, PathText(circuit));
+    ASSERT_EQ(made.ports.size(), 3U);
+    EXPECT_EQ(made.ports[2].name, "die1");
+    EXPECT_EQ(answers.Unexpected(), 0);
 }
 
 TEST_F(ComposeWizardTest, WhatIsMissingIsToldBeforeAnythingIsWritten)

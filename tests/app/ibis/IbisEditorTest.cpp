@@ -10,9 +10,12 @@
 #include "ui/Prompt.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDockWidget>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <QTextBrowser>
@@ -195,6 +198,210 @@ TEST_F(IbisEditorTest, BytesThatAreNoUtf8AndCrLfStay)
     EXPECT_EQ(folder.Read("odd.ibs"), expected);
 }
 
+TEST_F(IbisEditorTest, MixedLineEndsAndUndoneTextsAreSavedAsTheyWere)
+{
+    const std::string text =
+        "[IBIS Ver] 4.2\n| a\rb\r\n| \xC2\xA0 c\r\n[File Name] odd.ibs\n[End]\n";
+    Open(folder.Write("odd.ibs", text));
+    auto& edit = Child<CIbisTextEdit>("IbisText");
+    EXPECT_EQ(edit.blockCount(), 6) << "lines as the checker counts them";
+    frame.GoToLine(4);
+    QTest::keyClicks(&edit, QStringLiteral("| x"));
+    QTest::keyClick(&edit, Qt::Key_Return);
+    Trigger(ID_IBIS_SAVE);
+    WaitIdle();
+    std::string expected = text;
+    expected.insert(expected.find("[File Name]"), "| x\n");
+    EXPECT_EQ(folder.Read("odd.ibs"), expected);
+    EXPECT_FALSE(IsEnabled(ID_IBIS_SAVE));
+    while (IsEnabled(ID_IBIS_UNDO)) {
+        Trigger(ID_IBIS_UNDO);
+    }
+    EXPECT_TRUE(IsEnabled(ID_IBIS_REDO));
+    EXPECT_TRUE(frame.isWindowModified());
+    Trigger(ID_IBIS_SAVE);
+    WaitIdle();
+    EXPECT_EQ(folder.Read("odd.ibs"), text);
+}
+
+TEST_F(IbisEditorTest, ObjectsAndMessagesFollowTheirLinesWhileTheTextIsEdited)
+{
+    const std::string text = "[IBIS Ver] 4.2\n[File Name] odd.ibs\n[Nonsense] 1\n[Component] c\n"
+                             "[Manufacturer] m\n[End]\n";
+    Open(folder.Write("odd.ibs", text));
+    auto& list = Child<QTableView>("ReportList");
+    Child<QLineEdit>("ReportSearch").setText(QStringLiteral("nonsense"));
+    ASSERT_EQ(list.model()->rowCount(), 1);
+    list.setCurrentIndex(list.model()->index(0, 0));
+    EXPECT_EQ(frame.CurrentLine(), 3U);
+    auto& edit = Child<CIbisTextEdit>("IbisText");
+    const auto jump = [&] {
+        list.setCurrentIndex({});
+        list.setCurrentIndex(list.model()->index(0, 0));
+        return frame.CurrentLine();
+    };
+    frame.GoToLine(1);
+    QTest::keyClick(&edit, Qt::Key_End);
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QTest::keyClick(&edit, Qt::Key_Return);
+    EXPECT_EQ(jump(), 5U) << "two lines more before it";
+    frame.GoToLine(7);
+    EXPECT_EQ(TreeText(), QStringLiteral("[Manufacturer]"));
+    frame.GoToLine(2);
+    QTest::keyClick(&edit, Qt::Key_Delete);
+    EXPECT_EQ(jump(), 4U);
+    Trigger(ID_IBIS_UNDO);
+    EXPECT_EQ(jump(), 5U);
+    frame.GoToLine(8);
+    QTest::keyClick(&edit, Qt::Key_Return);
+    EXPECT_EQ(jump(), 5U) << "a line more behind it";
+    Trigger(ID_IBIS_SAVE);
+    WaitIdle();
+    EXPECT_EQ(jump(), 5U) << "now counted in the saved file";
+    EXPECT_EQ(list.model()->index(0, CReportModel::kLine).data().toInt(), 5);
+}
+
+TEST_F(IbisEditorTest, AnotherProgramsChangeIsToldAndNotOverwritten)
+{
+    const std::string text = "[IBIS Ver] 4.2\n[File Name] odd.ibs\n[End]\n";
+    const std::filesystem::path path = folder.Write("odd.ibs", text);
+    Open(path);
+    frame.show();
+    frame.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
+    auto& notice = Child<QWidget>("ChangedNotice");
+    const auto comeBack = [&] {
+        QEvent event(QEvent::ActivationChange);
+        QApplication::sendEvent(&frame, &event);
+        return notice.isVisible();
+    };
+    EXPECT_FALSE(comeBack());
+    const std::string others = "[IBIS Ver] 5.0\n[File Name] odd.ibs\n| theirs\n[End]\n";
+    folder.Write("odd.ibs", others);
+    EXPECT_TRUE(comeBack());
+    Child<QPushButton>("KeepText").click();
+    EXPECT_FALSE(comeBack()) << "told once";
+    auto& edit = Child<CIbisTextEdit>("IbisText");
+    QTest::keyClicks(&edit, QStringLiteral("|"));
+    answers.Then(ui::EAnswer::No);
+    Trigger(ID_IBIS_SAVE);
+    EXPECT_TRUE(answers.Shown().back().text.contains(QStringLiteral("changed by another program")));
+    EXPECT_EQ(folder.Read("odd.ibs"), others);
+    EXPECT_TRUE(frame.isWindowModified());
+    answers.Then(ui::EAnswer::No);
+    Child<QPushButton>("ReadAgain").click();
+    EXPECT_TRUE(frame.isWindowModified()) << "the changes are kept";
+    answers.Then(ui::EAnswer::Yes);
+    Child<QPushButton>("ReadAgain").click();
+    WaitIdle();
+    EXPECT_EQ(edit.Text().toStdString(), others);
+    EXPECT_FALSE(frame.isWindowModified());
+    QTest::keyClicks(&edit, QStringLiteral("|"));
+    Trigger(ID_IBIS_SAVE);
+    WaitIdle();
+    EXPECT_EQ(folder.Read("odd.ibs"), "|" + others);
+    std::filesystem::remove(path);
+    EXPECT_TRUE(comeBack());
+    EXPECT_FALSE(Child<QPushButton>("ReadAgain").isEnabled());
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(IbisEditorTest, TablesOfOneNameInTwoModelsAreDrawnEach)
+{
+    const auto model = [](const std::string& name, const std::string& amps) {
+        return "[Model] " + name + "\nModel_type Output\n[Pulldown]\n0 0 0 0\n1 " + amps +
+               " NA NA\n";
+    };
+    const std::string text = "[IBIS Ver] 4.2\n" + model("a", "1") + model("b", "2") + "[End]\n";
+    Open(folder.Write("two.ibs", text));
+    auto& plot = Child<CCurvePlot>("CurvePlot");
+    auto& pane = Child<QDockWidget>("IbisCurvesPane");
+    frame.GoToLine(4);
+    EXPECT_EQ(pane.windowTitle(), QStringLiteral("[Pulldown] of a"));
+    const double first = plot.Window().yHigh;
+    frame.GoToLine(9);
+    EXPECT_EQ(pane.windowTitle(), QStringLiteral("[Pulldown] of b"));
+    EXPECT_NEAR(plot.Window().yHigh, 2.0 * first, 0.5 * first);
+}
+
+TEST_F(IbisEditorTest, CheckingIsStoppedAtOnce)
+{
+    std::string text = "[IBIS Ver] 5.0\n[File Name] slow.ibs\n";
+    while (text.size() < 12U << 20U) {
+        text += "[Nonsense] 1\n";
+    }
+    const std::filesystem::path slow = folder.Write("slow.ibs", text);
+    const std::filesystem::path small = folder.Write("small.ibs", "[IBIS Ver] 4.2\n[End]\n");
+    Open(small);
+    frame.OpenFile(Text(slow));
+    EXPECT_TRUE(IsEnabled(ID_IBIS_STOP));
+    Trigger(ID_IBIS_STOP);
+    EXPECT_TRUE(frame.IsIdle());
+    EXPECT_EQ(frame.Path(), Text(small));
+    EXPECT_FALSE(IsEnabled(ID_IBIS_STOP));
+    EXPECT_EQ(Child<QLabel>("Verdict").text(), QStringLiteral("not checked"));
+    // Another file takes the place of the one that comes in.
+    frame.OpenFile(Text(slow));
+    Open(small);
+    EXPECT_TRUE(Child<QLabel>("Verdict").text().contains(QStringLiteral("errors")));
+    // A window that is closed waits a moment for the check's next question, and not for its end.
+    auto closed = std::make_unique<CIbisEditorFrm>(log);
+    closed->OpenFile(Text(slow));
+    QTest::qWait(50);
+    EXPECT_TRUE(closed->close());
+    QElapsedTimer clock;
+    clock.start();
+    closed.reset();
+    EXPECT_LT(clock.elapsed(), 1000) << "even in a build without optimisation, beside other work";
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(IbisEditorTest, TextsThatAreNoneAreShown)
+{
+    struct SCase
+    {
+        const char* name;
+        std::string bytes;
+        bool editable;
+    };
+    std::string noise;
+    for (int i = 0; i < 5000; ++i) {
+        noise += static_cast<char>(i * 7919 % 251);
+    }
+    const std::string longLine(CIbisEditorFrm::kEditableLine + 1, 'x');
+    const SCase cases[] = {
+        {"empty.ibs", {}, true},
+        {"noise.ibs", noise, true},
+        {"zeros.ebd", std::string(300, '\0'), true},
+        {"long.ibs", "[IBIS Ver] 5.0\n| " + longLine + "\n[End]\n", false},
+    };
+    for (const SCase& one : cases) {
+        Open(folder.Write(one.name, one.bytes));
+        EXPECT_EQ(frame.Path(), Text(folder.Path() / one.name));
+        EXPECT_EQ(IsEnabled(ID_IBIS_SAVE_AS), one.editable) << one.name;
+        EXPECT_EQ(Child<QLabel>("ReadOnly").isHidden(), one.editable) << one.name;
+        EXPECT_FALSE(frame.grab().isNull());
+        EXPECT_FALSE(frame.isWindowModified()) << one.name;
+    }
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(IbisEditorTest, WhatIsNotFoundLeavesTheCursor)
+{
+    Open(Example());
+    frame.GoToLine(12);
+    auto& field = Child<QLineEdit>("FindField");
+    field.setText(QStringLiteral("no such text"));
+    Trigger(ID_IBIS_FIND_NEXT);
+    EXPECT_EQ(frame.CurrentLine(), 12U);
+    field.setText(QStringLiteral("[ibis ver]"));
+    Trigger(ID_IBIS_FIND_PREVIOUS);
+    EXPECT_EQ(frame.CurrentLine(), LineOf(folder.Read("memory.ibs"), "[IBIS Ver]"));
+    Trigger(ID_IBIS_FIND_NEXT);
+    EXPECT_EQ(frame.CurrentLine(), LineOf(folder.Read("memory.ibs"), "[IBIS Ver]"))
+        << "once around";
+}
+
 TEST_F(IbisEditorTest, LargeFilesAreShownNotEdited)
 {
     std::string text = "[IBIS Ver] 5.0\n[File Name] large.ibs\n[Component] c\n";
@@ -213,9 +420,13 @@ TEST_F(IbisEditorTest, LargeFilesAreShownNotEdited)
     EXPECT_EQ(TreeText(), QStringLiteral("[Manufacturer]"));
     QTest::keyClick(&view, Qt::Key_Home);
     EXPECT_EQ(TreeText(), QStringLiteral("[IBIS Ver]"));
-    Child<QLineEdit>("FindField").setText(QStringLiteral("[Manufacturer]"));
+    Child<QLineEdit>("FindField").setText(QStringLiteral("[manufacturer]"));
     Trigger(ID_IBIS_FIND_NEXT);
+    WaitIdle();
     EXPECT_EQ(frame.CurrentLine(), last);
+    Trigger(ID_IBIS_CHECK);
+    WaitIdle();
+    EXPECT_EQ(frame.CurrentLine(), last) << "a check keeps the place";
     EXPECT_FALSE(frame.grab().isNull());
 }
 

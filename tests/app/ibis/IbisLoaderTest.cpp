@@ -9,12 +9,15 @@
 
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <QTreeView>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -53,6 +56,12 @@ struct IbisLoaderTest : testing::Test
     T& Child(const char* name) const
     {
         return *dialog.findChild<T*>(QLatin1String(name));
+    }
+    void Choose(int component) const
+    {
+        auto& components = Child<QComboBox>("ui_IDC_COMPONENT");
+        components.setCurrentIndex(component);
+        Q_EMIT components.activated(component);
     }
     void Click(const char* button) { Child<QPushButton>(button).click(); }
     QString Message() const { return Child<QLabel>("ui_IDC_MESSAGE").text(); }
@@ -104,11 +113,68 @@ TEST_F(IbisLoaderTest, WhatIsWrongWithAFileIsTold)
     EXPECT_TRUE(Child<QPlainTextEdit>("ui_IDC_MESSAGES")
                     .toPlainText()
                     .contains(QStringLiteral(" has no [Pin Mapping] section.")));
-    Child<QComboBox>("ui_IDC_COMPONENT").setCurrentIndex(1);
+    Choose(1);
     EXPECT_TRUE(answers.Shown().back().text.contains(QStringLiteral(" has no [Pin] section.")));
     EXPECT_FALSE(Child<QPushButton>("ui_IDC_SAVE_COPY").isEnabled());
     Open(test::SourceFolder() + "/examples/memory.ibs");
     EXPECT_TRUE(Child<QLabel>("ui_IDC_VERDICT").text().startsWith(QStringLiteral("The check")));
+}
+
+TEST_F(IbisLoaderTest, WhatDoesNotFitInAComponentIsListed)
+{
+    const std::string text =
+        "[IBIS Ver] 5.0\n[File Name] odd.ibs\n[File Rev] 1\n[Component] c\n[Manufacturer] m\n"
+        "[Pin] signal_name model_name\n1 a m\n2 b m\n"
+        "[Pin Mapping] pulldown_ref pullup_ref\n1 G V\n3 G V\n"
+        "[Series Pin Mapping] pin_2 model_name\n1 4 rs\n5 2 rs\n1 2\n"
+        "[Model] m\nModel_type Input\n[Model] m\nModel_type Input\n[End]\n";
+    Open(folder.Write("odd.ibs", text));
+    const QString shown = Child<QPlainTextEdit>("ui_IDC_MESSAGES").toPlainText();
+    for (const char* message :
+         {"Pin: 3 in the [Pin Mapping] section is not found in the [Pin] section.",
+          "Pin 2 : 4 in the [Series Pin Mapping] section is not found in the [Pin] section.",
+          "Pin 1 : 5 in the [Series Pin Mapping] section is not found in the [Pin] section.",
+          "Series pin model is not specified for Pin pair : 1 and 2 in the [Series Pin Mapping].",
+          "Warning: There are more than one model m in the file odd.ibs and the settings of the "
+          "previous one is covered."}) {
+        EXPECT_TRUE(shown.split(QLatin1Char('\n')).contains(QLatin1String(message)))
+            << message << "\n"
+            << shown.toStdString();
+        EXPECT_NE(std::ranges::find(log.Lines(), message), log.Lines().end()) << message;
+    }
+    EXPECT_FALSE(Child<QPlainTextEdit>("ui_IDC_MESSAGES").isHidden());
+    EXPECT_TRUE(answers.Shown().empty()) << "none of these stops the work";
+}
+
+TEST_F(IbisLoaderTest, AComponentIsTypedOrChosen)
+{
+    Open(File());
+    auto& components = Child<QComboBox>("ui_IDC_COMPONENT");
+    components.setCurrentText(QStringLiteral("memory7"));
+    QTest::keyClick(components.lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(answers.Shown().back().text, QStringLiteral("Can not find component 'memory7'."));
+    EXPECT_EQ(components.currentText(), QStringLiteral("ctrl")) << "what is shown stays";
+    EXPECT_EQ(dialog.Loader()->Pins().component, "ctrl");
+    components.setCurrentText(QStringLiteral("bare"));
+    QTest::keyClick(components.lineEdit(), Qt::Key_Return);
+    EXPECT_TRUE(answers.Shown().back().text.contains(QStringLiteral(" has no [Pin] section.")));
+    EXPECT_EQ(Child<IBISPinListEditorView>("ui_IDC_PIN_LIST").List().Table().model()->rowCount(),
+              0);
+    EXPECT_TRUE(Child<QPlainTextEdit>("ui_IDC_MESSAGES").isHidden());
+    EXPECT_TRUE(dialog.isEnabled());
+}
+
+TEST_F(IbisLoaderTest, AFileThatFailsLeavesTheOneBefore)
+{
+    Open(File());
+    const QString verdict = Child<QLabel>("ui_IDC_VERDICT").text();
+    Click("AddBus");
+    answers.Then(ui::EAnswer::No);
+    Open(folder.Write("text.ibs", "hello\n"));
+    EXPECT_EQ(answers.Shown().back().text, QStringLiteral("File: text.ibs is not an IBIS file."));
+    EXPECT_EQ(Child<QLineEdit>("ui_IDC_FILE").text(), Text(folder.Path() / "chip.ibs"));
+    EXPECT_EQ(Child<QLabel>("ui_IDC_VERDICT").text(), verdict);
+    EXPECT_EQ(Buses().rowCount(), 1) << "and what was edited in it";
 }
 
 TEST_F(IbisLoaderTest, PinsAreFilteredAndSortedAsPeopleCount)
@@ -230,7 +296,7 @@ TEST_F(IbisLoaderTest, EditedDefinitionsAreNotLost)
     dialog.reject();
     EXPECT_TRUE(dialog.isVisible());
     answers.Then(ui::EAnswer::Cancel);
-    Child<QComboBox>("ui_IDC_COMPONENT").setCurrentIndex(1);
+    Choose(1);
     EXPECT_EQ(Child<QComboBox>("ui_IDC_COMPONENT").currentIndex(), 0);
     std::filesystem::permissions(folder.Path(), std::filesystem::perms::owner_read |
                                                     std::filesystem::perms::owner_exec);
