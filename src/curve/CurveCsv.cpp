@@ -20,10 +20,23 @@ std::string Quoted(std::string_view text)
     return '"' + ReplaceAll(text, "\"", "\"\"") + '"';
 }
 
-void WritePoints(const CCurve& curve, std::size_t columns, CByteWriter& out)
+const std::string& NameOf(const CCurve& curve)
 {
     const SCurveHeader& header = curve.Header();
-    const std::string name = Quoted(header.name.empty() ? header.legend : header.name);
+    return header.name.empty() ? header.legend : header.name;
+}
+
+/// The name, or the legend of a curve that shares its name with another ("S21" of two files).
+const std::string& TellingName(const CCurve& curve, std::span<const TCurvePtr> curves)
+{
+    const auto sharesName = [&](const TCurvePtr& other) { return NameOf(*other) == NameOf(curve); };
+    const bool isOnly = std::count_if(curves.begin(), curves.end(), sharesName) <= 1;
+    return isOnly || curve.Header().legend.empty() ? NameOf(curve) : curve.Header().legend;
+}
+
+void WritePoints(const CCurve& curve, std::string_view title, std::size_t columns, CByteWriter& out)
+{
+    const std::string name = Quoted(title);
     std::string piece;
     for (std::size_t i = 0; i < curve.Points().Count(); ++i) {
         piece += name;
@@ -61,7 +74,7 @@ void WriteCurveCsv(std::span<const TCurvePtr> curves, CByteWriter& out)
     }
     out.Append(titles + '\n');
     for (const TCurvePtr& curve : curves) {
-        WritePoints(*curve, columns, out);
+        WritePoints(*curve, TellingName(*curve, curves), columns, out);
     }
 }
 

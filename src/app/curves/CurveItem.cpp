@@ -20,7 +20,6 @@ CCurveItem::CCurveItem(std::shared_ptr<const CCurveValues> values)
     : m_values(std::move(values))
 {
     setZ(20);
-    setItemAttribute(Legend, true);
     setRenderHint(RenderAntialiased, true);
     setLegendIconSize({static_cast<int>(kIconWidth), 8});
 }

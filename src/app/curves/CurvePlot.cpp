@@ -32,7 +32,7 @@ constexpr double kLeastRange = 1e-12;
 constexpr int kMaxSteps = 10;
 constexpr int kMinorSteps = 5;
 /// Of the legend in the plot: it has to leave room for the curves, which the list names in full.
-constexpr int kLegendEntries = 10;
+constexpr std::size_t kLegendEntries = 10;
 constexpr int kLegendLetters = 32;
 constexpr double kLegendScale = 0.85;
 /// Points that are looked through at once; more would be felt.
@@ -236,6 +236,7 @@ void CCurvePlot::SetGrid(bool on)
 void CCurvePlot::SetLegend(bool on)
 {
     m_legend->setVisible(on);
+    ApplyWindow();
     replot();
 }
 
@@ -304,7 +305,8 @@ void CCurvePlot::MakeItems()
     // A curve that only looks different keeps its item.
     std::vector<CCurveItem*> items;
     std::size_t room = kPointsAtOnce;
-    int inLegend = 0;
+    std::vector<QwtPlotItem*> inLegend;
+    int more = 0;
     m_wanted.clear();
     for (const SShownCurve& entry : m_curves.Entries()) {
         if (!entry.shown) {
@@ -326,12 +328,19 @@ void CCurvePlot::MakeItems()
             item->attach(this);
         }
         item->SetPen(m_curves.PenOf(entry));
-        item->setItemAttribute(QwtPlotItem::Legend, entry.inLegend && inLegend++ < kLegendEntries);
         item->setTitle(LegendText(CurveTitle(*entry.curve)));
+        if (entry.inLegend && inLegend.size() < kLegendEntries) {
+            inLegend.push_back(item);
+        } else {
+            more += entry.inLegend ? 1 : 0;
+        }
         items.push_back(item);
     }
-    m_more->setItemAttribute(QwtPlotItem::Legend, inLegend > kLegendEntries);
-    m_more->setTitle(tr("and %1 more").arg(inLegend - kLegendEntries));
+    if (more > 0) {
+        m_more->setTitle(tr("and %1 more").arg(more));
+        inLegend.push_back(m_more);
+    }
+    FillLegend(std::move(inLegend));
     for (CCurveItem* gone : m_items) {
         delete gone;
     }
@@ -339,6 +348,29 @@ void CCurvePlot::MakeItems()
     if (IsPreparing()) {
         m_prepare.start();
     }
+}
+
+void CCurvePlot::SetInLegend(QwtPlotItem& item, bool on)
+{
+    if (item.testItemAttribute(QwtPlotItem::Legend) != on) {
+        item.setItemAttribute(QwtPlotItem::Legend, on);
+        updateLegend(&item); // which the item itself does only for what comes in
+    }
+}
+
+/// In the order of the list, which is not that in which curves come and go.
+void CCurvePlot::FillLegend(std::vector<QwtPlotItem*> items)
+{
+    if (items == m_inLegend) {
+        return;
+    }
+    for (QwtPlotItem* item : m_inLegend) {
+        SetInLegend(*item, false);
+    }
+    for (QwtPlotItem* item : items) {
+        SetInLegend(*item, true);
+    }
+    m_inLegend = std::move(items);
 }
 
 void CCurvePlot::ForgetOldValues()
@@ -520,9 +552,11 @@ void CCurvePlot::ApplyWindow()
         const double height = shown.yHigh - shown.yLow;
         if (size.width() > 0 && size.height() > 0) {
             const double perPixel = std::max(width / size.width(), height / size.height());
-            const double moreX = (perPixel * size.width() - width) / 2;
+            const double moreX = perPixel * size.width() - width;
             const double moreY = (perPixel * size.height() - height) / 2;
-            shown = {shown.xLow - moreX, shown.xHigh + moreX, shown.yLow - moreY,
+            // The chart leaves the room beside it to the legend.
+            const double left = HasLegend() && !m_items.empty() ? 0.0 : moreX / 2;
+            shown = {shown.xLow - left, shown.xHigh + moreX - left, shown.yLow - moreY,
                      shown.yHigh + moreY};
         }
     }

@@ -148,6 +148,8 @@ private:
     void ShowColors();
     void ApplyScales();
     void ShowGrid();
+    void SetInLegend(QwtPlotItem& item, bool on);
+    void FillLegend(std::vector<QwtPlotItem*> items);
     void PlaceLegend();
     void ApplyWindow();
     void Apply(const SPlotWindow& window);
@@ -166,6 +168,7 @@ private:
     std::vector<CCurveItem*> m_items;  ///< of shown curves
     std::vector<TValues> m_values;     ///< of the list's curves, in any view they were shown in
     std::vector<SShownCurve> m_wanted; ///< shown, without values yet
+    std::vector<QwtPlotItem*> m_inLegend;
     std::vector<QwtPlotMarker*> m_markerItems;
     ECurveView m_view = ECurveView::Magnitude;
     SPlotAxes m_axes;

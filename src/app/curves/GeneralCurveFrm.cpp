@@ -55,6 +55,7 @@ QTableView* NewTable(const char* objectName, const QString& hint, QWidget* paren
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setShowGrid(false);
     table->setWordWrap(false);
+    table->setTextElideMode(Qt::ElideMiddle);
     table->setTabKeyNavigation(false);
     table->setContextMenuPolicy(Qt::CustomContextMenu);
     table->verticalHeader()->hide();
@@ -141,6 +142,8 @@ CUiGeneralCurveFrm::CUiGeneralCurveFrm(CLogSink& log, QWidget* parent)
     connect(&m_fitColumns, &QTimer::timeout, this, [this] {
         for (QTableView* table : {m_curveList, m_markerList}) {
             table->resizeColumnsToContents();
+            // Names that differ at their end are not to be cut there.
+            table->setColumnWidth(0, std::min(table->columnWidth(0), table->viewport()->width()));
             // Asked for anew, since the last column has just got a width of its own.
             table->horizontalHeader()->setStretchLastSection(false);
             table->horizontalHeader()->setStretchLastSection(true);
@@ -271,6 +274,7 @@ void CUiGeneralCurveFrm::MakeStatus()
     connect(&m_job, &CBackgroundJob::Finished, this, [this] {
         m_progress->hide();
         m_cancel->hide();
+        statusBar()->clearMessage();
         if (!m_waiting.empty()) {
             const std::function<void()> next = std::move(m_waiting.front());
             m_waiting.pop_front();

@@ -60,6 +60,13 @@ TEST_F(CurveExportTest, CsvHasThePointsOfAllOrOfTheSelectedCurves)
     EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "curve,x,real,imag\n" + first);
 
     Trigger(ID_CURVE_NEW_SET);
+    for (const char* legend : {"one", "other"}) {
+        Open(folder.Write(std::string(legend) + ".cur",
+                          kHead + Block(std::string("S21 V_real_imag REAL ") + legend, "1 2 3\n")));
+    }
+    EXPECT_EQ(Csv("same"), "curve,x,real,imag\none,1,2,3\nother,1,2,3\n");
+
+    Trigger(ID_CURVE_NEW_SET);
     Open(folder.Write("v.cur", "*******VSWR*********\n" + Block("REAL w", "1e9 1.5\n2e9 1.25\n")));
     EXPECT_EQ(Csv("real"), "curve,x,value\nw,1e+09,1.5\nw,2e+09,1.25\n");
 }

@@ -323,6 +323,73 @@ TEST_F(CurveFilesTest, NoSaveLosesAPartOrASign)
     EXPECT_EQ(frame.Page().Plot().Axes(), axes) << "and no voltage";
 }
 
+TEST_F(CurveFilesTest, TouchstoneFaultsAreTold)
+{
+    const std::string two = "[Version] 2.0\n# Hz RI\n[Number of Ports] 2\n";
+    const std::string data = "[Network Data]\n1 1 2 3 4 5 6 7 8\n";
+    struct SCase
+    {
+        std::string text;
+        const char* name;
+        const char* message;
+    };
+    const SCase cases[] = {
+        {"1 2 3\n", "a.s1p",
+         "a.s1p:1: The Touchstone file's header contains an invalid character or line."},
+        {"# Hz\n[Version] 2.0\n", "b.ts", "b.ts:2: [Version] should be the first keyword."},
+        {"[Version] 2.0\n[Number of Ports] 1\n", "c.TS",
+         "c.TS:2: Option line should follow keyword [Version]."},
+        {"# Hz S X\n", "d.s1p", "d.s1p:1: Unknown word in option line."},
+        {two + "[Ports] 2\n", "e.ts", "e.ts:4: Unknown keyword."},
+        {two + "[Matrix Format] Half\n", "f.ts", "f.ts:4: Unknown matrix format."},
+        {"# Hz R\n1 2 3", "g.S1P", "g.S1P:1: Incomplete reference impedance list."},
+        {"# Hz R nan\n1 2 3", "h.s1p", "h.s1p:1: Incorrect reference impedance list."},
+        {two + "[Mixed-Mode Order] D1,2 E1,2\n", "i.ts", "i.ts:4: Incorrect mixed-mode order."},
+        {two + "[Reference] 50 75\n[Mixed-Mode Order] D1,2 C1,2\n" + data, "j.ts",
+         "j.ts: The reference impedances are different for the mixed-mode S parameter."},
+        {"[Version] 2.0\n# Hz G\n[Number of Ports] 2\n[Mixed-Mode Order] D1,2 C1,2\n" + data,
+         "k.ts", "k.ts: The diff-channel touchstone should be S|Z|Y type"},
+        {"# Hz RI\n1 2\n", "l.s1p", "l.s1p:2: Incomplete matrix data."},
+        {"[Version] 2.0\n# Hz\n" + data, "m.ts", "m.ts: Fail to get port number."},
+        {"# Hz RI\n-1 2 3\n", "n.s1p",
+         "n.s1p:2: The Touchstone file contains an invalid frequency value."},
+    };
+    for (const SCase& one : cases) {
+        Open(folder.Write(one.name, one.text));
+        const ui::SShownPrompt& told = answers.Shown().back();
+        EXPECT_TRUE(told.text.contains(QLatin1String(one.message))) << told.text.toStdString();
+        EXPECT_EQ(told.icon, ui::EIcon::Error);
+        EXPECT_EQ(log.Lines().back(), told.text.toStdString());
+    }
+    Open(folder.Path() / "gone.s2p");
+    EXPECT_TRUE(answers.Shown().back().text.contains(QStringLiteral("Failed to open the file.")));
+    EXPECT_EQ(frame.Page().Set().Curves().size(), 0U);
+    EXPECT_EQ(answers.Unexpected(), 0) << "no dialog for a file that could not be read";
+}
+
+TEST_F(CurveFilesTest, LinesThatAreNoPointsAreListed)
+{
+    const auto path = folder.Write(
+        "odd.cur", kHead + Block("Z Z_real_imag REAL z", "1e6 1 2\n1e9 0.5\nword 1 2\n2e9 1 1\n"));
+    Open(path);
+    EXPECT_EQ(frame.Page().Set().Curves()[0]->Points().Count(), 2U);
+    EXPECT_EQ(log.Lines().back(), PathText(path) + ": 2 lines are no points, the first is line 5");
+    EXPECT_EQ(answers.Shown().size(), 0U);
+}
+
+TEST_F(CurveFilesTest, WhatNoFileHoldsIsTold)
+{
+    Open(Impedance());
+    CCurveListModel& curves = frame.Page().Curves();
+    ASSERT_TRUE(curves.setData(curves.index(0, 0), QString(600, QLatin1Char('n')), Qt::EditRole));
+    SaveAll("long.cur");
+    EXPECT_TRUE(
+        answers.Shown().back().text.startsWith(QStringLiteral("a line of the curve would have ")))
+        << answers.Shown().back().text.toStdString();
+    EXPECT_FALSE(std::filesystem::exists(folder.Path() / "long.cur"));
+    EXPECT_EQ(log.Lines().size(), 2U) << "the load and the fault, no save";
+}
+
 TEST_F(CurveFilesTest, CancelledDialogsChangeNothing)
 {
     Open(Impedance());

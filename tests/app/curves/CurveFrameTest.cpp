@@ -150,14 +150,22 @@ TEST_F(CurveFrameTest, TouchstoneFilesBecomeChosenCurves)
         auto* ok = dialog.findChild<QDialogButtonBox*>(QStringLiteral("ui_IDC_BUTTONS"))
                        ->button(QDialogButtonBox::Ok);
         EXPECT_EQ(order->text(), QStringLiteral("D1,2 C1,2"));
-        for (const char* bad : {"X1", "D1,2 S1", "D1,2"}) {
+        const char* const unpaired =
+            "Each of the 2 ports has to stand once as S, or once in a D and once in a C.";
+        const std::pair<const char*, const char*> faults[] = {
+            {"X1", "'X1' is no port: write D1,2 for a differential pair, C1,2 for its common mode, "
+                   "S3 for a single-ended port."},
+            {"D1,2 S1", unpaired},
+            {"D1,2", unpaired}};
+        for (const auto& [bad, message] : faults) {
             order->setText(QLatin1String(bad));
             EXPECT_FALSE(ok->isEnabled()) << bad;
-            EXPECT_FALSE(fault->text().isEmpty()) << bad;
+            EXPECT_EQ(fault->text(), QLatin1String(message)) << bad;
         }
         order->setText(QStringLiteral("D1,2 C1,2"));
         dialog.findChild<QPushButton*>(QStringLiteral("ui_IDC_NONE"))->click();
         EXPECT_FALSE(ok->isEnabled()) << "nothing is chosen";
+        EXPECT_EQ(fault->text(), QStringLiteral("Choose at least one element."));
         dialog.findChild<QPushButton*>(QStringLiteral("ui_IDC_DIAGONAL"))->click();
         dialog.accept();
     });
@@ -273,6 +281,7 @@ TEST_F(CurveFrameTest, RecordsAreComparedByTheirImpedance)
         record.SetDiscreteModel(model);
     }
     library.Add(ERecordType::Connector).SetString(EPropId::ModelName, "plug");
+    library.Add(ERecordType::Connector).SetString(EPropId::ModelName, "socket");
     std::vector<SImpedanceOf> records;
     for (const CZovRcdProps* record : library.Records()) {
         records.push_back({record, folder.Path()});
@@ -285,6 +294,10 @@ TEST_F(CurveFrameTest, RecordsAreComparedByTheirImpedance)
     EXPECT_TRUE(frame.Page().Plot().IsLogX() && frame.Page().Plot().IsLogY());
     EXPECT_EQ(frame.Page().Plot().Axes().yUnit, QStringLiteral("\u03a9"));
     EXPECT_EQ(answers.Shown().back().icon, ui::EIcon::Warning) << "a connector has none";
+    EXPECT_TRUE(answers.Shown().back().text.endsWith(
+        QStringLiteral("\n1 more records have no impedance; the \"Output\" pane lists them.")))
+        << answers.Shown().back().text.toStdString();
+    EXPECT_EQ(log.Lines().size(), 2U);
 }
 
 TEST_F(CurveFrameTest, TheCalculatorMakesCurvesAndShowsFaultsAtTheirPlace)
@@ -314,6 +327,13 @@ TEST_F(CurveFrameTest, TheCalculatorMakesCurvesAndShowsFaultsAtTheirPlace)
             {"mag(Z)+none(2)", "Function none...) not found", 7},
             {"max(mag(Z))", "',' is expected.", 10},
             {"log(0 - mag(Z))", "<log> operand is negative.", 0},
+            {"log10(0 - mag(Z))", "<log10> operand is negative.", 0},
+            {"mag(Z) + sqrt(-1)", "<sqrt> operand is negative.", 9},
+            {"asin(mag(Z))", "<asin> operand's absolute value > 1.", 0},
+            {"acos(mag(Z))", "<acos> operand's absolute value > 1.", 0},
+            {"pow(mag(Z)-mag(Z),-1)", "pow value is infinite.", 0},
+            {"mag(Z):2", "<:> usage is wrong: three operands are expected.", 6},
+            {"mag(Z)?2", "This expression can't be evaluated.", -1},
             {"mag(Z)/0", "divide by 0.", 6},
         };
         for (const SCase& one : faults) {
@@ -322,7 +342,8 @@ TEST_F(CurveFrameTest, TheCalculatorMakesCurvesAndShowsFaultsAtTheirPlace)
             EXPECT_TRUE(message->text().startsWith(QLatin1String(one.message)))
                 << one.expression << ": " << message->text().toStdString();
             EXPECT_EQ(caret->text().section(QLatin1Char('\n'), 1),
-                      QString(one.caret, QLatin1Char(' ')) + QLatin1Char('^'))
+                      one.caret < 0 ? QString()
+                                    : QString(one.caret, QLatin1Char(' ')) + QLatin1Char('^'))
                 << one.expression;
             EXPECT_FALSE(ok->isEnabled());
         }
@@ -339,6 +360,13 @@ TEST_F(CurveFrameTest, TheCalculatorMakesCurvesAndShowsFaultsAtTheirPlace)
                             ->model()
                             ->index(0, 0));
         EXPECT_EQ(expression->text(), QStringLiteral("mag(Z)"));
+        EXPECT_TRUE(parameters->setData(parameters->index(1, 1), QStringLiteral("1/0")));
+        expression->setText(QStringLiteral("mag(Z)*k"));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !dialog.IsComputing(); }));
+        EXPECT_TRUE(
+            message->text().startsWith(QStringLiteral("Parameter \"k\" can't be evalutated.")))
+            << message->text().toStdString();
+        EXPECT_TRUE(parameters->setData(parameters->index(1, 1), QStringLiteral("5")));
         expression->setText(QStringLiteral("mag(Z)*k/re($2)"));
         dialog.findChild<QLineEdit*>(QStringLiteral("ui_IDC_NAME"))
             ->setText(QStringLiteral("ratio"));

@@ -9,7 +9,9 @@
 #include <QEventLoop>
 #include <QImage>
 #include <QPainter>
+#include <qwt_plot_legenditem.h>
 #include <qwt_scale_map.h>
+#include <qwt_text.h>
 #include <qwt_transform.h>
 
 #include <algorithm>
@@ -20,6 +22,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <limits>
+#include <map>
 #include <random>
 
 namespace zov::app {
@@ -249,6 +252,52 @@ TEST(CurveOutline, APointOnItsOwnIsSeen)
         }
     }
     EXPECT_GE(ofPoint, 9);
+}
+
+TEST(CurvePlot, TheLegendLeavesRoomForTheCurves)
+{
+    CCurvePage page;
+    std::vector<curve::TCurvePtr> curves(30);
+    for (curve::TCurvePtr& curve : curves) {
+        curve = Ramp(3);
+    }
+    page.Add(curves, {}, {});
+    for (int row = 0; row < 30; ++row) {
+        ASSERT_TRUE(page.Curves().setData(page.Curves().index(row, 0),
+                                          QStringLiteral("c%1").arg(row), Qt::EditRole));
+    }
+    page.resize(800, 600);
+    QImage image(page.size(), QImage::Format_RGB32);
+    const auto* legend = static_cast<const QwtPlotLegendItem*>(
+        page.Plot().itemList(QwtPlotItem::Rtti_PlotLegend).front());
+    // From top to bottom.
+    const auto entries = [&] {
+        page.render(&image);
+        std::map<int, QString> byPlace;
+        for (const QwtPlotItem* item : legend->plotItems()) {
+            byPlace[legend->legendGeometries(item).front().top()] = item->title().text();
+        }
+        QStringList all;
+        for (const auto& [place, title] : byPlace) {
+            all += title;
+        }
+        return all.join(QLatin1Char(' '));
+    };
+    EXPECT_EQ(entries(), QStringLiteral("c0 c1 c2 c3 c4 c5 c6 c7 c8 c9 and 20 more"));
+    for (int row = 5; row < 25; ++row) {
+        page.Curves().SetShown(row, false);
+    }
+    EXPECT_EQ(entries(), QStringLiteral("c0 c1 c2 c3 c4 c25 c26 c27 c28 c29"));
+    page.Curves().SetShown(5, true);
+    EXPECT_EQ(entries(), QStringLiteral("c0 c1 c2 c3 c4 c5 c25 c26 c27 c28 and 1 more"));
+    page.Remove(29);
+    page.Remove(0);
+    ASSERT_TRUE(page.Curves().setData(page.Curves().index(0, 0),
+                                      QString(40, QLatin1Char('a')) + QStringLiteral(" S21"),
+                                      Qt::EditRole));
+    EXPECT_EQ(entries(), QString(15, QLatin1Char('a')) + QChar(0x2026) +
+                             QString(12, QLatin1Char('a')) +
+                             QStringLiteral(" S21 c2 c3 c4 c5 c25 c26 c27 c28"));
 }
 
 constexpr std::size_t kMillion = 1000000;
