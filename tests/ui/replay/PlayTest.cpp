@@ -18,6 +18,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QStandardItemModel>
+#include <QStyle>
 #include <QStyleFactory>
 #include <QTabWidget>
 #include <QTest>
@@ -31,6 +32,14 @@
 
 namespace zov::ui::replay {
 namespace {
+
+// A widget doesn't own the style that it is given.
+void UseOtherStyle(QWidget& widget)
+{
+    QStyle* style = QStyleFactory::create(QStringLiteral("Windows"));
+    style->setParent(&widget);
+    widget.setStyle(style);
+}
 
 const QString kAllDone = QStringLiteral("Ctrl+D;inductors 1;Open...;C1;");
 
@@ -308,7 +317,7 @@ TEST_F(PlayTest, PlaysInAChangedWindow)
          [](CWindow& w) {
              w.setPalette(QPalette(Qt::black));
              for (QWidget* widget : w.findChildren<QWidget*>()) {
-                 widget->setStyle(QStyleFactory::create(QStringLiteral("Windows")));
+                 UseOtherStyle(*widget);
              }
          },
          {}},
@@ -320,7 +329,7 @@ TEST_F(PlayTest, PlaysInAChangedWindow)
              w.setFont(font);
              w.setPalette(QPalette(Qt::black));
              for (QWidget* widget : w.findChildren<QWidget*>()) {
-                 widget->setStyle(QStyleFactory::create(QStringLiteral("Windows")));
+                 UseOtherStyle(*widget);
              }
          },
          {}},
@@ -701,7 +710,7 @@ TEST_F(PlayTest, StatesAreTheSameInAnotherSize)
                                                "QLabel: \"first\", Enabled\n"
                                                "Done: \"\", Enabled\n"));
     window->resize(250, 220);
-    window->setStyle(QStyleFactory::create(QStringLiteral("Windows")));
+    UseOtherStyle(*window);
     QTest::qWait(1);
     EXPECT_EQ(StateOf(*window->centralWidget()).toStdString(), state.toStdString());
     window->tree->setProperty(kRecChkCustomContent, QStringLiteral("three parts"));
