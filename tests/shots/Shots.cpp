@@ -9,18 +9,21 @@
 #include "app/editor/EditorDlg.h"
 #include "app/generator/DlgZovGenMain.h"
 #include "app/generator/GeneratorPage.h"
+#include "app/ibis/ComposeWizard.h"
 #include "app/ibis/IbisCommands.h"
 #include "app/ibis/IbisEditorFrm.h"
 #include "app/ibis/IbisLoaderDlg.h"
 #include "app/manager/CommandIds.h"
 #include "app/manager/HelpWindow.h"
 #include "base/File.h"
+#include "ibis/IbisLoader.h"
 #include "network/TouchstoneReader.h"
 #include "ui/Prompt.h"
 #include "ui/UiDialog.h"
 
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -245,6 +248,80 @@ TWindow IbisLoader(CStage& stage)
     return dialog;
 }
 
+/// A table of another kind, and what the checker says of a file with faults.
+TWindow IbisCurves(CStage& stage)
+{
+    TWindow window = IbisEditor(stage);
+    auto& frame = static_cast<app::CIbisEditorFrm&>(*window);
+    frame.findChild<QLineEdit*>(QStringLiteral("FindField"))
+        ->setText(QStringLiteral("[Rising Waveform]"));
+    frame.RouteCommand(app::ID_IBIS_FIND_NEXT);
+    return window;
+}
+
+TWindow IbisReport(CStage& stage)
+{
+    QFile source(kExampleFile);
+    QFile faulty(QStringLiteral("faulty.ibs"));
+    if (!source.open(QIODevice::ReadOnly) || !faulty.open(QIODevice::WriteOnly)) {
+        return nullptr;
+    }
+    faulty.write(source.readAll()
+                     .replace("[Manufacturer]", "[Maker]")
+                     .replace("memory.ibs", "other.ibs")
+                     .replace("\nVinl", "\nVinlow"));
+    faulty.close();
+    auto frame = std::make_unique<app::CIbisEditorFrm>(stage.Frame().Session().Log());
+    frame->OpenFile(faulty.fileName());
+    Wait([&] { return frame->IsIdle(); });
+    frame->RouteCommand(app::ID_IBIS_NEXT_MESSAGE);
+    return frame;
+}
+
+/// The loader over a copy that has bus definitions.
+TWindow BusEditor(CStage& stage)
+{
+    using namespace ibis;
+    CIBISLoader loader;
+    const auto path = TextPath(kExampleFile.toStdString());
+    if (!loader.Open(path) || !loader.Select(loader.Components().front())) {
+        return nullptr;
+    }
+    STimingReference strobe = {"DQS", EEdgeType::BothEdges, {"CK"}, {}, {"DQ0", "DQ1"}};
+    strobe.limits[static_cast<std::size_t>(ETimingLimit::MinReceiveSetup)] = "25ps";
+    strobe.limits[static_cast<std::size_t>(ETimingLimit::MinReceiveHold)] = "30ps";
+    loader.SetDefinitions(
+        {EComponentType::Memory, {{"DQ", EBusType::Data, {"lane0"}, {std::move(strobe)}}}});
+    const auto copy = loader.SaveCopy();
+    if (!copy) {
+        return nullptr;
+    }
+    auto dialog = std::make_unique<app::CIBISLoaderDlg>(nullptr, stage.Frame().Session().Log());
+    dialog->OpenFile(QString::fromStdString(PathText(*copy)));
+    Wait([&] { return dialog->IsIdle(); });
+    dialog->findChild<QTabWidget*>(QStringLiteral("ui_IDC_TABS"))->setCurrentIndex(2);
+    return dialog;
+}
+
+/// A page of the compose wizard over the example.
+std::function<TWindow(CStage&)> Compose(int page)
+{
+    return [page](CStage& stage) -> TWindow {
+        auto wizard = std::make_unique<app::CComposeWizard>(nullptr, stage.Frame().Session().Log());
+        ui::CScriptedAnswers answers;
+        wizard->findChild<QLineEdit*>(QStringLiteral("OutputPath"))
+            ->setText(QStringLiteral("composite.ibs"));
+        answers.ThenPath(Example("memory-composite.json"));
+        wizard->findChild<QPushButton*>(QStringLiteral("OpenDescription"))->click();
+        wizard->restart();
+        for (int i = 0; i < page; ++i) {
+            wizard->next();
+        }
+        Wait([&] { return wizard->IsIdle(); });
+        return wizard;
+    };
+}
+
 /// The pane over a capacitor whose model is a file.
 TWindow Editor(CStage& stage)
 {
@@ -295,7 +372,15 @@ const SShot kShots[] = {
     {"touchstone", Touchstone},
     {"calculator", Calculator},
     {"ibis-editor", IbisEditor},
+    {"ibis-curves", IbisCurves},
+    {"ibis-report", IbisReport},
     {"ibis-loader", IbisLoader},
+    {"bus-editor", BusEditor},
+    {"compose-1", Compose(0)},
+    {"compose-2", Compose(1)},
+    {"compose-3", Compose(2)},
+    {"compose-4", Compose(3)},
+    {"compose-5", Compose(4)},
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/editor/FieldEditor.h"
 
+#include "app/ModelFiles.h"
 #include "app/editor/EditorColors.h"
 #include "app/editor/EditorListCtrl.h"
 #include "base/File.h"
@@ -107,6 +108,12 @@ void CFieldEditor::Make()
         pick->setObjectName(name + QStringLiteral("_Pick"));
         connect(pick, &QToolButton::clicked, this, &CFieldEditor::PickFile);
         row->addWidget(pick, 0, Qt::AlignTop);
+        m_open = new QToolButton(this);
+        m_open->setText(tr("Open"));
+        m_open->setToolTip(tr("Open the file in the window for its kind"));
+        m_open->setObjectName(name + QStringLiteral("_Open"));
+        connect(m_open, &QToolButton::clicked, this, &CFieldEditor::OpenFile);
+        row->addWidget(m_open, 0, Qt::AlignTop);
     }
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
 }
@@ -243,6 +250,22 @@ void CFieldEditor::PickFile()
     }
 }
 
+std::filesystem::path CFieldEditor::FilePath() const
+{
+    const std::string* text = m_value.As<std::string>();
+    if (text == nullptr || text->empty() || IsCircuitText(*text)) {
+        return {};
+    }
+    return LocateCircuitFile(m_context.folder, *text, m_context.trackFolder().toStdString());
+}
+
+void CFieldEditor::OpenFile()
+{
+    if (!OpenModelFile(Shown(PathText(FilePath())))) {
+        ui::CPrompt::Tell(this, tr("There is no window for files of this kind."));
+    }
+}
+
 bool CFieldEditor::IsTouched() const
 {
     if (!m_edited) {
@@ -307,6 +330,9 @@ void CFieldEditor::Check()
     const QString remark = m_error.isEmpty() ? Remark() : m_error;
     m_remark->setText(remark);
     m_remark->setVisible(!remark.isEmpty());
+    if (m_open != nullptr) {
+        m_open->setEnabled(!FilePath().empty());
+    }
     const QColor color = m_error.isEmpty() ? WarningColor() : ErrorColor();
     QPalette palette = m_remark->palette();
     palette.setColor(QPalette::WindowText, color);

@@ -63,6 +63,9 @@ Q_SIGNALS:
 private:
     void Make();
     void PickFile();
+    void OpenFile();
+    /// Where the file is that is named; empty when it is nowhere.
+    [[nodiscard]] std::filesystem::path FilePath() const;
     void TextTyped();
     void ChoiceMade();
     void RowsEdited();
@@ -85,6 +88,7 @@ private:
     QPlainTextEdit* m_text = nullptr;
     QComboBox* m_choice = nullptr;
     CUiEditorListCtrl* m_rows = nullptr;
+    QToolButton* m_open = nullptr;
     QLabel* m_remark = nullptr;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/ibis/BusDefinitionView.h"
 
+#include "app/ibis/EmptyHint.h"
 #include "app/ibis/SignalBrowserDlg.h"
 #include "ui/Prompt.h"
 
@@ -335,7 +336,6 @@ BusDefinitionEditorView::BusDefinitionEditorView(QWidget* parent)
     : QWidget(parent)
     , m_type(new QComboBox(this))
     , m_tree(new QTreeView(this))
-    , m_hint(new QLabel(this))
 {
     m_type->setObjectName(QStringLiteral("ComponentType"));
     m_type->addItems({Text(WordOf(ibis::EComponentType::Controller)),
@@ -347,9 +347,7 @@ BusDefinitionEditorView::BusDefinitionEditorView(QWidget* parent)
     m_tree->setItemDelegate(new CChoiceDelegate(m_model, this));
     m_tree->setEditTriggers(QAbstractItemView::AllEditTriggers);
     m_tree->setAlternatingRowColors(true);
-    m_tree->header()->resizeSection(0, 260);
-    m_hint->setWordWrap(true);
-    m_hint->setEnabled(false);
+    m_hint = new CEmptyHint(*m_tree, {});
     m_addBus = NewButton(tr("Add &Bus"), "AddBus");
     m_addGroup = NewButton(tr("Add &Group..."), "AddGroup");
     m_addReference = NewButton(tr("Add Timing &Reference"), "AddReference");
@@ -372,7 +370,6 @@ BusDefinitionEditorView::BusDefinitionEditorView(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
     layout->addLayout(middle, 1);
-    layout->addWidget(m_hint);
 
     connect(m_type, qOverload<int>(&QComboBox::activated), this, [this](int type) {
         Done(m_editor->SetType(static_cast<ibis::EComponentType>(type)), Selected());
@@ -403,11 +400,17 @@ void BusDefinitionEditorView::SetDefinitions(const ibis::SBusDefinitions* defini
     m_definitions = definitions;
     m_editor = editor;
     m_model.SetDefinitions(definitions, editor);
-    m_tree->expandAll();
+    ExpandTree();
     if (definitions != nullptr) {
         m_type->setCurrentIndex(static_cast<int>(definitions->type));
     }
     ShowButtons();
+}
+
+void BusDefinitionEditorView::ExpandTree()
+{
+    m_tree->expandAll();
+    m_tree->resizeColumnToContents(0);
 }
 
 CBusTreeModel::SPlace BusDefinitionEditorView::Selected() const
@@ -428,11 +431,10 @@ void BusDefinitionEditorView::ShowButtons()
     m_addSignal->setEnabled(inReference);
     m_remove->setEnabled(item == EItem::Bus || item == EItem::Group || item == EItem::Reference ||
                          item == EItem::Clock || item == EItem::Signal);
-    m_hint->setText(m_editor == nullptr ? tr("Open a file and choose a component first.")
-                    : m_definitions->buses.empty()
-                        ? tr("The component has no bus definitions yet. Add a bus, then timing "
-                             "references with their clocks, limits and signals.")
-                        : QString());
+    m_hint->setText(m_editor == nullptr
+                        ? tr("Open a file and choose a component first.")
+                        : tr("The component has no bus definitions yet. Add a bus, then timing "
+                             "references with their clocks, limits and signals."));
 }
 
 bool BusDefinitionEditorView::Done(const CResult<void>& result, const CBusTreeModel::SPlace& select)
@@ -442,7 +444,7 @@ bool BusDefinitionEditorView::Done(const CResult<void>& result, const CBusTreeMo
         return false;
     }
     m_model.Refresh();
-    m_tree->expandAll();
+    ExpandTree();
     if (select.item != EItem::Root) {
         m_tree->setCurrentIndex(m_model.IndexOf(select));
     }

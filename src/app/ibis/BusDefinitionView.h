@@ -12,11 +12,12 @@
 #include <vector>
 
 class QComboBox;
-class QLabel;
 class QTreeView;
 class QPushButton;
 
 namespace zov::app {
+
+class CEmptyHint;
 
 class CBusTreeModel : public QAbstractItemModel
 {
@@ -108,6 +109,7 @@ private:
     bool SelectReference();
     void AddNames(CBusTreeModel::EItem what, const QStringList& names);
     void Remove();
+    void ExpandTree();
     void ShowButtons();
     /// Tells a refusal, or shows what changed with `select` selected.
     bool Done(const CResult<void>& result, const CBusTreeModel::SPlace& select);
@@ -120,7 +122,7 @@ private:
     QStringList m_signals;
     QComboBox* m_type;
     QTreeView* m_tree;
-    QLabel* m_hint;
+    CEmptyHint* m_hint;
     QPushButton* m_addBus;
     QPushButton* m_addGroup;
     QPushButton* m_addReference;

@@ -190,6 +190,8 @@ void CComposeWizard::MakeOutputPage()
                     "SPICE circuits is written, with a SPICE file beside it."));
     m_component = NewField("Component", page);
     m_path = NewField("OutputPath", page);
+    m_component->setPlaceholderText(tr("name of the component, or open a description below"));
+    m_path->setPlaceholderText(tr("file that is written, ending in .ibs"));
     m_wrapper = NewField("WrapperFile", page);
     m_wrapper->setPlaceholderText(tr("name of the IBIS file with .sp"));
     auto* browse = new QPushButton(tr("B&rowse..."), page);
@@ -200,10 +202,15 @@ void CComposeWizard::MakeOutputPage()
     auto* open = new QPushButton(tr("&Open Description..."), page);
     open->setObjectName(QStringLiteral("OpenDescription"));
     auto* form = new QFormLayout(page);
-    form->addRow(tr("Component:"), m_component);
-    form->addRow(tr("IBIS file:"), file);
-    form->addRow(tr("SPICE file:"), m_wrapper);
-    form->addRow({}, open);
+    auto* fileLabel = new QLabel(tr("&IBIS file:"), page);
+    fileLabel->setBuddy(m_path);
+    form->addRow(tr("&Component:"), m_component);
+    form->addRow(fileLabel, file);
+    form->addRow(tr("&SPICE file:"), m_wrapper);
+    auto* below = new QHBoxLayout;
+    below->addWidget(open);
+    below->addStretch(1);
+    form->addRow({}, below);
     connect(browse, &QPushButton::clicked, this, [this] {
         const QString path = ui::CPrompt::SaveFile(this, tr("Compose IBIS"),
                                                    tr("IBIS file (*.ibs)"), m_path->text());
@@ -296,6 +303,8 @@ void CComposeWizard::MakeResultPage()
     list->verticalHeader()->hide();
     list->horizontalHeader()->setStretchLastSection(true);
     list->setShowGrid(false);
+    list->horizontalHeader()->setHighlightSections(false);
+    list->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     list->setWordWrap(false);
     list->setSelectionBehavior(QAbstractItemView::SelectRows);
     list->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
@@ -548,11 +557,10 @@ void CComposeWizard::Check()
                                        return !state.Cancelled();
                                    }});
                     return [this, info] {
-                        m_report.SetMessages(info->messages);
-                        m_verdict->setText(tr("%1 is written: %2 errors, %3 warnings.")
-                                               .arg(OutputPath())
-                                               .arg(info->errors)
-                                               .arg(info->warnings));
+                        m_report.SetMessages({info, &info->messages});
+                        m_verdict->setText(
+                            tr("%1 is written: %2.")
+                                .arg(OutputPath(), VerdictText(info->errors, info->warnings)));
                     };
                 });
 }

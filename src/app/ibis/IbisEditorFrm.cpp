@@ -7,6 +7,7 @@
 #include "app/ibis/IbisCurves.h"
 #include "app/ibis/IbisTextEdit.h"
 #include "app/ibis/LargeTextView.h"
+#include "app/ibis/ReleaseBeside.h"
 #include "ui/EventFilters.h"
 
 #include <QDockWidget>
@@ -114,6 +115,10 @@ CIbisEditorFrm::~CIbisEditorFrm()
     m_tree->setModel(nullptr);
     m_reportList->setModel(nullptr);
     delete m_plot; // before the models that it shows
+    m_treeModel.SetFile(nullptr);
+    m_report.SetMessages({});
+    m_large->SetText({}, {}, {}, QLatin1Char('|'));
+    ReleaseBeside(std::move(m_file));
 }
 
 void CIbisEditorFrm::OnIdleUpdateCmdUI()
@@ -207,7 +212,7 @@ void CIbisEditorFrm::MakePanes()
     layout->addWidget(split, 1);
 
     m_plot = new CCurvePlot(m_curves, m_markers, this);
-    m_plot->SetHint(tr("Choose a table or a model in the tree to see its curves."));
+    m_plot->SetHint(tr("Choose a table or a model\nin the tree to see its curves."));
     m_treePane = pane(tr("Objects"), "ObjectsPane", m_tree, Qt::LeftDockWidgetArea);
     m_reportPane = pane(tr("Report"), "ReportPane", report, Qt::BottomDockWidgetArea);
     m_curvesPane = pane(tr("Curves"), "IbisCurvesPane", m_plot, Qt::RightDockWidgetArea);
@@ -386,6 +391,9 @@ void CIbisEditorFrm::ShowMessage()
 void CIbisEditorFrm::StepMessage(int by)
 {
     const int rows = m_report.rowCount();
+    if (rows == 0) {
+        return;
+    }
     const QModelIndex current = m_reportList->currentIndex();
     const int row = current.isValid() ? current.row() + by : (by > 0 ? 0 : rows - 1);
     m_reportList->setCurrentIndex(m_report.index((row + rows) % rows, 0));

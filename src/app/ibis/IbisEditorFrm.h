@@ -117,7 +117,7 @@ private:
     };
     void Load(const QString& path, ETextToo text);
     void Take(SLoaded& loaded, ETextToo text);
-    void ShowReport(const ibis::SIPCheckInfo& check);
+    void ShowReport(const SLoaded& loaded);
     void ShowText(SLoaded& loaded);
     void ShowVerdict(const QString& verdict);
     void ClearCurves();

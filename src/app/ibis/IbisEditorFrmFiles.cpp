@@ -4,6 +4,7 @@
 #include "app/ibis/IbisEditorFrm.h"
 #include "app/ibis/IbisTextEdit.h"
 #include "app/ibis/LargeTextView.h"
+#include "app/ibis/ReleaseBeside.h"
 #include "base/File.h"
 #include "ui/Prompt.h"
 
@@ -20,7 +21,6 @@
 #include <QTreeView>
 
 #include <algorithm>
-#include <thread>
 #include <utility>
 
 namespace zov::app {
@@ -32,14 +32,6 @@ const char* const kIbisFilter =
     "IBIS files (*.ibs *.pkg *.ims *.ebd *.emd *.ems *.ami);;All files (*)";
 constexpr EFileType kTypes[] = {EFileType::Ibs, EFileType::Pkg, EFileType::Ims, EFileType::Ebd,
                                 EFileType::Emd, EFileType::Ems, EFileType::Ami};
-
-/// Frees a large file's objects beside the window.
-void ReleaseBeside(std::shared_ptr<const void> object)
-{
-    if (object) {
-        std::thread([kept = std::move(object)]() mutable { kept.reset(); }).detach();
-    }
-}
 
 bool HasType(const QString& path, EFileType type)
 {
@@ -55,8 +47,9 @@ struct CIbisEditorFrm::SLoaded
 {
     QString path;
     std::shared_ptr<ibis::CIBISDataParser> parser = std::make_shared<ibis::CIBISDataParser>();
-    ibis::SIPCheckInfo check; ///< of files without objects
-    std::string text;         ///< of those
+    /// Of files without objects.
+    std::shared_ptr<ibis::SIPCheckInfo> check = std::make_shared<ibis::SIPCheckInfo>();
+    std::string text; ///< of those
     std::string fault;
     std::vector<std::size_t> lineStarts; ///< of large files
     CIbisFileText fileText;              ///< of small ones
@@ -67,6 +60,16 @@ struct CIbisEditorFrm::SLoaded
     [[nodiscard]] std::string_view Text() const
     {
         return hasObjects ? parser->Data()->Text() : std::string_view(text);
+    }
+
+    [[nodiscard]] const ibis::SIPCheckInfo& Check() const
+    {
+        return hasObjects ? parser->CheckInfo() : *check;
+    }
+    [[nodiscard]] CReportModel::TMessages Messages() const
+    {
+        return hasObjects ? CReportModel::TMessages(parser, &parser->CheckInfo().messages)
+                          : CReportModel::TMessages(check, &check->messages);
     }
 
     void Read(CJobState& job)
@@ -102,7 +105,7 @@ struct CIbisEditorFrm::SLoaded
                             const std::function<bool(double)>& goOn)
     {
         ASSIGN_OR_RETURN(text, ReadWholeFile(file));
-        CheckIbisFile(PathText(file).c_str(), &check, {type, {}, goOn});
+        CheckIbisFile(PathText(file).c_str(), check.get(), {type, {}, goOn});
         return {};
     }
 };
@@ -152,22 +155,24 @@ void CIbisEditorFrm::Take(SLoaded& loaded, ETextToo text)
     }
     const bool isSame = m_path == loaded.path;
     m_path = loaded.path;
-    const ibis::SIPCheckInfo& check = loaded.hasObjects ? loaded.parser->CheckInfo() : loaded.check;
-    if (!check.problem.empty()) {
-        m_log.Write(check.problem);
+    if (!loaded.Check().problem.empty()) {
+        m_log.Write(loaded.Check().problem);
     }
     const std::size_t line = isSame ? CurrentLine() : 1;
     m_following = true;
-    ReleaseBeside(std::exchange(m_file, loaded.hasObjects ? loaded.parser : nullptr));
+    std::shared_ptr<const void> before =
+        std::exchange(m_file, loaded.hasObjects ? loaded.parser : nullptr);
     ClearCurves();
     m_treeModel.SetFile(m_file);
-    ShowReport(check);
+    ShowReport(loaded);
     m_following = false;
     if (text == ETextToo::Yes) {
         m_state = loaded.state;
         m_notice->hide();
         ShowText(loaded);
     }
+    // Nobody else has it any more.
+    ReleaseBeside(std::move(before));
     if (text == ETextToo::No) {
         m_edit->Settle();
     }
@@ -178,15 +183,15 @@ void CIbisEditorFrm::Take(SLoaded& loaded, ETextToo text)
     ShowTitle();
 }
 
-void CIbisEditorFrm::ShowReport(const ibis::SIPCheckInfo& check)
+void CIbisEditorFrm::ShowReport(const SLoaded& loaded)
 {
-    m_report.SetMessages(check.messages);
+    const ibis::SIPCheckInfo& check = loaded.Check();
+    m_report.SetMessages(loaded.Messages());
     m_reportList->resizeColumnToContents(CReportModel::kLine);
     m_reportList->resizeColumnToContents(CReportModel::kCode);
-    const QString verdict =
-        check.result == ibis::kIPCheckNotDone
-            ? tr("not checked")
-            : tr("%1 errors, %2 warnings").arg(check.errors).arg(check.warnings);
+    const QString verdict = check.result == ibis::kIPCheckNotDone
+                                ? tr("not checked")
+                                : VerdictText(check.errors, check.warnings);
     ShowVerdict(verdict);
     m_log.Write(tr("%1: %2").arg(m_path, verdict).toStdString());
     m_reportHint->setText(check.messages.empty()

@@ -3,6 +3,8 @@
 
 #include "app/RunBeside.h"
 #include "app/ibis/ModelBrowserDlg.h"
+#include "app/ibis/ReleaseBeside.h"
+#include "app/ibis/ReportModel.h"
 #include "base/File.h"
 #include "ui/EventFilters.h"
 
@@ -134,6 +136,7 @@ CIBISLoaderDlg::~CIBISLoaderDlg()
 {
     // A cell that is still being edited is not written into what is going.
     m_buses->SetDefinitions(nullptr, nullptr);
+    ReleaseBeside(std::move(m_loader));
 }
 
 void CIBISLoaderDlg::OnBrowse()
@@ -173,7 +176,7 @@ void CIBISLoaderDlg::Take(SLoaded& loaded)
     m_path = loaded.path;
     m_form.ui_IDC_FILE->setText(m_path);
     m_buses->SetDefinitions(nullptr, nullptr);
-    m_loader = loaded.loader;
+    ReleaseBeside(std::exchange(m_loader, loaded.loader));
     m_component.clear();
     QStringList names;
     for (const std::string& name : m_loader->Components()) {
@@ -192,11 +195,11 @@ void CIBISLoaderDlg::ShowVerdict(const ibis::SIPCheckInfo& check)
         text = tr("The check found nothing wrong.");
         break;
     case ibis::kIPCheckWarnings:
-        text = tr("The check has %1 warnings.").arg(check.warnings);
+        text =
+            tr("The check has %1.").arg(CountText(check.warnings, tr("warning"), tr("warnings")));
         break;
     case ibis::kIPCheckErrors:
-        text =
-            tr("The check found %1 errors and %2 warnings.").arg(check.errors).arg(check.warnings);
+        text = tr("The check found %1.").arg(VerdictText(check.errors, check.warnings));
         break;
     default:
         text = m_path.isEmpty()

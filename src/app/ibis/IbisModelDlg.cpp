@@ -47,7 +47,9 @@ CIbisModelDlg::CIbisModelDlg(QWidget* parent, const ibis::CIPDataModel* model)
         rows->appendRow(RowOf(*child));
     }
     m_form.ui_IDC_VALUES->setModel(rows);
-    m_form.ui_IDC_VALUES->resizeColumnToContents(0);
+    for (int column = 0; column < rows->columnCount(); ++column) {
+        m_form.ui_IDC_VALUES->resizeColumnToContents(column);
+    }
 }
 
 CPinEditorDlg::CPinEditorDlg(QWidget* parent, const ibis::SPinList& list)

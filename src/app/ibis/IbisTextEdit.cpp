@@ -75,6 +75,7 @@ CIbisTextEdit::CIbisTextEdit(QWidget* parent)
     });
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, &CIbisTextEdit::ShowCurrentLine);
     connect(document(), &QTextDocument::contentsChange, this, &CIbisTextEdit::NoteLines);
+    connect(&m_recolour, &QTimer::timeout, this, &CIbisTextEdit::RecolourNext);
     connect(&m_fill, &QTimer::timeout, this, &CIbisTextEdit::FillNext);
     setViewportMargins(MarginWidth(), 0, 0, 0);
     ShowCurrentLine();
@@ -213,7 +214,21 @@ void CIbisTextEdit::changeEvent(QEvent* event)
     QPlainTextEdit::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && m_highlighter != nullptr) {
         ShowCurrentLine();
-        m_highlighter->rehighlight();
+        m_recoloured = 0;
+        m_recolour.start(0);
+    }
+}
+
+void CIbisTextEdit::RecolourNext()
+{
+    constexpr int kBlocks = 2000;
+    QTextBlock block = document()->findBlockByNumber(m_recoloured);
+    for (int i = 0; i < kBlocks && block.isValid(); ++i, block = block.next()) {
+        m_highlighter->rehighlightBlock(block);
+    }
+    m_recoloured += kBlocks;
+    if (!block.isValid()) {
+        m_recolour.stop();
     }
 }
 

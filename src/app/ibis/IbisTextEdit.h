@@ -67,11 +67,15 @@ private:
     };
     void FillNext();
     void NoteLines(int position);
+    /// For other colours, piece by piece.
+    void RecolourNext();
     void ShowCurrentLine();
 
     CIbisHighlighter* m_highlighter;
     QWidget* m_margin;
     QTimer m_fill;
+    QTimer m_recolour;
+    int m_recoloured = 0; ///< lines
     QString m_rest;
     int m_filled = 0;
     bool m_filling = false;

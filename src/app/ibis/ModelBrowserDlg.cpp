@@ -4,6 +4,7 @@
 #include "app/ibis/EmptyHint.h"
 #include "app/ibis/IbisCurves.h"
 #include "app/ibis/IbisModelDlg.h"
+#include "app/ibis/ReleaseBeside.h"
 #include "base/File.h"
 
 #include <QFileInfo>
@@ -32,12 +33,14 @@ CModelTableModel::CModelTableModel(QObject* parent)
 {
 }
 
-void CModelTableModel::SetFile(std::shared_ptr<const ibis::CIBISDataParser> file)
+std::shared_ptr<const ibis::CIBISDataParser>
+CModelTableModel::SetFile(std::shared_ptr<const ibis::CIBISDataParser> file)
 {
     beginResetModel();
-    m_file = std::move(file);
+    m_file.swap(file);
     m_models = m_file ? m_file->Data()->Models() : std::vector<const ibis::CIPDataModel*>();
     endResetModel();
+    return file;
 }
 
 int CModelTableModel::rowCount(const QModelIndex& parent) const
@@ -90,6 +93,8 @@ CModelBrowserDlg::CModelBrowserDlg(QWidget* parent)
     m_form.ui_IDC_MODELS->verticalHeader()->hide();
     m_form.ui_IDC_MODELS->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     m_form.ui_IDC_MODELS->horizontalHeader()->setStretchLastSection(true);
+    m_form.ui_IDC_MODELS->horizontalHeader()->setHighlightSections(false);
+    m_form.ui_IDC_MODELS->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     new CEmptyHint(*m_form.ui_IDC_MODELS, tr("Models of the file that is chosen with Browse."));
     m_form.ui_IDC_SPLIT->addWidget(m_plot);
     m_plot->SetHint(tr("Choose a model to see its curves."));
@@ -106,6 +111,7 @@ CModelBrowserDlg::CModelBrowserDlg(QWidget* parent)
 CModelBrowserDlg::~CModelBrowserDlg()
 {
     delete m_plot; // before the models that it shows
+    ReleaseBeside(m_models.SetFile(nullptr));
 }
 
 void CModelBrowserDlg::Browse()
@@ -134,7 +140,7 @@ void CModelBrowserDlg::OpenFile(const QString& path)
                         }
                         m_path = path;
                         m_form.ui_IDC_FILE->setText(path);
-                        m_models.SetFile(parser);
+                        ReleaseBeside(m_models.SetFile(parser));
                         m_form.ui_IDC_MODELS->resizeColumnsToContents();
                         ShowModel();
                     };

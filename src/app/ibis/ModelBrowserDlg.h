@@ -22,7 +22,9 @@ class CModelTableModel : public QAbstractTableModel
 
 public:
     explicit CModelTableModel(QObject* parent);
-    void SetFile(std::shared_ptr<const ibis::CIBISDataParser> file);
+    /// @return the file before
+    std::shared_ptr<const ibis::CIBISDataParser>
+    SetFile(std::shared_ptr<const ibis::CIBISDataParser> file);
     [[nodiscard]] const ibis::CIPDataModel& At(int row) const
     {
         return *m_models[static_cast<std::size_t>(row)];

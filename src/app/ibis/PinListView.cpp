@@ -192,6 +192,8 @@ CFilteredTable::CFilteredTable(QAbstractItemModel& model, const QString& hint, c
     m_table->verticalHeader()->hide();
     m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     m_table->horizontalHeader()->setStretchLastSection(true);
+    m_table->horizontalHeader()->setHighlightSections(false);
+    m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     new CEmptyHint(*m_table, empty);
     auto* top = new QHBoxLayout;
     top->addWidget(m_filter, 1);

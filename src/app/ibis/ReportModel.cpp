@@ -44,7 +44,7 @@ CReportModel::CReportModel(QObject* parent)
 {
 }
 
-void CReportModel::SetMessages(std::vector<ibis::SIPMessage> messages)
+void CReportModel::SetMessages(TMessages messages)
 {
     m_messages = std::move(messages);
     Filter();
@@ -78,8 +78,8 @@ void CReportModel::Filter()
 {
     beginResetModel();
     m_rows.clear();
-    for (std::size_t i = 0; i < m_messages.size(); ++i) {
-        if (IsShown(m_messages[i])) {
+    for (std::size_t i = 0; m_messages && i < m_messages->size(); ++i) {
+        if (IsShown((*m_messages)[i])) {
             m_rows.push_back(static_cast<std::uint32_t>(i));
         }
     }
@@ -125,6 +125,18 @@ QVariant CReportModel::headerData(int section, Qt::Orientation orientation, int 
     }
     const QString titles[] = {tr("Line"), tr("Code"), tr("Message")};
     return titles[section];
+}
+
+QString CountText(std::size_t count, const QString& one, const QString& many)
+{
+    return QStringLiteral("%1 %2").arg(count).arg(count == 1 ? one : many);
+}
+
+QString VerdictText(std::size_t errors, std::size_t warnings)
+{
+    return CountText(errors, CReportModel::tr("error"), CReportModel::tr("errors")) +
+           QStringLiteral(", ") +
+           CountText(warnings, CReportModel::tr("warning"), CReportModel::tr("warnings"));
 }
 
 QString ExplanationOf(int code)

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -26,19 +27,20 @@ public:
         kText,
         kColumns
     };
+    using TMessages = std::shared_ptr<const std::vector<ibis::SIPMessage>>;
     explicit CReportModel(QObject* parent = nullptr);
 
-    void SetMessages(std::vector<ibis::SIPMessage> messages);
+    /// Null for none.
+    void SetMessages(TMessages messages);
     /// Of a row that is shown.
     [[nodiscard]] const ibis::SIPMessage& At(int row) const
     {
-        return m_messages[m_rows[static_cast<std::size_t>(row)]];
+        return (*m_messages)[m_rows[static_cast<std::size_t>(row)]];
     }
     /// Whether messages of a severity are shown.
     void SetWanted(ibis::EIPSeverity severity, bool wanted);
     /// Only those that hold the text, or whose code begins with it.
     void SetText(const QString& text);
-    [[nodiscard]] std::size_t MessageCount() const { return m_messages.size(); }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -49,11 +51,16 @@ private:
     void Filter();
     [[nodiscard]] bool IsShown(const ibis::SIPMessage& message) const;
 
-    std::vector<ibis::SIPMessage> m_messages;
+    TMessages m_messages;
     std::vector<std::uint32_t> m_rows; ///< places of the messages that are shown
     std::array<bool, 4> m_wanted = {true, true, true, true};
     std::string m_text; ///< folded
 };
+
+/// "1 error", "2 errors"
+[[nodiscard]] QString CountText(std::size_t count, const QString& one, const QString& many);
+/// "0 errors, 1 warning"
+[[nodiscard]] QString VerdictText(std::size_t errors, std::size_t warnings);
 
 /// What a message means, for people: HTML. Empty when nobody has written it.
 [[nodiscard]] QString ExplanationOf(int code);

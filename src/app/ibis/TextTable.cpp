@@ -133,6 +133,11 @@ CTextTable::CTextTable(std::vector<STextColumn> columns, const QString& empty, Q
     m_table->verticalHeader()->hide();
     m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     m_table->horizontalHeader()->setStretchLastSection(true);
+    // Of the rows that are seen.
+    m_table->horizontalHeader()->setResizeContentsPrecision(0);
+    m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_table->horizontalHeader()->setHighlightSections(false);
+    m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     new CEmptyHint(*m_table, empty);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});

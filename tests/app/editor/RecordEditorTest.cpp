@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/editor/RecordEditor.h"
 
+#include "app/ModelFiles.h"
 #include "app/editor/EditorDlg.h"
 #include "app/editor/EditorListCtrl.h"
 #include "core/LibraryFiles.h"
@@ -283,10 +284,26 @@ TEST_F(RecordEditorTest, SubModelsComeAndGoAndDefinitionsHaveTwoForms)
     EXPECT_EQ(file->toPlainText(), QStringLiteral("../models/c.s2p"))
         << "from the library's folder";
     EXPECT_EQ(RemarkOf("Capacitor", "CktDef"), QString());
+    auto* open =
+        editor.PageOf("Capacitor")->findChild<QToolButton*>(QStringLiteral("ui_IDC_CktDef_Open"));
+    EXPECT_TRUE(open->isEnabled());
+    open->click();
+    EXPECT_EQ(answers.Shown().back().text,
+              QStringLiteral("There is no window for files of this kind."));
+    QString opened;
+    {
+        const CModelFileOpener opener([&](const QString& path) {
+            opened = path;
+            return true;
+        });
+        open->click();
+    }
+    EXPECT_TRUE(opened.endsWith(QStringLiteral("models/c.s2p"))) << opened.toStdString();
     ASSERT_TRUE(editor.Apply());
     EXPECT_EQ(At(0)->GetDiscreteModel(), (SDiscreteModel{true, "../models/c.s2p", "", {}, {}, {}}));
     file->setPlainText(QStringLiteral("gone.s2p"));
     EXPECT_EQ(RemarkOf("Capacitor", "CktDef"), QStringLiteral("There is no such file."));
+    EXPECT_FALSE(open->isEnabled());
 }
 
 TEST_F(RecordEditorTest, WhatIsTypedOutlivesChangesAroundIt)

@@ -19,9 +19,12 @@
 #include <QTableView>
 #include <QTest>
 #include <QTextBrowser>
+#include <QTimer>
 #include <QTreeView>
 
+#include <cstdio>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 namespace zov::app {
 namespace {
@@ -324,6 +327,29 @@ TEST_F(IbisEditorTest, TablesOfOneNameInTwoModelsAreDrawnEach)
     EXPECT_NEAR(plot.Window().yHigh, 2.0 * first, 0.5 * first);
 }
 
+TEST_F(IbisEditorTest, AnEditedTextIsSavedBeforeACheck)
+{
+    const std::string text = "[IBIS Ver] 4.2\n[File Name] odd.ibs\n[End]\n";
+    Open(folder.Write("odd.ibs", text));
+    QTest::keyClicks(&Child<CIbisTextEdit>("IbisText"), QStringLiteral("|"));
+    answers.Then(ui::EAnswer::No);
+    Trigger(ID_IBIS_CHECK);
+    WaitIdle();
+    EXPECT_EQ(answers.Shown().back().text,
+              QStringLiteral("The text was edited. Save it and check the file?"));
+    EXPECT_EQ(folder.Read("odd.ibs"), text);
+    answers.Then(ui::EAnswer::Yes);
+    Trigger(ID_IBIS_CHECK);
+    WaitIdle();
+    EXPECT_EQ(folder.Read("odd.ibs"), "|" + text);
+    answers.ThenPath(Text(folder.Path() / "other.ibs"));
+    Trigger(ID_IBIS_SAVE_AS);
+    WaitIdle();
+    EXPECT_EQ(folder.Read("other.ibs"), "|" + text);
+    EXPECT_EQ(frame.Path(), Text(folder.Path() / "other.ibs"));
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
 TEST_F(IbisEditorTest, CheckingIsStoppedAtOnce)
 {
     std::string text = "[IBIS Ver] 5.0\n[File Name] slow.ibs\n";
@@ -428,6 +454,74 @@ TEST_F(IbisEditorTest, LargeFilesAreShownNotEdited)
     WaitIdle();
     EXPECT_EQ(frame.CurrentLine(), last) << "a check keeps the place";
     EXPECT_FALSE(frame.grab().isNull());
+}
+
+/// The longest time that no event was served while something was done and waited for.
+struct SGap
+{
+    template <class F, class G>
+    SGap(const char* what, F work, G isDone)
+    {
+        QElapsedTimer whole;
+        QElapsedTimer since;
+        QTimer beat;
+        QObject::connect(&beat, &QTimer::timeout,
+                         [&] { longestMs = std::max(longestMs, since.restart()); });
+        whole.start();
+        since.start();
+        beat.start(1);
+        work();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return isDone(); }, 600000)) << what;
+        QTest::qWait(50); // what is painted behind it
+        longestMs = std::max(longestMs, since.elapsed());
+        std::printf("%-28s %8.2f s, longest gap %6lld ms\n", what,
+                    static_cast<double>(whole.elapsed()) / 1000.0, longestMs);
+    }
+    qint64 longestMs = 0;
+};
+
+/// ZOV_LARGE_IBIS=FILE: how long the window takes with a large file, and how long it stands still.
+TEST_F(IbisEditorTest, ALargeFileIsMeasured)
+{
+    const QString path = qEnvironmentVariable("ZOV_LARGE_IBIS");
+    if (path.isEmpty()) {
+        GTEST_SKIP() << "ZOV_LARGE_IBIS names no file";
+    }
+    const auto idle = [&] { return frame.IsIdle(); };
+    const auto at = [&](std::size_t line) { return [this, line] { frame.GoToLine(line); }; };
+    auto& tree = Child<QTreeView>("IbisTree");
+    frame.show();
+    SGap(
+        "open", [&] { frame.OpenFile(path); }, idle);
+    const std::size_t lines = Child<CLargeTextView>("IbisLargeText").LineCount();
+    SGap("to the last line", at(lines), idle);
+    SGap("to the middle", at(lines / 2), idle);
+    SGap(
+        "expand the tree", [&] { tree.expandToDepth(0); }, idle);
+    SGap(
+        "next message", [&] { Trigger(ID_IBIS_NEXT_MESSAGE); }, idle);
+    SGap(
+        "filter the report",
+        [&] { Child<QLineEdit>("ReportSearch").setText(QStringLiteral("clamp")); }, idle);
+    Child<QLineEdit>("FindField").setText(QStringLiteral("no such text"));
+    SGap(
+        "search in vain", [&] { Trigger(ID_IBIS_FIND_NEXT); }, idle);
+    SGap(
+        "check again", [&] { Trigger(ID_IBIS_CHECK); }, idle);
+    SGap(
+        "stop in the middle",
+        [&] {
+            Trigger(ID_IBIS_CHECK);
+            QTest::qWait(300);
+            Trigger(ID_IBIS_STOP);
+        },
+        idle);
+    SGap(
+        "another file",
+        [&] { frame.OpenFile(Text(folder.Write("small.ibs", "[IBIS Ver] 4.2\n[End]\n"))); }, idle);
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    std::printf("%-28s %8ld MB\n", "peak memory", usage.ru_maxrss / 1024);
 }
 
 TEST_F(IbisEditorTest, FilesWithoutObjectsAndMissingOnes)

@@ -312,6 +312,32 @@ TEST_F(IbisLoaderTest, EditedDefinitionsAreNotLost)
     EXPECT_TRUE(std::filesystem::exists(folder.Path() / "chip_Copy1.ibs"));
 }
 
+TEST_F(IbisLoaderTest, ACopyThatFailsIsTold)
+{
+    const std::filesystem::path inner = folder.Path() / "inner";
+    std::filesystem::create_directory(inner);
+    std::filesystem::rename(File(), inner / "chip.ibs");
+    Open(inner / "chip.ibs");
+    Click("AddBus");
+    std::filesystem::remove_all(inner);
+    Click("ui_IDC_SAVE_COPY");
+    EXPECT_TRUE(answers.Shown().back().text.startsWith(
+        QStringLiteral("Cannot make a copy of the IBIS file.")))
+        << answers.Shown().back().text.toStdString();
+    EXPECT_TRUE(answers.Shown().back().text.contains(QStringLiteral("inner"))) << "and why";
+    EXPECT_EQ(dialog.SavedCopy(), QString());
+    EXPECT_TRUE(dialog.Loader()->Changed());
+}
+
+TEST_F(IbisLoaderTest, SignalsNeedATimingReference)
+{
+    Open(File());
+    Child<IBISPinListEditorView>("ui_IDC_PIN_LIST").List().Table().selectRow(0);
+    Click("ui_IDC_ADD_SELECTED");
+    EXPECT_EQ(Message(), QStringLiteral("Add a timing reference under \"Bus Definitions\" first."));
+    EXPECT_FALSE(dialog.Loader()->Changed());
+}
+
 TEST_F(IbisLoaderTest, ModelsAreBrowsed)
 {
     Open(File());
