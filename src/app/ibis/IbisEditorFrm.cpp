@@ -340,6 +340,9 @@ void CIbisEditorFrm::ShowObject()
     // A value below a table belongs to the table.
     for (QModelIndex at = m_tree->currentIndex(); at.isValid(); at = at.parent()) {
         const ibis::CIPDataObject* drawn = m_treeModel.ObjectAt(at);
+        if (drawn == nullptr) { // a group
+            continue;
+        }
         if (drawn == m_drawn) {
             return;
         }

@@ -367,6 +367,10 @@ bool CIbisEditorFrm::MayLeave()
 void CIbisEditorFrm::closeEvent(QCloseEvent* event)
 {
     event->setAccepted(MayLeave());
+    if (event->isAccepted()) {
+        m_search.Abandon();
+        m_job.Abandon();
+    }
 }
 
 void CIbisEditorFrm::OnIbisGoToLine()

@@ -13,6 +13,10 @@ namespace {
 using ibis::CIPDataObject;
 using ibis::EIPSeverity;
 
+/// More children than these stand in groups, since a view looks at all siblings at once.
+constexpr std::size_t kMostSiblings = 5000;
+constexpr std::size_t kGroup = 1000;
+
 QString Text(std::string_view text)
 {
     return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
@@ -65,9 +69,19 @@ QVariant SeverityImage(EIPSeverity severity)
 struct CIbisTreeModel::SNode
 {
     const CIPDataObject* object = nullptr;
+    std::size_t first = 0; ///< of the object's children that stand below
+    std::size_t count = 0;
+    bool isGroup = false; ///< some of the object's many children
     SNode* parent = nullptr;
     int row = 0;
     bool filled = false;
+
+    [[nodiscard]] const CIPDataObject& Child(std::size_t i) const
+    {
+        return *object->Children()[first + i];
+    }
+    /// The line at which the node begins.
+    [[nodiscard]] std::size_t Line() const { return isGroup ? Child(0).Line() : object->Line(); }
     std::vector<std::unique_ptr<SNode>> children;
 };
 
@@ -86,6 +100,7 @@ void CIbisTreeModel::SetFile(std::shared_ptr<const ibis::CIBISDataParser> file)
     if (m_file && m_file->Data() != nullptr) {
         m_root = std::make_unique<SNode>();
         m_root->object = m_file->Data();
+        m_root->count = m_root->object->Children().size();
     }
     endResetModel();
 }
@@ -101,11 +116,16 @@ void CIbisTreeModel::Fill(SNode& node)
         return;
     }
     node.filled = true;
-    node.children.reserve(node.object->Children().size());
-    for (const auto& child : node.object->Children()) {
+    const bool inGroups = !node.isGroup && node.count > kMostSiblings;
+    const std::size_t step = inGroups ? kGroup : 1;
+    node.children.reserve(node.count / step + 1);
+    for (std::size_t i = 0; i < node.count; i += step) {
         node.children.push_back(std::make_unique<SNode>());
         SNode& made = *node.children.back();
-        made.object = child.get();
+        made.isGroup = inGroups;
+        made.object = inGroups ? node.object : &node.Child(i);
+        made.first = inGroups ? i : 0;
+        made.count = inGroups ? std::min(step, node.count - i) : made.object->Children().size();
         made.parent = &node;
         made.row = static_cast<int>(node.children.size()) - 1;
     }
@@ -113,7 +133,7 @@ void CIbisTreeModel::Fill(SNode& node)
 
 const CIPDataObject* CIbisTreeModel::ObjectAt(const QModelIndex& index) const
 {
-    return index.isValid() ? NodeOf(index).object : nullptr;
+    return index.isValid() && !NodeOf(index).isGroup ? NodeOf(index).object : nullptr;
 }
 
 QModelIndex CIbisTreeModel::IndexOfLine(std::size_t line) const
@@ -127,7 +147,7 @@ QModelIndex CIbisTreeModel::IndexOfLine(std::size_t line) const
         Fill(node);
         // Children stand in the order of the file.
         const auto after = std::ranges::upper_bound(
-            node.children, line, {}, [](const auto& child) { return child->object->Line(); });
+            node.children, line, {}, [](const auto& child) { return child->Line(); });
         if (after == node.children.begin()) {
             return found;
         }
@@ -162,7 +182,7 @@ int CIbisTreeModel::rowCount(const QModelIndex& parent) const
 
 bool CIbisTreeModel::hasChildren(const QModelIndex& parent) const
 {
-    return m_root && parent.column() <= 0 && !NodeOf(parent).object->Children().empty();
+    return m_root && parent.column() <= 0 && NodeOf(parent).count > 0;
 }
 
 int CIbisTreeModel::columnCount(const QModelIndex&) const
@@ -183,9 +203,44 @@ QString CIbisTreeModel::ToolTip(const CIPDataObject& object) const
     return text;
 }
 
+/// The gravest of the object's marks; Other for none.
+EIPSeverity CIbisTreeModel::WorstOf(const CIPDataObject& object) const
+{
+    EIPSeverity worst = object.Marks().empty() ? EIPSeverity::Other : EIPSeverity::Note;
+    for (const ibis::SIPMark& mark : object.Marks()) {
+        const auto& messages = m_file->CheckInfo().messages;
+        if (mark.mark == ibis::EIPMark::Checker && mark.message < messages.size()) {
+            worst = std::min(worst, messages[mark.message].severity);
+        }
+    }
+    return worst;
+}
+
+QVariant CIbisTreeModel::GroupData(const SNode& group, int column, int role) const
+{
+    if (role == Qt::DisplayRole) {
+        return column == 0 ? QStringLiteral("%1 ... %2")
+                                 .arg(Text(group.Child(0).Name()),
+                                      Text(group.Child(group.count - 1).Name()))
+                           : tr("%1 objects").arg(group.count);
+    }
+    if (role != Qt::DecorationRole || column != 0) {
+        return {};
+    }
+    EIPSeverity worst = EIPSeverity::Other;
+    for (std::size_t i = 0; i < group.count; ++i) {
+        worst = std::min(worst, WorstOf(group.Child(i)));
+    }
+    return worst == EIPSeverity::Other ? QVariant() : SeverityImage(worst);
+}
+
 QVariant CIbisTreeModel::data(const QModelIndex& index, int role) const
 {
-    const CIPDataObject& object = *NodeOf(index).object;
+    const SNode& node = NodeOf(index);
+    if (node.isGroup) {
+        return GroupData(node, index.column(), role);
+    }
+    const CIPDataObject& object = *node.object;
     if (role == Qt::DisplayRole) {
         if (index.column() == 0) {
             return Text(object.Name());
@@ -197,17 +252,11 @@ QVariant CIbisTreeModel::data(const QModelIndex& index, int role) const
     if (role == Qt::ToolTipRole) {
         return ToolTip(object);
     }
-    if (role != Qt::DecorationRole || index.column() != 0 || object.Marks().empty()) {
+    if (role != Qt::DecorationRole || index.column() != 0) {
         return {};
     }
-    EIPSeverity worst = EIPSeverity::Note;
-    for (const ibis::SIPMark& mark : object.Marks()) {
-        const auto& messages = m_file->CheckInfo().messages;
-        if (mark.mark == ibis::EIPMark::Checker && mark.message < messages.size()) {
-            worst = std::min(worst, messages[mark.message].severity);
-        }
-    }
-    return SeverityImage(worst);
+    const EIPSeverity worst = WorstOf(object);
+    return worst == EIPSeverity::Other ? QVariant() : SeverityImage(worst);
 }
 
 QVariant CIbisTreeModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// The objects of an IBIS file as a tree: names, values, and what the checker says of them. Rows
-/// are made when they are first looked at, so that a large file costs what is seen of it.
+/// are made when they are first looked at, and thousands of siblings stand in groups, so that a
+/// large file costs what is seen of it.
 #pragma once
 
 #include "ibis/DataParser.h"
@@ -22,7 +23,7 @@ public:
 
     /// Null empties the tree.
     void SetFile(std::shared_ptr<const ibis::CIBISDataParser> file);
-    /// Null for an index that is none.
+    /// Null for an index that is none, and for a group.
     [[nodiscard]] const ibis::CIPDataObject* ObjectAt(const QModelIndex& index) const;
     /// The innermost object that begins at or before a line of the file.
     [[nodiscard]] QModelIndex IndexOfLine(std::size_t line) const;
@@ -39,6 +40,8 @@ private:
     struct SNode;
     [[nodiscard]] SNode& NodeOf(const QModelIndex& index) const;
     static void Fill(SNode& node);
+    [[nodiscard]] ibis::EIPSeverity WorstOf(const ibis::CIPDataObject& object) const;
+    [[nodiscard]] QVariant GroupData(const SNode& group, int column, int role) const;
     [[nodiscard]] QString ToolTip(const ibis::CIPDataObject& object) const;
 
     std::shared_ptr<const ibis::CIBISDataParser> m_file;

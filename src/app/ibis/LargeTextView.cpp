@@ -4,6 +4,8 @@
 #include "app/ibis/IbisColors.h"
 #include "base/Text.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -107,6 +109,7 @@ void CLargeTextView::SetText(std::shared_ptr<const void> owner, std::string_view
     m_starts = std::move(lineStarts);
     m_comment = comment;
     m_current = 1;
+    m_anchor = 1;
     ShowBars();
     verticalScrollBar()->setValue(0);
     viewport()->update();
@@ -158,9 +161,11 @@ void CLargeTextView::paintEvent(QPaintEvent*)
     const int left = margin + 4 - horizontalScrollBar()->value();
     auto line = static_cast<std::size_t>(verticalScrollBar()->value()) + 1;
     for (int y = 0; y < viewport()->height() && line <= LineCount(); y += height, ++line) {
-        if (line == m_current) {
+        const bool isChosen =
+            line >= std::min(m_anchor, m_current) && line <= std::max(m_anchor, m_current);
+        if (isChosen) {
             QColor color = palette().color(QPalette::Highlight);
-            color.setAlphaF(0.15);
+            color.setAlphaF(m_anchor == m_current ? 0.15 : 0.3);
             painter.fillRect(0, y, viewport()->width(), height, color);
         }
         const QString text = LineText(line);
@@ -188,9 +193,12 @@ void CLargeTextView::resizeEvent(QResizeEvent* event)
     ShowBars();
 }
 
-void CLargeTextView::MoveCurrent(std::size_t line)
+void CLargeTextView::MoveCurrent(std::size_t line, ESelect select)
 {
     m_current = std::clamp<std::size_t>(line, 1, std::max<std::size_t>(1, LineCount()));
+    if (select == ESelect::One) {
+        m_anchor = m_current;
+    }
     const int row = static_cast<int>(m_current) - 1;
     const int top = verticalScrollBar()->value();
     if (row < top) {
@@ -213,35 +221,55 @@ void CLargeTextView::GoToLine(std::size_t line)
     viewport()->update();
 }
 
+/// At most as much as a clipboard is good for.
+void CLargeTextView::CopyLines() const
+{
+    constexpr std::size_t kMostBytes = std::size_t{16} << 20U;
+    if (m_starts.empty()) {
+        return;
+    }
+    const std::size_t begin = m_starts[std::min(m_anchor, m_current) - 1];
+    const std::size_t end = m_starts[std::max(m_anchor, m_current)];
+    const std::string_view text = m_text.substr(begin, std::min(end - begin, kMostBytes));
+    QGuiApplication::clipboard()->setText(
+        QString::fromUtf8(text.data(), static_cast<int>(text.size())));
+}
+
 void CLargeTextView::mousePressEvent(QMouseEvent* event)
 {
     MoveCurrent(
-        static_cast<std::size_t>(verticalScrollBar()->value() + event->pos().y() / RowHeight()) +
-        1);
+        static_cast<std::size_t>(verticalScrollBar()->value() + event->pos().y() / RowHeight()) + 1,
+        (event->modifiers() & Qt::ShiftModifier) != 0 ? ESelect::Extend : ESelect::One);
     Q_EMIT CurrentLineChanged();
 }
 
 void CLargeTextView::keyPressEvent(QKeyEvent* event)
 {
+    if (event->matches(QKeySequence::Copy)) {
+        CopyLines();
+        return;
+    }
     const auto page = static_cast<std::size_t>(PageRows());
+    const ESelect select =
+        (event->modifiers() & Qt::ShiftModifier) != 0 ? ESelect::Extend : ESelect::One;
     switch (event->key()) {
     case Qt::Key_Up:
-        MoveCurrent(m_current - 1);
+        MoveCurrent(m_current - 1, select);
         break;
     case Qt::Key_Down:
-        MoveCurrent(m_current + 1);
+        MoveCurrent(m_current + 1, select);
         break;
     case Qt::Key_PageUp:
-        MoveCurrent(m_current > page ? m_current - page : 1);
+        MoveCurrent(m_current > page ? m_current - page : 1, select);
         break;
     case Qt::Key_PageDown:
-        MoveCurrent(m_current + page);
+        MoveCurrent(m_current + page, select);
         break;
     case Qt::Key_Home:
-        MoveCurrent(1);
+        MoveCurrent(1, select);
         break;
     case Qt::Key_End:
-        MoveCurrent(LineCount());
+        MoveCurrent(LineCount(), select);
         break;
     default:
         QAbstractScrollArea::keyPressEvent(event);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// The text of a large file, to be read: drawn from the file's bytes, so that 200 MB cost no more
-/// than an index of their lines.
+/// than an index of their lines. Lines are chosen with Shift and copied.
 #pragma once
 
 #include <QAbstractScrollArea>
@@ -64,13 +64,20 @@ private:
     [[nodiscard]] QString LineText(std::size_t line) const;
     [[nodiscard]] int MarginWidth() const;
     void ShowBars();
-    void MoveCurrent(std::size_t line);
+    enum class ESelect
+    {
+        One,   ///< the line alone
+        Extend ///< from the line that was chosen before
+    };
+    void MoveCurrent(std::size_t line, ESelect select = ESelect::One);
+    void CopyLines() const;
 
     std::shared_ptr<const std::string_view> m_shared;
     std::string_view m_text;
     std::vector<std::size_t> m_starts;
     QChar m_comment = QLatin1Char('|');
     std::size_t m_current = 1;
+    std::size_t m_anchor = 1; ///< the other end of the chosen lines
 };
 
 } // namespace zov::app

@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QDockWidget>
 #include <QElapsedTimer>
 #include <QLabel>
@@ -412,6 +413,32 @@ TEST_F(IbisEditorTest, TextsThatAreNoneAreShown)
     EXPECT_EQ(answers.Unexpected(), 0);
 }
 
+TEST_F(IbisEditorTest, ThousandsOfSiblingsStandInGroups)
+{
+    constexpr int kPins = 12345;
+    std::string text = "[IBIS Ver] 4.2\n[File Name] many.ibs\n[Component] c\n[Pin] signal model\n";
+    for (int i = 0; i < kPins; ++i) {
+        text += "P" + std::to_string(i) + " S GND\n";
+    }
+    Open(folder.Write("many.ibs", text + "[End]\n"));
+    auto& tree = Child<QTreeView>("IbisTree");
+    const QAbstractItemModel& model = *tree.model();
+    frame.GoToLine(5 + 2500);
+    EXPECT_EQ(TreeText(), QStringLiteral("P2500"));
+    const QModelIndex group = tree.currentIndex().parent();
+    EXPECT_EQ(group.data().toString(), QStringLiteral("P2000 ... P2999"));
+    EXPECT_EQ(model.rowCount(group), 1000);
+    EXPECT_EQ(group.parent().data().toString(), QStringLiteral("[Pin]"));
+    EXPECT_EQ(model.rowCount(group.parent()), 13);
+    EXPECT_EQ(model.rowCount(model.index(12, 0, group.parent())), kPins - 12000);
+    frame.GoToLine(1);
+    tree.setCurrentIndex(group);
+    EXPECT_EQ(frame.CurrentLine(), 1U) << "a group has no line of its own";
+    tree.setCurrentIndex(model.index(999, 0, group));
+    EXPECT_EQ(frame.CurrentLine(), 5U + 2999U);
+    EXPECT_FALSE(frame.grab().isNull());
+}
+
 TEST_F(IbisEditorTest, WhatIsNotFoundLeavesTheCursor)
 {
     Open(Example());
@@ -446,6 +473,11 @@ TEST_F(IbisEditorTest, LargeFilesAreShownNotEdited)
     EXPECT_EQ(TreeText(), QStringLiteral("[Manufacturer]"));
     QTest::keyClick(&view, Qt::Key_Home);
     EXPECT_EQ(TreeText(), QStringLiteral("[IBIS Ver]"));
+    QTest::keyClick(&view, Qt::Key_Up);
+    QTest::keyClick(&view, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(),
+              QStringLiteral("[IBIS Ver] 5.0\n[File Name] large.ibs\n"));
     Child<QLineEdit>("FindField").setText(QStringLiteral("[manufacturer]"));
     Trigger(ID_IBIS_FIND_NEXT);
     WaitIdle();
