@@ -281,17 +281,16 @@ TWindow IbisReport(CStage& stage)
 /// The loader over a copy that has bus definitions.
 TWindow BusEditor(CStage& stage)
 {
-    using namespace ibis;
-    CIBISLoader loader;
+    ibis::CIBISLoader loader;
     const auto path = TextPath(kExampleFile.toStdString());
     if (!loader.Open(path) || !loader.Select(loader.Components().front())) {
         return nullptr;
     }
-    STimingReference strobe = {"DQS", EEdgeType::BothEdges, {"CK"}, {}, {"DQ0", "DQ1"}};
-    strobe.limits[static_cast<std::size_t>(ETimingLimit::MinReceiveSetup)] = "25ps";
-    strobe.limits[static_cast<std::size_t>(ETimingLimit::MinReceiveHold)] = "30ps";
-    loader.SetDefinitions(
-        {EComponentType::Memory, {{"DQ", EBusType::Data, {"lane0"}, {std::move(strobe)}}}});
+    ibis::STimingReference strobe = {"DQS", ibis::EEdgeType::BothEdges, {"CK"}, {}, {"DQ0", "DQ1"}};
+    strobe.limits[static_cast<std::size_t>(ibis::ETimingLimit::MinReceiveSetup)] = "25ps";
+    strobe.limits[static_cast<std::size_t>(ibis::ETimingLimit::MinReceiveHold)] = "30ps";
+    loader.SetDefinitions({ibis::EComponentType::Memory,
+                           {{"DQ", ibis::EBusType::Data, {"lane0"}, {std::move(strobe)}}}});
     const auto copy = loader.SaveCopy();
     if (!copy) {
         return nullptr;
