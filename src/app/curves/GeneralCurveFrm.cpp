@@ -27,6 +27,9 @@ constexpr unsigned kViewCommands[] = {ID_CURVE_VIEW_MAGNITUDE, ID_CURVE_VIEW_DB,
                                       ID_CURVE_VIEW_PHASE,     ID_CURVE_VIEW_REAL,
                                       ID_CURVE_VIEW_IMAGINARY, ID_CURVE_VIEW_SMITH};
 
+/// While the window has no layout yet.
+constexpr int kLeastNameWidth = 260;
+
 /// A table that says what to do while it is empty.
 class CHintedTable final : public QTableView
 {
@@ -143,7 +146,8 @@ CUiGeneralCurveFrm::CUiGeneralCurveFrm(CLogSink& log, QWidget* parent)
         for (QTableView* table : {m_curveList, m_markerList}) {
             table->resizeColumnsToContents();
             // Names that differ at their end are not to be cut there.
-            table->setColumnWidth(0, std::min(table->columnWidth(0), table->viewport()->width()));
+            const int most = std::max(table->viewport()->width(), kLeastNameWidth);
+            table->setColumnWidth(0, std::min(table->columnWidth(0), most));
             // Asked for anew, since the last column has just got a width of its own.
             table->horizontalHeader()->setStretchLastSection(false);
             table->horizontalHeader()->setStretchLastSection(true);

@@ -311,7 +311,7 @@ curve::TCurvePtr Million(std::size_t peak)
         const double x = static_cast<double>(i + 1);
         const double noise = static_cast<double>(random() % 1000) * 1e-4;
         made->Points().Add(
-            std::array{x, i == peak ? 3.0 : 0.5 * std::cos(x * 1e-4) + noise, noise});
+            std::array{x, i == peak ? 0.95 : 0.5 * std::cos(x * 1e-4) + noise, noise});
     }
     return made;
 }
