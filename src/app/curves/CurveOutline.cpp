@@ -5,13 +5,18 @@
 #include <qwt_transform.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
 
 namespace zov::app {
 namespace {
 
 /// Points per column of pixels up to which each is drawn.
 constexpr std::size_t kPlainPoints = 4;
+/// Of a curve in the plane: blocks up to which each point is drawn, and groups of blocks above.
+constexpr std::size_t kPlainBlocks = 50000 / CCurveValues::kBlock;
+constexpr std::size_t kGroups = 4000;
 /// Painters lose precision far outside, and dashes of what is not seen cost time.
 constexpr double kMarginPixels = 100.0;
 
@@ -170,21 +175,26 @@ private:
         PutPoint(end - 1);
     }
 
-    /// In any order of x: each point where few of the blocks are seen, else the outermost of each.
+    /// In any order of x: each point while few are seen, else the outermost of neighbours.
     void MakeByBlocks()
     {
         const SValueRange x = Seen(m_xMap, m_drawn.left(), m_drawn.right());
         const SValueRange y = Seen(m_yMap, m_drawn.top(), m_drawn.bottom());
-        const auto isSeen = [&](std::size_t block) {
-            return Meet(m_values.BlockX(block), x) && Meet(m_values.BlockY(block), y);
-        };
+        std::vector<bool> isSeen(m_values.Blocks());
         std::size_t seen = 0;
-        for (std::size_t block = 0; block < m_values.Blocks(); ++block) {
-            seen += isSeen(block) ? 1 : 0;
+        for (std::size_t block = 0; block < isSeen.size(); ++block) {
+            isSeen[block] = Meet(m_values.BlockX(block), x) && Meet(m_values.BlockY(block), y);
+            seen += isSeen[block] ? 1 : 0;
         }
-        const bool each = seen * CCurveValues::kBlock <= kPlainPoints * m_columns;
-        for (std::size_t block = 0; block < m_values.Blocks(); ++block) {
-            PutBlock(block, isSeen(block), each);
+        const bool each = seen <= kPlainBlocks;
+        const std::size_t most = each ? 1 : seen / kGroups + 1;
+        for (std::size_t block = 0; block < isSeen.size();) {
+            std::size_t end = block + 1;
+            while (isSeen[block] && end < isSeen.size() && isSeen[end] && end - block < most) {
+                ++end;
+            }
+            PutBlocks(block, end, isSeen[block], each);
+            block = end;
         }
     }
 
@@ -198,24 +208,47 @@ private:
         return !one.Empty() && one.low <= other.high && other.low <= one.high;
     }
 
-    void PutBlock(std::size_t block, bool isSeen, bool each)
+    void PutBlocks(std::size_t first, std::size_t end, bool isSeen, bool each)
     {
-        const std::size_t begin = block * CCurveValues::kBlock;
-        const std::size_t last = std::min(begin + CCurveValues::kBlock, m_values.Count()) - 1;
-        auto extremes = m_values.BlockExtremes(block);
-        if (isSeen && (each || !extremes)) {
-            PutByPixel(begin, last + 1);
+        const std::size_t begin = first * CCurveValues::kBlock;
+        const std::size_t behind = std::min(end * CCurveValues::kBlock, m_values.Count());
+        std::vector<std::size_t> outermost;
+        if (isSeen && (each || !FindOutermost(first, end, outermost))) {
+            PutByPixel(begin, behind);
             return;
         }
-        // Nothing of it is seen but the lines to its neighbours.
+        // Of blocks that are not seen only the lines to their neighbours may be.
         PutPoint(begin);
-        if (isSeen && extremes) {
-            std::ranges::sort(*extremes);
-            for (const std::uint8_t offset : *extremes) {
-                PutPoint(begin + offset);
+        for (const std::size_t i : outermost) {
+            PutPoint(i);
+        }
+        PutPoint(behind - 1);
+    }
+
+    /// The points of blocks that are furthest in each direction, in their order; false when some
+    /// point is no number.
+    bool FindOutermost(std::size_t first, std::size_t end, std::vector<std::size_t>& outermost)
+    {
+        constexpr std::size_t kDirections = CCurveValues::kDirections;
+        std::array<double, kDirections> most;
+        most.fill(-std::numeric_limits<double>::infinity());
+        outermost.assign(kDirections, 0);
+        for (std::size_t block = first; block < end; ++block) {
+            const auto extremes = m_values.BlockExtremes(block);
+            if (!extremes) {
+                return false;
+            }
+            for (std::size_t direction = 0; direction < kDirections; ++direction) {
+                const std::size_t i = block * CCurveValues::kBlock + (*extremes)[direction];
+                const double along = CCurveValues::Along(direction, m_values.At(i));
+                if (along > most[direction]) {
+                    most[direction] = along;
+                    outermost[direction] = i;
+                }
             }
         }
-        PutPoint(last);
+        std::ranges::sort(outermost);
+        return true;
     }
 
     /// Neighbours in the same pixel are one.

@@ -136,25 +136,49 @@ void CCurveValues::SummariseBlock(std::size_t block)
     const std::size_t begin = block * kBlock;
     const std::size_t end = std::min(begin + kBlock, Count());
     SValueRange x;
-    SValueRange& y = m_blocks[block];
-    TExtremes extremes = {0, 0, 0, 0};
-    bool isWhole = true;
     for (std::size_t i = begin; i < end; ++i) {
         const SDrawnPoint at = At(i);
-        const auto offset = static_cast<std::uint8_t>(i - begin);
-        extremes = {at.x < x.low ? offset : extremes[0], at.x > x.high ? offset : extremes[1],
-                    at.y < y.low ? offset : extremes[2], at.y > y.high ? offset : extremes[3]};
-        isWhole = isWhole && std::isfinite(at.x) && std::isfinite(at.y);
         x.Include(at.x);
-        y.Include(at.y);
+        m_blocks[block].Include(at.y);
         TakeLeast(m_leastX, at.x);
         TakeLeast(m_leastY, at.y);
     }
     m_xRange.Include(x);
     if (!m_rising) {
         m_xBlocks[block] = x;
-        m_extremes[block] = isWhole ? extremes : TExtremes{kNoExtreme};
+        SummarisePlane(block);
     }
+}
+
+void CCurveValues::SummarisePlane(std::size_t block)
+{
+    const std::size_t begin = block * kBlock;
+    const std::size_t end = std::min(begin + kBlock, Count());
+    TExtremes extremes{};
+    std::array<double, kDirections> most;
+    most.fill(-std::numeric_limits<double>::infinity());
+    for (std::size_t i = begin; i < end; ++i) {
+        const SDrawnPoint at = At(i);
+        if (!std::isfinite(at.x) || !std::isfinite(at.y)) {
+            m_extremes[block].fill(kNoExtreme);
+            return;
+        }
+        for (std::size_t direction = 0; direction < kDirections; ++direction) {
+            const double along = Along(direction, at);
+            if (along > most[direction]) {
+                most[direction] = along;
+                extremes[direction] = static_cast<std::uint8_t>(i - begin);
+            }
+        }
+    }
+    m_extremes[block] = extremes;
+}
+
+double CCurveValues::Along(std::size_t direction, SDrawnPoint point)
+{
+    constexpr double kWays[kDirections][2] = {{-1, 0},  {1, 0},  {0, -1}, {0, 1},
+                                              {-1, -1}, {-1, 1}, {1, -1}, {1, 1}};
+    return kWays[direction][0] * point.x + kWays[direction][1] * point.y;
 }
 
 std::optional<CCurveValues::TExtremes> CCurveValues::BlockExtremes(std::size_t block) const

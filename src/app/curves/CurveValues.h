@@ -101,15 +101,19 @@ public:
     [[nodiscard]] std::size_t Blocks() const { return m_blocks.size(); }
     [[nodiscard]] const SValueRange& BlockX(std::size_t block) const { return m_xBlocks[block]; }
     [[nodiscard]] const SValueRange& BlockY(std::size_t block) const { return m_blocks[block]; }
-    /// Its points that are furthest left, right, down and up, counted from its first; none when one
-    /// of its points is no number, so that all are to be looked at.
-    using TExtremes = std::array<std::uint8_t, 4>;
+    /// Its points that are furthest in each direction, counted from its first; none when one of its
+    /// points is no number, so that all are to be looked at.
+    static constexpr std::size_t kDirections = 8;
+    using TExtremes = std::array<std::uint8_t, kDirections>;
     [[nodiscard]] std::optional<TExtremes> BlockExtremes(std::size_t block) const;
+    /// How far a point is in a direction: left, right, down, up and between them.
+    [[nodiscard]] static double Along(std::size_t direction, SDrawnPoint point);
 
 private:
     [[nodiscard]] std::complex<double> Reflection(std::size_t i) const;
     void Summarise(const std::function<bool()>& cancelled);
     void SummariseBlock(std::size_t block);
+    void SummarisePlane(std::size_t block);
 
     curve::TCurvePtr m_curve; ///< keeps what the spans point to
     ECurveView m_view;
