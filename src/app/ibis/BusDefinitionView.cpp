@@ -531,11 +531,21 @@ void BusDefinitionEditorView::AddSignals(const QStringList& names)
 void BusDefinitionEditorView::AddNames(EItem what, const QStringList& names)
 {
     const CBusTreeModel::SPlace at = Selected();
+    QStringList refusals;
     for (const QString& name : names) {
         const std::string text = name.toStdString();
-        Done(what == EItem::Clock ? m_editor->AddClock(at.bus, at.reference, text)
-                                  : m_editor->AddSignal(at.bus, at.reference, text),
-             {EItem::Reference, at.bus, at.reference});
+        const CResult<void> added = what == EItem::Clock
+                                        ? m_editor->AddClock(at.bus, at.reference, text)
+                                        : m_editor->AddSignal(at.bus, at.reference, text);
+        if (!added) {
+            refusals += QString::fromStdString(added.Error().text);
+        }
+    }
+    if (refusals.size() < names.size()) {
+        Done({}, {EItem::Reference, at.bus, at.reference});
+    }
+    for (const QString& refusal : refusals) {
+        Q_EMIT Refused(refusal);
     }
 }
 

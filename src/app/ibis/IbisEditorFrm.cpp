@@ -237,7 +237,7 @@ void CIbisEditorFrm::MakeMenus()
           ID_IBIS_FIND_PREVIOUS, ui::kSeparator, ID_IBIS_GO_TO_LINE});
     QMenu* view = menu(tr("&View"), "IbisViewMenu",
                        {ID_IBIS_NEXT_MESSAGE, ID_IBIS_PREVIOUS_MESSAGE, ui::kSeparator});
-    QMenu* panes = view->addMenu(tr("Pane"));
+    QMenu* panes = view->addMenu(tr("&Pane"));
     m_actions->FillMenu(*panes, {ID_IBIS_PANE_TREE, ID_IBIS_PANE_REPORT, ID_IBIS_PANE_CURVES});
 }
 
@@ -428,7 +428,9 @@ void CIbisEditorFrm::OnIbisShowNotes()
 
 void CIbisEditorFrm::OnIbisLoader()
 {
-    Q_EMIT LoaderAsked(m_path);
+    if (MayLeave()) { // the loader reads the file
+        Q_EMIT LoaderAsked(m_path);
+    }
 }
 
 void CIbisEditorFrm::OnIbisClose()

@@ -339,14 +339,25 @@ TEST_F(IbisEditorTest, AnEditedTextIsSavedBeforeACheck)
     EXPECT_EQ(answers.Shown().back().text,
               QStringLiteral("The text was edited. Save it and check the file?"));
     EXPECT_EQ(folder.Read("odd.ibs"), text);
+    QString loaded;
+    QObject::connect(&frame, &CIbisEditorFrm::LoaderAsked,
+                     [&](const QString& path) { loaded = path; });
+    answers.Then(ui::EAnswer::Cancel);
+    Trigger(ID_IBIS_LOADER);
+    EXPECT_EQ(loaded, QString()) << "the loader would read what is in the file";
+    answers.Then(ui::EAnswer::Yes);
+    Trigger(ID_IBIS_LOADER);
+    EXPECT_EQ(loaded, frame.Path());
+    EXPECT_EQ(folder.Read("odd.ibs"), "|" + text);
+    QTest::keyClicks(&Child<CIbisTextEdit>("IbisText"), QStringLiteral("|"));
     answers.Then(ui::EAnswer::Yes);
     Trigger(ID_IBIS_CHECK);
     WaitIdle();
-    EXPECT_EQ(folder.Read("odd.ibs"), "|" + text);
+    EXPECT_EQ(folder.Read("odd.ibs"), "||" + text);
     answers.ThenPath(Text(folder.Path() / "other.ibs"));
     Trigger(ID_IBIS_SAVE_AS);
     WaitIdle();
-    EXPECT_EQ(folder.Read("other.ibs"), "|" + text);
+    EXPECT_EQ(folder.Read("other.ibs"), "||" + text);
     EXPECT_EQ(frame.Path(), Text(folder.Path() / "other.ibs"));
     EXPECT_EQ(answers.Unexpected(), 0);
 }
@@ -512,6 +523,13 @@ struct SGap
     qint64 longestMs = 0;
 };
 
+void PrintPeak(const char* what)
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    std::printf("%-28s %8ld MB\n", what, usage.ru_maxrss / 1024);
+}
+
 /// ZOV_LARGE_IBIS=FILE: how long the window takes with a large file, and how long it stands still.
 TEST_F(IbisEditorTest, ALargeFileIsMeasured)
 {
@@ -525,6 +543,7 @@ TEST_F(IbisEditorTest, ALargeFileIsMeasured)
     frame.show();
     SGap(
         "open", [&] { frame.OpenFile(path); }, idle);
+    PrintPeak("peak memory of opening");
     const std::size_t lines = Child<CLargeTextView>("IbisLargeText").LineCount();
     SGap("to the last line", at(lines), idle);
     SGap("to the middle", at(lines / 2), idle);
@@ -551,9 +570,7 @@ TEST_F(IbisEditorTest, ALargeFileIsMeasured)
     SGap(
         "another file",
         [&] { frame.OpenFile(Text(folder.Write("small.ibs", "[IBIS Ver] 4.2\n[End]\n"))); }, idle);
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    std::printf("%-28s %8ld MB\n", "peak memory", usage.ru_maxrss / 1024);
+    PrintPeak("peak memory");
 }
 
 TEST_F(IbisEditorTest, FilesWithoutObjectsAndMissingOnes)

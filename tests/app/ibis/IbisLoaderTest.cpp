@@ -8,6 +8,7 @@
 #include "support/TempFolder.h"
 
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -327,6 +328,85 @@ TEST_F(IbisLoaderTest, ACopyThatFailsIsTold)
     EXPECT_TRUE(answers.Shown().back().text.contains(QStringLiteral("inner"))) << "and why";
     EXPECT_EQ(dialog.SavedCopy(), QString());
     EXPECT_TRUE(dialog.Loader()->Changed());
+}
+
+TEST_F(IbisLoaderTest, EveryLimitIsAPositiveNumber)
+{
+    Open(File());
+    Click("AddBus");
+    SelectDefinition({EItem::Bus, 0});
+    Click("AddReference");
+    const char* const labels[] = {"Min Transmit Setup",
+                                  "Min Transmit Hold",
+                                  "Min Receive Setup",
+                                  "Min Receive Hold",
+                                  "Min Strobe Setup",
+                                  "Min Strobe Hold",
+                                  "tDQSQ",
+                                  "tQH",
+                                  "Max Receive Skew (+)",
+                                  "Max Receive Skew (-)",
+                                  "Max Strobe Clock Skew (+)",
+                                  "Max Strobe Clock Skew (-)"};
+    for (std::size_t i = 0; i < std::size(labels); ++i) {
+        const CBusTreeModel::SPlace limit = {EItem::Limit, 0, 0, i};
+        const QString label = QLatin1String(labels[i]);
+        EXPECT_EQ(Buses().IndexOf(limit).data().toString(), label);
+        EXPECT_FALSE(Set(limit, "-5ps")) << labels[i];
+        EXPECT_EQ(Message(), label + QStringLiteral(" should be positive number."));
+        EXPECT_TRUE(Set(limit, "1.5e-12")) << labels[i];
+        EXPECT_EQ(Message(), QString());
+    }
+    EXPECT_TRUE(Set({EItem::Limit, 0, 0, 11}, "")) << "a limit is taken away";
+    const ibis::STimingReference& made = dialog.Loader()->Definitions().buses[0].references[0];
+    EXPECT_EQ(made.limits[0], "1.5e-12");
+    EXPECT_EQ(made.limits[11], "");
+}
+
+TEST_F(IbisLoaderTest, ManySignalsAreTakenAtOnceButThoseInUse)
+{
+    std::string text = "[IBIS Ver] 5.0\n[File Name] many.ibs\n[Component] c\n[Pin] signal model\n";
+    for (int i = 0; i < 1500; ++i) {
+        text += "P" + std::to_string(i) + " S" + std::to_string(i) + " GND\n";
+    }
+    Open(folder.Write("many.ibs", text + "[End]\n"));
+    Click("AddBus");
+    SelectDefinition({EItem::Bus, 0});
+    Click("AddReference");
+    SelectDefinition({EItem::Reference, 0, 0});
+    QTableView& pins = Child<IBISPinListEditorView>("ui_IDC_PIN_LIST").List().Table();
+    pins.selectRow(7);
+    Click("ui_IDC_ADD_SELECTED");
+    pins.selectAll();
+    QElapsedTimer clock;
+    clock.start();
+    Click("ui_IDC_ADD_SELECTED");
+    EXPECT_LT(clock.elapsed(), 5000) << "even in a build without optimisation, beside other work";
+    EXPECT_EQ(dialog.Loader()->Definitions().buses[0].references[0].signals.size(), 1500U);
+    EXPECT_EQ(Message(), QStringLiteral("'S7' is already in use.")) << "told behind the others";
+    SelectDefinition({EItem::Reference, 0, 0});
+    for (const char* button : {"AddClock", "AddClock"}) {
+        answers.ThenDialog([](QDialog& shown) {
+            shown.findChild<QListView*>(QStringLiteral("ui_IDC_NAMES"))
+                ->setCurrentIndex(shown.findChild<QListView*>(QStringLiteral("ui_IDC_NAMES"))
+                                      ->model()
+                                      ->index(0, 0));
+            shown.accept();
+        });
+        Click(button);
+    }
+    EXPECT_EQ(Message(), QStringLiteral("'S0' is already in use.")) << "as a clock";
+    SelectDefinition({EItem::Bus, 0});
+    answers.ThenText(QStringLiteral("g"));
+    Click("AddGroup");
+    SelectDefinition({EItem::Bus, 0});
+    answers.ThenText(QStringLiteral("g"));
+    Click("AddGroup");
+    EXPECT_EQ(Message(), QStringLiteral("'g' is already in use.")) << "as a group";
+    SelectDefinition({EItem::Bus, 0});
+    Click("AddReference");
+    EXPECT_FALSE(Set({EItem::Reference, 0, 1}, "Ref1"));
+    EXPECT_EQ(Message(), QStringLiteral("'Ref1' is already in use.")) << "as a timing reference";
 }
 
 TEST_F(IbisLoaderTest, SignalsNeedATimingReference)
