@@ -7,10 +7,15 @@
 #include <qwt_graphic.h>
 #include <qwt_painter.h>
 
+#include <numeric>
+#include <vector>
+
 namespace zov::app {
 namespace {
 
 constexpr double kIconWidth = 24.0;
+/// Above, smooth lines take long and look like plain ones.
+constexpr int kSmoothPoints = 20000;
 /// A point without neighbours would not be seen as a line's width.
 constexpr double kDotRadius = 2.5;
 
@@ -45,7 +50,15 @@ void CCurveItem::draw(QPainter* painter, const QwtScaleMap& xMap, const QwtScale
     painter->save();
     painter->setPen(m_pen);
     painter->setBrush(Qt::NoBrush);
-    for (const QPolygonF& piece : OutlineOf(*m_values, xMap, yMap, canvasRect)) {
+    const std::vector<QPolygonF> outline = OutlineOf(*m_values, xMap, yMap, canvasRect);
+    const auto count =
+        std::accumulate(outline.begin(), outline.end(), 0, [](int sum, const QPolygonF& piece) {
+            return sum + static_cast<int>(piece.size());
+        });
+    if (count > kSmoothPoints) {
+        painter->setRenderHint(QPainter::Antialiasing, false);
+    }
+    for (const QPolygonF& piece : outline) {
         const QSizeF size = piece.boundingRect().size();
         if (size.width() < 1.0 && size.height() < 1.0) {
             painter->setBrush(m_pen.color());

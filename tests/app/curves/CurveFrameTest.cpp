@@ -390,15 +390,26 @@ TEST_F(CurveFrameTest, TheCalculatorMakesCurvesAndShowsFaultsAtTheirPlace)
 
 TEST_F(CurveFrameTest, FilesAreDropped)
 {
-    QMimeData dropped;
-    dropped.setUrls({QUrl::fromLocalFile(Text(Impedance()))});
-    QDragEnterEvent enter({}, Qt::CopyAction, &dropped, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(&frame, &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    QDropEvent drop({}, Qt::CopyAction, &dropped, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(&frame, &drop);
+    const auto enters = [this](const QList<QUrl>& urls) {
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        enter.ignore();
+        QCoreApplication::sendEvent(&frame, &enter);
+        return enter.isAccepted();
+    };
+    EXPECT_FALSE(enters({}));
+    EXPECT_FALSE(enters({QUrl(QStringLiteral("https://example.org/z.cur"))}));
+    for (const char* name : {"a.cur", "b.cur"}) { // the second while the first is being read
+        const QList<QUrl> urls = {QUrl::fromLocalFile(Text(Impedance(name)))};
+        EXPECT_TRUE(enters(urls));
+        QMimeData data;
+        data.setUrls(urls);
+        QDropEvent drop({}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&frame, &drop);
+    }
     WaitIdle();
-    EXPECT_EQ(frame.Page().Set().Curves().size(), 1U);
+    EXPECT_EQ(frame.Page().Set().Curves().size(), 2U);
 }
 
 TEST_F(CurveFrameTest, EachCommandHasAHandler)
