@@ -3,10 +3,10 @@
 
 #include "base/File.h"
 #include "core/LibraryFiles.h"
+#include "support/KilledChild.h"
 #include "support/TempFolder.h"
 
 #include <QCoreApplication>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -16,6 +16,8 @@ namespace zov::app {
 namespace {
 
 namespace fs = std::filesystem;
+
+using test::CKilledChild;
 
 struct CYes final : CQuestions
 {
@@ -63,6 +65,7 @@ struct AutosaveTest : testing::Test
     {
         return QTest::qWaitFor([this] { return fs::exists(CAutosave::PathOf(path)); });
     }
+    QString Folder() const { return QString::fromStdString(PathText(folder.Path())); }
     test::CTempFolder folder;
     fs::path path = folder.Path() / "board.zov";
 };
@@ -120,12 +123,11 @@ TEST_F(AutosaveTest, ABrokenCopyIsToldAndChangesNothing)
     EXPECT_FALSE(fs::exists(CAutosave::PathOf(path)));
 }
 
-const char* const kChildPath = "ZOV_AUTOSAVE_TEST_LIBRARY";
-
 /// Not a test: the process that the next one kills. Edits until it dies.
 TEST(AutosaveChild, DISABLED_EditsUntilKilled)
 {
-    SRun run(TextPath(qEnvironmentVariable(kChildPath).toStdString()));
+    const fs::path folder = TextPath(CKilledChild::Folder().toStdString());
+    SRun run(folder / "board.zov");
     for (;;) {
         run.Add("unsaved");
         QTest::qWait(30);
@@ -134,23 +136,14 @@ TEST(AutosaveChild, DISABLED_EditsUntilKilled)
 
 TEST_F(AutosaveTest, KilledAtAnyMomentNothingSavedIsLostAndTheRestIsOffered)
 {
-    CNullLog log;
     const std::string saved = folder.Read("board.zov");
     for (int round = 0; round < 3; ++round) {
         SCOPED_TRACE(round);
-        QProcess child;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QLatin1String(kChildPath), QString::fromStdString(PathText(path)));
-        child.setProcessEnvironment(environment);
-        child.start(QCoreApplication::applicationFilePath(),
-                    {QStringLiteral("--gtest_also_run_disabled_tests"),
-                     QStringLiteral("--gtest_filter=AutosaveChild.*")});
-        ASSERT_TRUE(child.waitForStarted());
+        CKilledChild child("AutosaveChild.DISABLED_Edits*", Folder());
         ASSERT_TRUE(
             QTest::qWaitFor([this] { return fs::exists(CAutosave::PathOf(path)); }, 30'000));
         QTest::qWait(17 * round); // somewhere in the middle of edits and copies
-        child.kill();
-        ASSERT_TRUE(child.waitForFinished());
+        child.Kill();
 
         EXPECT_EQ(folder.Read("board.zov"), saved);
         SRun run(path);
@@ -167,6 +160,82 @@ TEST_F(AutosaveTest, KilledAtAnyMomentNothingSavedIsLostAndTheRestIsOffered)
         run.autosave.Close();
         EXPECT_FALSE(fs::exists(CAutosave::PathOf(path)));
     }
+}
+
+/// Not a test. Adds a record and saves, again and again; the library is large enough for a save
+/// to take its time. Each second edit is left to the next one's save, so that copies come and go.
+TEST(AutosaveChild, DISABLED_SavesUntilKilled)
+{
+    const fs::path folder = TextPath(CKilledChild::Folder().toStdString());
+    SRun run(folder / "board.zov");
+    for (;;) {
+        run.Add("more");
+        QTest::qWait(25);
+        run.Add("more");
+        if (run.session.Save(run.library)) {
+            CKilledChild::Say("saved");
+        }
+    }
+}
+
+TEST_F(AutosaveTest, KilledWhileItSavesTheFileIsTheOldOneOrTheNewOne)
+{
+    constexpr std::size_t kLarge = 20'000;
+    CZovLibrary large;
+    for (std::size_t i = 0; i < kLarge; ++i) {
+        large.Add(ERecordType::Ic).SetString(EPropId::ModelName, "saved" + std::to_string(i));
+    }
+    CNullLog log;
+    ASSERT_TRUE(SaveLibrary(large, path, {}, log).Ok());
+    for (int round = 0; round < 4; ++round) {
+        SCOPED_TRACE(round);
+        const std::size_t before = LoadLibrary(path, {}, log)->Count();
+        CKilledChild child("AutosaveChild.DISABLED_Saves*", Folder());
+        ASSERT_TRUE(child.WaitFor("saved"));
+        QTest::qWait(13 * round + 3);
+        child.Kill();
+
+        const CResult<CZovLibrary> found = LoadLibrary(path, {}, log);
+        ASSERT_TRUE(found.Ok()) << found.Error().Full();
+        const auto told = static_cast<std::size_t>(child.Count("saved"));
+        EXPECT_GE(found->Count(), before + 2 * told) << "what was saved is there";
+        EXPECT_LE(found->Count(), before + 2 * told + 2)
+            << "and at most the save that was under way";
+        EXPECT_EQ(found->Count() % 2, 0U) << "whole: two records a save";
+        EXPECT_EQ(found->At(0).Name(), "saved0");
+        EXPECT_EQ(found->At(found->Count() - 1).Name(), "more");
+        SRun run(path); // a copy that is left is of a state that was not saved; it can be had
+        if (!run.offers.isEmpty()) {
+            run.autosave.Restore(run.library);
+            ASSERT_TRUE(QTest::qWaitFor([&] {
+                return run.session.IsModified(*run.library) || !fs::exists(CAutosave::PathOf(path));
+            }));
+            EXPECT_GE(run.library->Count(), found->Count());
+        }
+        run.autosave.Close();
+    }
+}
+
+TEST_F(AutosaveTest, SeveralLibrariesAreRestoredOneAfterTheOther)
+{
+    const fs::path second = folder.Path() / "second.zov";
+    fs::copy_file(path, second);
+    for (const fs::path& one : {path, second}) {
+        CKilledChild child("AutosaveChild.DISABLED_Edits*", Folder());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return fs::exists(CAutosave::PathOf(path)); }, 30'000));
+        child.Kill();
+        if (one == path) { // the child knows one name only
+            fs::rename(CAutosave::PathOf(path), CAutosave::PathOf(second));
+        }
+    }
+    SRun run(path);
+    run.session.AddExternals({second}, CLibraryTree::kRoot);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return run.offers.size() == 2; }));
+    const CZovSession::TLibrary other = run.session.Set().Externals().front().library;
+    run.autosave.Restore(run.library);
+    run.autosave.Restore(other);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return run.library->Count() > 1 && other->Count() > 1; }));
+    run.autosave.Close();
 }
 
 } // namespace

@@ -79,7 +79,7 @@ TEST_F(ModelListModelTest, SortsByTheColumnThatIsClicked)
 
 TEST_F(ModelListModelTest, SortsByWhatModelsSayAsItBecomesKnown)
 {
-    constexpr int kCount = 700;
+    constexpr int kCount = 330;
     auto library = std::make_shared<CZovLibrary>();
     library->Add(ERecordType::Ic).SetString(EPropId::ModelName, "U");
     for (int i = 0; i < kCount; ++i) {

@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Stage.h"
+#include "Story.h"
 #include "app/assignment/AssignCommands.h"
 #include "app/assignment/AssignFrm.h"
+#include "app/assignment/DlgAssignModel.h"
+#include "app/assignment/DlgCreateModel.h"
 #include "app/assignment/DlgFindModel.h"
 #include "app/curves/CalcDlg.h"
 #include "app/curves/GeneralCurveFrm.h"
 #include "app/curves/TouchstoneDlg.h"
+#include "app/editor/AddModelDlg.h"
 #include "app/editor/EditorDlg.h"
+#include "app/generator/DlgVendorDecapLibrary.h"
 #include "app/generator/DlgZovGenMain.h"
 #include "app/generator/GeneratorPage.h"
 #include "app/ibis/ComposeWizard.h"
@@ -21,6 +26,7 @@
 #include "ui/Prompt.h"
 #include "ui/UiDialog.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QFile>
@@ -73,14 +79,8 @@ TWindow Help(CStage&)
     return help;
 }
 
-/// A file of the examples that the libraries are made of.
-QString Example(const char* name)
-{
-    return qEnvironmentVariable("ZOVRA_EXAMPLES") + QLatin1Char('/') + QLatin1String(name);
-}
-
 /// The assignment frame over the example board.
-TWindow Assignment(CStage& stage)
+std::unique_ptr<app::CAssignFrm> OpenAssignment(CStage& stage, const char* design)
 {
     static QSettings layout(QStringLiteral("assignment.ini"), QSettings::IniFormat);
     auto frame = std::make_unique<app::CAssignFrm>(stage.Frame().Session(), layout,
@@ -89,13 +89,67 @@ TWindow Assignment(CStage& stage)
         return nullptr;
     }
     frame->show();
-    frame->OpenDesign(Example("board.csv"));
+    if (design != nullptr) {
+        frame->OpenDesign(QLatin1String(design));
+    }
     do {
         stage.Settle();
     } while (frame->View().IsBusy());
+    return frame;
+}
+
+TWindow Assignment(CStage& stage)
+{
+    auto frame = OpenAssignment(stage, "board.csv");
     frame->View().expand(frame->View().model()->index(0, 0));
     frame->OnIdleUpdateCmdUI();
     return frame;
+}
+
+/// One of the other layouts: by commands that are triggered.
+std::function<TWindow(CStage&)> AssignmentLayout(std::vector<unsigned> commands)
+{
+    return [commands](CStage& stage) -> TWindow {
+        auto frame = OpenAssignment(stage, "board.csv");
+        for (const unsigned command : commands) {
+            frame->Actions().Action(command)->trigger();
+            stage.Settle();
+        }
+        frame->OnIdleUpdateCmdUI();
+        return frame;
+    };
+}
+
+TWindow NoDesign(CStage& stage)
+{
+    return OpenAssignment(stage, nullptr);
+}
+
+TWindow Browse(CStage& stage)
+{
+    return std::make_unique<app::CDlgAssignModel>(&stage.Frame().Session(),
+                                                  QStringLiteral("VC-004"), &stage.Frame());
+}
+
+TWindow BrowseForSeveral(CStage& stage)
+{
+    auto dialog = std::make_unique<app::CDlgAssignModelEx>(
+        &stage.Frame().Session(),
+        QStringList{QStringLiteral("VC-004"), QStringLiteral("KP0603X7R334"),
+                    QStringLiteral("TMI6045-1")},
+        &stage.Frame());
+    dialog->show();
+    stage.Settle();
+    dialog->findChild<app::CModelListView*>(QStringLiteral("BrowseModels"))->Table().selectRow(2);
+    return dialog;
+}
+
+TWindow CreateModel(CStage& stage)
+{
+    return std::make_unique<app::CDlgCreateModel>(
+        stage.Frame().Session().ProjectLibrary().get(),
+        SDesignComponent{"RPULLUP", {"R1", "R2"}, "", ERecordType::Any, false, false, "10k"},
+        &stage.Frame());
 }
 
 TWindow FindModel(CStage& stage)
@@ -112,19 +166,65 @@ TWindow FindModel(CStage& stage)
     return dialog;
 }
 
-TWindow Generate(CStage& stage)
+/// The generator with a part list of the working folder on a tab.
+std::function<TWindow(CStage&)> Generate(ERecordType type, const char* parts, const char* mapping)
 {
-    auto dialog = std::make_unique<app::CDlgZovGenMain>(&stage.Frame().Session(), &stage.Frame());
-    app::CGeneratorPage& page = dialog->Page(ERecordType::Capacitor);
-    page.SetSource(Example("capacitors.xlsx"));
-    page.SetDestination(QStringLiteral("capacitors.zov"));
-    stage.Settle();
-    ui::CScriptedAnswers answers;
-    answers.ThenPath(Example("capacitor-columns.txt"));
-    page.findChild<QPushButton*>(QStringLiteral("ui_IDC_MAPPING_LOAD"))->click();
+    return [=](CStage& stage) -> TWindow {
+        auto dialog =
+            std::make_unique<app::CDlgZovGenMain>(&stage.Frame().Session(), &stage.Frame());
+        for (const ERecordType other :
+             {ERecordType::Capacitor, ERecordType::Inductor, ERecordType::Resistor}) {
+            dialog->Page(other).SetSource({}); // what the picture before it left
+        }
+        app::CGeneratorPage& page = dialog->Page(type);
+        dialog->ShowPage(type);
+        page.SetSource(QLatin1String(parts));
+        page.SetDestination(
+            QLatin1String(parts).left(QLatin1String(parts).indexOf(QLatin1Char('.'))) +
+            QStringLiteral(".zov"));
+        const auto settle = [&] {
+            do {
+                stage.Settle();
+            } while (page.IsBusy());
+        };
+        settle();
+        if (mapping != nullptr) {
+            ui::CScriptedAnswers answers;
+            answers.ThenPath(QLatin1String(mapping));
+            page.findChild<QPushButton*>(QStringLiteral("ui_IDC_MAPPING_LOAD"))->click();
+            settle();
+        }
+        return dialog;
+    };
+}
+
+/// A part list with faults and doubts, run.
+TWindow GenerateFaults(CStage& stage)
+{
+    static_cast<void>(WriteFileAtomic(
+        "faulty.csv", "Part Number,Maker,Size,Capacitance,Voltage,ESR (mOhm),ESL (nH),Model Type\n"
+                      "KP0402-104,Kestrel,0402,100nF,16,5,0.4,RLC\n"
+                      "KP0603-475,Kestrel,6O3,4u7,10,3,0.5,RLC\n"
+                      "KP0805-226,Kestrel,0805,ten,6.3,3,0.6,RLC\n"
+                      "KP0805-476,Kestrel,0805,47uF,6.3,,0.6,Lumped\n"
+                      "KP0402-104,Kestrel,0402,100F,16,5,0.4,RLC\n"));
+    TWindow window = Generate(ERecordType::Capacitor, "faulty.csv", nullptr)(stage);
+    window->show();
+    window->findChild<QPushButton*>(QStringLiteral("ui_IDC_GENERATE"))->click();
+    auto& dialog = static_cast<app::CDlgZovGenMain&>(*window);
     do {
         stage.Settle();
-    } while (page.IsBusy());
+    } while (dialog.IsRunning());
+    return window;
+}
+
+TWindow VendorList(CStage& stage)
+{
+    auto dialog = std::make_unique<app::CDlgVendorDecapLibrary>(
+        QStringLiteral("vendor/Manufacturer_Decap_Library.txt"), &stage.Frame());
+    do {
+        stage.Settle();
+    } while (dialog->IsBusy());
     return dialog;
 }
 
@@ -341,6 +441,69 @@ TWindow EditorDialog(CStage& stage)
     return dialog;
 }
 
+TWindow AddModel(CStage& stage)
+{
+    const auto library = stage.Frame().Session().ProjectLibrary();
+    return std::make_unique<app::CAddModelDlg>(library, &library->At(0), &stage.Frame());
+}
+
+/// An IC with everything it may have.
+std::shared_ptr<CZovLibrary> Parts()
+{
+    auto library = std::make_shared<CZovLibrary>();
+    CZovRcdProps& ic = library->Add(ERecordType::Ic);
+    ic.SetString(EPropId::ModelName, "FPGA-676");
+    ic.SetString(EPropId::MfgPartNumber, "LX-676-2");
+    ic.SetString(EPropId::Manuf, "Larix");
+    ic.SetString(EPropId::Description, "the board's controller");
+    SIoModel io{"memory.ibs", "NVM2", true, {}};
+    io.buses.push_back({"DQ[7:0]",
+                        EBusType::Data,
+                        EEdgeType::BothEdges,
+                        {{"DQS_P", "DQS_N"}},
+                        {"DQ0", "DQ1", "DQ2", "DQ3"},
+                        {{"CK_P", "CK_N"}}});
+    ic.SetComposite(io);
+    ic.SetComposite(SDcModel{
+        true,
+        SSpiceRef{"nvm2_pdn.sp", "NVM2_PDN"},
+        {{1.0, 0.05, 0.03, 4.5, {"A1", "A2", "B7"}}, {3.3, 0.05, 0.05, 0.8, {"C1", "C2"}}}});
+    ic.SetComposite(SDcConvModel{true,
+                                 {{"P1", EConvPin::Input, "P2", 12.0, 0.5, 0.9, 0.1, 0.1},
+                                  {"P2", EConvPin::Output, "P1", 1.0, 4.5, {}, 0.03, 0.03}}});
+    ic.SetComposite(SAcModel{{},
+                             {{false,
+                               0.03,
+                               2.0,
+                               1e-9,
+                               "A1 A2",
+                               "G1 G2",
+                               "VDD",
+                               "GND",
+                               {{1e6, 0.015}, {1e7, 0.02}, {1e8, 0.1}}}}});
+    ic.SetComposite(SVrmModel{{}, {{1.0, 0.02, 10.0, 0.001, {"V1", "V2"}}}});
+    ic.SetComposite(SThermalModel{2.5, 1.2, 8.0, 4.0, 125.0});
+    ic.SetComposite(SThroughModel{false, {{"1", "2", 1e-9, 0.01}}});
+    CZovRcdProps& connector = library->Add(ERecordType::Connector);
+    connector.SetString(EPropId::ModelName, "HDR-2X20");
+    connector.SetComposite(SCircuitRef{"HDR", "nvm2_pkg.sp", ""});
+    return library;
+}
+
+/// A page of the editor's dialog over one of those.
+std::function<TWindow(CStage&)> EditorPage(std::size_t record, const char* title)
+{
+    return [record, title](CStage& stage) -> TWindow {
+        static const std::shared_ptr<CZovLibrary> parts = Parts();
+        parts->SetPath("parts.zov");
+        auto dialog = std::make_unique<app::CUiEditorDlg>(
+            stage.Frame().Session(), parts, app::CRecordEditor::TRecords{parts->Records()[record]},
+            &stage.Frame());
+        dialog->Editor().ShowPage(title);
+        return dialog;
+    };
+}
+
 // One row a picture: name of the file, and what is to be seen.
 const SShot kShots[] = {
     {"main", Page(app::ID_NAV_PAGE_PROJECT)},
@@ -358,7 +521,31 @@ const SShot kShots[] = {
     {"help", Help},
     {"assignment", Assignment},
     {"find-model", FindModel},
-    {"generate", Generate},
+    {"assignment-origin", AssignmentLayout({app::ID_VIEW_ORIGIN})},
+    {"assignment-device", AssignmentLayout({app::ID_SWITCH_VIEW})},
+    {"assignment-refdes", AssignmentLayout({app::ID_SWITCH_VIEW, app::ID_VIEW_ORIGIN})},
+    {"assignment-empty", NoDesign},
+    {"browse-model", Browse},
+    {"browse-models", BrowseForSeveral},
+    {"create-model", CreateModel},
+    {"legend", Form("dlg_IDD_ZOV_DLG_LEGEND")},
+    {"generate", Generate(ERecordType::Capacitor, "capacitors.xlsx", "capacitor-columns.txt")},
+    {"generate-inductors",
+     Generate(ERecordType::Inductor, "inductors.xlsx", "inductor-columns.txt")},
+    {"generate-resistors", Generate(ERecordType::Resistor, "resistors.xlsx", nullptr)},
+    {"generate-faults", GenerateFaults},
+    {"vendor-list", VendorList},
+    {"add-model", AddModel},
+    {"editor-io", EditorPage(0, "I/O")},
+    {"editor-timing", EditorPage(0, "Timing")},
+    {"editor-dc", EditorPage(0, "DC")},
+    {"editor-dcdc", EditorPage(0, "DC-DC")},
+    {"editor-ac", EditorPage(0, "AC")},
+    {"editor-impedance", EditorPage(0, "Impedance")},
+    {"editor-vrm", EditorPage(0, "VRM")},
+    {"editor-thermal", EditorPage(0, "Thermal")},
+    {"editor-through", EditorPage(0, "Through")},
+    {"editor-spice", EditorPage(1, "SPICE")},
     {"columns", Form("dlg_IDD_ZOV_DLG_COLMGR")},
     {"copy-to-library", Form("dlg_IDD_ZOV_DLG_COPYTOLIB")},
     {"editor-dialog", EditorDialog},
@@ -380,6 +567,12 @@ const SShot kShots[] = {
     {"compose-3", Compose(2)},
     {"compose-4", Compose(3)},
     {"compose-5", Compose(4)},
+    {"story-1", Story(1)},
+    {"story-2", Story(2)},
+    {"story-3", Story(3)},
+    {"story-4", Story(4)},
+    {"story-5", Story(5)},
+    {"story-6", Story(6)},
 };
 
 } // namespace

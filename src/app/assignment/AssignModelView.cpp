@@ -519,7 +519,11 @@ void CAssignModelView::AskWhy()
     if (IsBusy() || m_searchLent) { // asked again when it is done
         return;
     }
-    m_whyJob.Cancel();
+    if (m_whyJob.IsRunning()) { // waiting for it would hold up the keys that move on
+        m_whyJob.RequestCancel();
+        m_whyDue.start();
+        return;
+    }
     const AssignRow* row = m_rows.RowAt(currentIndex());
     if (row == nullptr) {
         Q_EMIT WhyChanged({});

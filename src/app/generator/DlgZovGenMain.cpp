@@ -40,7 +40,8 @@ bool IsSameFile(const fs::path& a, const fs::path& b)
            fs::weakly_canonical(a, ignored) == fs::weakly_canonical(b, ignored);
 }
 
-/// Questions of the run, which goes on beside the window, as boxes in it.
+/// Questions of a run, which goes on beside the window, as boxes in it. Each is asked once; the
+/// answer holds for the tabs that follow.
 class CRunQuestions final : public batch::CGeneratorQuestions
 {
 public:
@@ -49,16 +50,27 @@ public:
         , m_state(state)
     {
     }
+    /// @param madeByRun the destination is there since a tab of this run made it: nobody wants to
+    ///                  have that replaced
+    void BeginTab(bool madeByRun) { m_madeByRun = madeByRun; }
     bool Ask(std::string_view question) override
     {
-        bool yes = false;
-        CallInGui(m_parent, m_state, [&] { yes = CBoxQuestions(m_parent).YesNo(question); });
-        return yes;
+        if (m_madeByRun && question == batch::msg::kAskReplaceFile) {
+            return false;
+        }
+        const auto [answer, isNew] = m_answers.try_emplace(std::string(question), false);
+        if (isNew) {
+            CallInGui(m_parent, m_state,
+                      [&] { answer->second = CBoxQuestions(m_parent).YesNo(question); });
+        }
+        return answer->second;
     }
 
 private:
     QWidget& m_parent;
     CJobState& m_state;
+    std::map<std::string, bool> m_answers;
+    bool m_madeByRun = false;
 };
 
 /// The log files of the runs, beside their destinations; runs into one folder share one.
@@ -302,6 +314,8 @@ void CDlgZovGenMain::OnUpdateStop(ui::CCmdUI& ui)
 void CDlgZovGenMain::Run(TRuns& runs, CJobState& state)
 {
     CLogFiles files;
+    CRunQuestions questions(*this, state);
+    std::vector<fs::path> made;
     for (SRun& run : runs) {
         if (&run != &runs.front() && state.Cancelled()) {
             return; // the tab before has told that it was stopped
@@ -311,13 +325,19 @@ void CDlgZovGenMain::Run(TRuns& runs, CJobState& state)
             file.Write(text);
             Write(text);
         });
-        RunOne(run, log, state);
+        const fs::path destination = TextPath(run.tab.destination);
+        questions.BeginTab(std::ranges::any_of(
+            made, [&](const fs::path& one) { return IsSameFile(one, destination); }));
+        RunOne(run, questions, log, state);
+        if (run.done) {
+            made.push_back(destination);
+        }
     }
 }
 
-void CDlgZovGenMain::RunOne(SRun& run, CLogSink& log, CJobState& state)
+void CDlgZovGenMain::RunOne(SRun& run, batch::CGeneratorQuestions& questions, CLogSink& log,
+                            CJobState& state)
 {
-    CRunQuestions questions(*this, state);
     const auto progress = [&](std::uint32_t row) {
         m_row = row;
         return !state.Cancelled();

@@ -52,7 +52,7 @@ private:
     [[nodiscard]] std::shared_ptr<TRuns> RunsOfTabs() const;
     bool Check(const TRuns& runs);
     void Run(TRuns& runs, CJobState& state);
-    void RunOne(SRun& run, CLogSink& log, CJobState& state);
+    void RunOne(SRun& run, batch::CGeneratorQuestions& questions, CLogSink& log, CJobState& state);
     [[nodiscard]] batch::SOpenDestination OpenDestinationOf(SRun& run, CLogSink& log,
                                                             CJobState& state);
     CResult<void> PutInto(const SRun& run, const CZovLibrary& library, CLogSink& log,

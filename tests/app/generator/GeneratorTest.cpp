@@ -5,6 +5,7 @@
 #include "app/generator/GeneratorPage.h"
 #include "base/File.h"
 #include "core/LibraryFiles.h"
+#include "support/KilledChild.h"
 #include "support/TempFolder.h"
 #include "ui/Prompt.h"
 
@@ -20,6 +21,7 @@ namespace {
 
 using enum ERecordType;
 using ui::EAnswer;
+using zov::test::CKilledChild;
 using zov::test::CTempFolder;
 
 const char* const kResistors = "Part Number,Resistance (Ohm),Maker,Model Type\n"
@@ -329,14 +331,22 @@ TEST_F(CGeneratorTest, SeveralTabsRunAfterEachOther)
     SetDestination("both.zov");
     SetSource("Part Number,Inductance (uH),DCR (mOhm),Model Type\nL-1,2.2,30,RLC\n", Inductor);
     SetDestination("both.zov", Inductor);
-    answers.Then(EAnswer::No); // the second finds the file of the first
     Generate();
+    EXPECT_TRUE(answers.Shown().empty()) << "the second adds to what the first made";
     EXPECT_EQ(Count("both.zov"), 3U);
     EXPECT_TRUE(Logged(QStringLiteral("Generating \"Inductor\" models...")));
     EXPECT_EQ(session.ProjectLibrary()->Count(), 3U);
     EXPECT_TRUE(session.Set().Externals().empty()) << "opened once";
     const std::string file = folder.Read("ZVLibGen.log");
     EXPECT_LT(file.find("\"Inductor\""), file.find("\"Resistor\"")) << "one log for both";
+
+    answers.Then(EAnswer::No).Then(EAnswer::Yes); // each for both tabs
+    Generate();
+    EXPECT_EQ(answers.Shown().size(), 2U);
+    EXPECT_TRUE(Logged(QStringLiteral("'L-1' exsits in library,updating...")));
+    EXPECT_TRUE(Logged(QStringLiteral("'R-20' exsits in library,updating...")));
+    EXPECT_EQ(Count("both.zov"), 3U);
+    EXPECT_EQ(answers.Unexpected(), 0);
 }
 
 TEST_F(CGeneratorTest, MappingFilesGoOutAndIn)
@@ -434,6 +444,58 @@ TEST_F(CGeneratorTest, VendorListsArePutTogether)
                   ->model()
                   ->rowCount(),
               2);
+}
+
+constexpr int kKilledRows = 1500;
+
+/// Not a test: the process that the next one kills. Imports the list into the open library again
+/// and again, with another value in all rows each time.
+TEST_F(CGeneratorTest, DISABLED_ImportsUntilKilled)
+{
+    const std::filesystem::path library =
+        TextPath(CKilledChild::Folder().toStdString()) / "killed.zov";
+    session.OpenProject(library, questions);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return session.ProjectLibrary() != nullptr; }));
+    dialog.Page(Resistor).SetDestination(Text(library));
+    for (int round = 1;; ++round) {
+        std::string lines = "Part Number,Resistance (Ohm),Model Type\n";
+        for (int i = 0; i < kKilledRows; ++i) {
+            lines += "R-" + std::to_string(i) + ',' + std::to_string(round) + ",RLC\n";
+        }
+        SetSource(lines);
+        answers.Then(EAnswer::No).Then(EAnswer::Yes);
+        Generate();
+        CKilledChild::Say("imported");
+    }
+}
+
+TEST_F(CGeneratorTest, KilledWhileItImportsTheLibraryIsOfOneListOnly)
+{
+    const std::filesystem::path path = folder.Path() / "killed.zov";
+    CNullLog silent;
+    {
+        CZovLibrary library;
+        for (int i = 0; i < kKilledRows; ++i) {
+            CZovRcdProps& record = library.Add(Resistor);
+            record.SetString(EPropId::ModelName, "R-" + std::to_string(i));
+            record.SetDouble(EPropId::Resistance, 0.0);
+        }
+        ASSERT_TRUE(SaveLibrary(library, path, {}, silent).Ok());
+    }
+    for (int round = 0; round < 3; ++round) {
+        CKilledChild child("CGeneratorTest.DISABLED_Imports*", Text(folder.Path()));
+        ASSERT_TRUE(child.WaitFor("imported"));
+        QTest::qWait(70 * round); // reading, asking, applying, saving
+        child.Kill();
+        const auto found = LoadLibrary(path, {}, silent);
+        ASSERT_TRUE(found.Ok()) << found.Error().Full();
+        ASSERT_EQ(found->Count(), static_cast<std::size_t>(kKilledRows));
+        const std::optional<double> value = found->At(0).GetDouble(EPropId::Resistance);
+        EXPECT_GE(value, static_cast<double>(child.Count("imported"))) << "what was saved is there";
+        for (const CZovRcdProps* record : found->Records()) {
+            ASSERT_EQ(record->GetDouble(EPropId::Resistance), value) << record->Name();
+        }
+    }
 }
 
 } // namespace
