@@ -3,6 +3,7 @@
 
 #include "ui/EventFilters.h"
 #include "ui/ListHint.h"
+#include "ui/UiDialog.h"
 
 #include <QAction>
 #include <QApplication>
@@ -202,6 +203,13 @@ void CModelListView::ShowColumnMenu(const QPoint& pos)
             Q_EMIT ColumnsChanged();
         });
     }
+    menu.addSeparator();
+    connect(menu.addAction(tr("Legend...")), &QAction::triggered, this, [this] {
+        if (const auto legend =
+                ui::CDialogForms::Create(QStringLiteral("dlg_IDD_ZOV_DLG_LEGEND"), this)) {
+            legend->DoModal();
+        }
+    });
     menu.exec(m_table->horizontalHeader()->mapToGlobal(pos));
 }
 

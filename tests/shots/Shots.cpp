@@ -270,7 +270,7 @@ TCurveFrame SParameters(CStage& stage)
 {
     ui::CScriptedAnswers answers;
     answers.ThenDialog([](QDialog& dialog) { dialog.accept(); });
-    TCurveFrame frame = CurveFrame(stage, {Example("models/KPL2520-2R2.s2p")});
+    TCurveFrame frame = CurveFrame(stage, {QStringLiteral("models/KPL2520-2R2.s2p")});
     frame->Page().Plot().SetLogX(true);
     return frame;
 }
@@ -308,8 +308,7 @@ TWindow Impedances(CStage& stage)
 TWindow Touchstone(CStage& stage)
 {
     CNullDiag quiet;
-    static const auto matrices =
-        network::ReadTouchstone(TextPath(Example("models/KPL2520-2R2.s2p").toStdString()), quiet);
+    static const auto matrices = network::ReadTouchstone("models/KPL2520-2R2.s2p", quiet);
     auto dialog = std::make_unique<app::CTouchstoneDlg>(
         &stage.Frame(), QStringLiteral("KPL2520-2R2.s2p"), *matrices);
     dialog->findChild<QComboBox*>(QStringLiteral("ui_IDC_MODES"))->setCurrentIndex(2);
@@ -533,7 +532,6 @@ const SShot kShots[] = {
     {"generate-inductors",
      Generate(ERecordType::Inductor, "inductors.xlsx", "inductor-columns.txt")},
     {"generate-resistors", Generate(ERecordType::Resistor, "resistors.xlsx", nullptr)},
-    {"generate-faults", GenerateFaults},
     {"vendor-list", VendorList},
     {"add-model", AddModel},
     {"editor-io", EditorPage(0, "I/O")},
@@ -567,6 +565,7 @@ const SShot kShots[] = {
     {"compose-3", Compose(2)},
     {"compose-4", Compose(3)},
     {"compose-5", Compose(4)},
+    {"generate-faults", GenerateFaults}, // opens a library: behind all others of this frame
     {"story-1", Story(1)},
     {"story-2", Story(2)},
     {"story-3", Story(3)},

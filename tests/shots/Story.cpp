@@ -106,10 +106,9 @@ private:
     {
         m_stage.Trigger(app::ID_TOOLS_ASSIGN);
         for (QWidget* window : QApplication::topLevelWidgets()) {
-            auto* found = qobject_cast<app::CAssignFrm*>(window);
-            m_assign = found != nullptr && found->parent() == &Frame() ? found : m_assign;
+            m_assign = m_assign == nullptr ? qobject_cast<app::CAssignFrm*>(window) : m_assign;
         }
-        m_assign->resize(1180, 720);
+        m_assign->resize(1280, 760);
         m_answers.ThenPath(QStringLiteral("board.csv"));
         Run(app::ID_OPEN_DESIGN);
         return m_assign->grab();
@@ -178,7 +177,7 @@ std::function<std::unique_ptr<QWidget>(CStage&)> Story(int step)
         static auto* story = new CStory; // lives as long as its windows: to the end
         auto picture = std::make_unique<QLabel>();
         picture->setPixmap(story->Picture(step));
-        picture->adjustSize();
+        picture->setFixedSize(picture->pixmap()->size() / picture->pixmap()->devicePixelRatio());
         return picture;
     };
 }

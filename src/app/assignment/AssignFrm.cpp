@@ -35,7 +35,7 @@ constexpr const char* kDesignFilter =
     "Designs (*.csv *.xlsx *.xls *.net *.kicad_net);;All files (*)";
 constexpr int kToldMs = 8000;
 constexpr int kOutputHeight = 110;
-constexpr int kWhyWidth = 280;
+constexpr int kWhyWidth = 260;
 
 } // namespace
 
@@ -67,7 +67,7 @@ CAssignFrm::CAssignFrm(CZovSession& session, QSettings& layout, const FEnvironme
     RegisterAssignmentForms();
     setObjectName(QStringLiteral("AssignFrm"));
     setAcceptDrops(true);
-    resize(1180, 720);
+    resize(1280, 760);
 }
 
 CAssignFrm::~CAssignFrm()

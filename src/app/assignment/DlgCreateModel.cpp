@@ -7,6 +7,8 @@
 
 #include <QPushButton>
 
+#include <cmath>
+
 namespace zov::app {
 namespace {
 
@@ -19,10 +21,21 @@ EQuantity QuantityOf(ERecordType type)
                                            : EQuantity::Resistance;
 }
 
-QString ValueText(const SDiscreteGuess& guess)
+/// In the largest unit of which there is one at least: "10kOhm".
+QString ValueText(double value, EQuantity quantity)
 {
-    const EQuantity quantity = QuantityOf(guess.type);
-    return Shown(FormatQuantity(guess.value, quantity, CDisplayUnits()));
+    CDisplayUnits units;
+    std::optional<SUnit> best;
+    for (const SUnit& unit : UnitsOf(quantity)) {
+        const bool fits = std::abs(value) >= std::pow(10.0, unit.exponent);
+        if (fits && (!best || unit.exponent > best->exponent)) {
+            best = unit;
+        }
+    }
+    if (best) {
+        units.Set(quantity, best->suffix);
+    }
+    return Shown(FormatQuantity(value, quantity, units));
 }
 
 } // namespace
@@ -41,7 +54,8 @@ CDlgCreateModel::CDlgCreateModel(CZovLibrary* library, const SDesignComponent& c
                                      : DiscreteTypeOf(component).value_or(ERecordType::Ic);
     m_form.ui_IDC_TYPE->setCurrentIndex(m_form.ui_IDC_TYPE->findData(static_cast<unsigned>(type)));
     m_form.ui_IDC_NAME->setText(Shown(component.name));
-    m_form.ui_IDC_VALUE->setText(guess ? ValueText(*guess) : QString());
+    m_form.ui_IDC_VALUE->setText(guess ? ValueText(guess->value, QuantityOf(guess->type))
+                                       : QString());
     connect(m_form.ui_IDC_NAME, &QLineEdit::textChanged, this, &CDlgCreateModel::ShowState);
     connect(m_form.ui_IDC_VALUE, &QLineEdit::textChanged, this, &CDlgCreateModel::ShowState);
     connect(m_form.ui_IDC_TYPE, qOverload<int>(&QComboBox::currentIndexChanged), this,
@@ -80,9 +94,13 @@ void CDlgCreateModel::ShowState()
         why =
             tr("The model needs a value: %1.").arg(Shown(batch::ExpectedText(QuantityOf(Type()))));
     }
+    // The value as it was understood, since a number may be typed without a unit.
+    const QString what = discrete && Value()
+                             ? tr("The model of %1").arg(ValueText(*Value(), QuantityOf(Type())))
+                             : tr("The model");
     m_form.ui_IDC_HINT->setText(
-        why.isEmpty() ? tr("The model goes to the project library '%1' and to the component.")
-                            .arg(Shown(m_library->Name()))
+        why.isEmpty() ? tr("%1 goes to the project library '%2' and to the component.")
+                            .arg(what, Shown(m_library->Name()))
                       : why);
     m_form.ui_IDC_BUTTONS->button(QDialogButtonBox::Ok)->setEnabled(why.isEmpty());
 }

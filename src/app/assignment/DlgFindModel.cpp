@@ -41,7 +41,7 @@ CDlgFindModel::CDlgFindModel(SFindRequest request, QWidget* parent)
     m_form.ui_IDC_RESULTS->setModel(m_hits);
     m_form.ui_IDC_RESULTS->setSelectionMode(QAbstractItemView::SingleSelection);
     m_form.ui_IDC_RESULTS->setRootIsDecorated(false);
-    m_form.ui_IDC_RESULTS->SetColumnWidths({-25, -20, -15, -12, -18, -10});
+    m_form.ui_IDC_RESULTS->SetColumnWidths({-20, -22, -17, -13, -14, -14});
     (m_request.mode == EFindMode::ByKeys ? m_form.ui_IDC_BY_KEYS : m_form.ui_IDC_BY_SCHEMA)
         ->setChecked(true);
     m_form.ui_IDC_FIND_TEXT->setText(m_request.mode == EFindMode::BySchema && !component.empty()

@@ -59,12 +59,12 @@ CDlgLegend::CDlgLegend(QWidget* parent)
     legend.Status(EAssignState::Valid, Shown(assigntext::kValidated),
                   tr("has a model, in a library that is on"));
     legend.Status(EAssignState::Ambiguous, tr("%1, ...").arg(Shown(assigntext::kValidated)),
-                  tr("has a model, but more than one matches: \"Why\" names the others"));
+                  tr("more than one model matches; \"Why\" names the others"));
     legend.Status(EAssignState::NotFound, Shown(assigntext::kNotFound),
                   tr("no model matches: find, browse or create one"));
-    legend.Status(EAssignState::Off, tr("the library of ... is switched off or closed"),
-                  tr("has a model, but not in a library that is on"));
-    legend.Row(tr("(empty)"), tr("not checked yet, or stopped before it was: Refresh Status"));
+    legend.Status(EAssignState::Off, tr("... switched off or closed"),
+                  tr("has a model, but its library is switched off or closed"));
+    legend.Row(tr("(empty)"), tr("not checked yet; Refresh Status does it"));
     legend.Group(tr("Rows of components"));
     legend.Row(tr("tinted"), tr("found by the pattern of the filter bar"))
         .setBackground(CAssignRowModel::HitColour());
@@ -72,12 +72,10 @@ CDlgLegend::CDlgLegend(QWidget* parent)
     legend.Row(tr("1nF"), tr("agrees with what the record states, within a factor of two"));
     legend.Row(tr("1nF"), tr("differs by a factor of two or more"))
         .setForeground(TruthColor(curve::ETruth::Differs));
-    legend
-        .Row(tr("1nF"), tr("a power of ten apart, or fits only the other way, Series or Shunt: "
-                           "the tip says which"))
+    legend.Row(tr("1nF"), tr("asks for the unit, or for Series or Shunt; the tip says which"))
         .setForeground(TruthColor(curve::ETruth::AskUnit));
     legend.Row(tr("..."), tr("being computed"));
-    legend.Row(tr("(empty)"), tr("the model does not say, or can't be judged: the tip says why"));
+    legend.Row(tr("(empty)"), tr("the model does not say it; the tip says why"));
     legend.Model()->setParent(this);
     m_form.ui_IDC_LEGEND->setModel(legend.Model());
     m_form.ui_IDC_LEGEND->expandAll();
@@ -85,6 +83,7 @@ CDlgLegend::CDlgLegend(QWidget* parent)
     for (int i = 0; i < legend.Model()->rowCount(); ++i) {
         m_form.ui_IDC_LEGEND->setFirstColumnSpanned(i, {}, true);
     }
+    m_form.ui_IDC_BUTTONS->setFocus();
     connect(m_form.ui_IDC_BUTTONS, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }
 

@@ -17,7 +17,7 @@ CUiEditorDlg::CUiEditorDlg(CZovSession& session, const CZovSession::TLibrary& li
     connect(m_form->ui_IDC_BUTTONS, &QDialogButtonBox::accepted, this, &CUiEditorDlg::accept);
     connect(m_form->ui_IDC_BUTTONS, &QDialogButtonBox::rejected, this, &CUiEditorDlg::reject);
     m_editor->Show(library, records);
-    resize(fontMetrics().averageCharWidth() * 90, fontMetrics().height() * 34);
+    resize(fontMetrics().averageCharWidth() * 104, fontMetrics().height() * 34);
 }
 
 CUiEditorDlg::~CUiEditorDlg() = default;

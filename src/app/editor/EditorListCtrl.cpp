@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/editor/EditorListCtrl.h"
 
+#include "ui/ListHint.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -55,13 +57,30 @@ private:
 
 constexpr int kVisibleRows = 5;
 
+/// Says what to do while it has no row.
+class CRowTable final : public QTableView
+{
+public:
+    using QTableView::QTableView;
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        QTableView::paintEvent(event);
+        if (isEnabled()) {
+            ui::PaintListHint(
+                *this, CUiEditorListCtrl::tr("Add a row, or paste cells of a spreadsheet here."));
+        }
+    }
+};
+
 } // namespace
 
 CUiEditorListCtrl::CUiEditorListCtrl(const SFieldInfo& info, QWidget* parent)
     : QWidget(parent)
     , m_model(info.columns(), this)
     , m_note(new QLabel(this))
-    , m_table(new QTableView(this))
+    , m_table(new CRowTable(this))
 {
     const QString name = QLatin1String("ui_IDC_") + QLatin1String(info.name);
     m_table->setObjectName(name);
@@ -70,6 +89,7 @@ CUiEditorListCtrl::CUiEditorListCtrl(const SFieldInfo& info, QWidget* parent)
     m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_table->horizontalHeader()->setStretchLastSection(true);
+    m_table->horizontalHeader()->setHighlightSections(false);
     m_table->setMinimumHeight((fontMetrics().height() + 8) * (kVisibleRows + 1));
     auto* top = new QHBoxLayout;
     auto* title = new QLabel(tr(info.label), this);

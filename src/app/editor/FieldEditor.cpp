@@ -26,6 +26,7 @@ QString Shown(std::string_view text)
 }
 
 constexpr int kTextLines = 4;
+constexpr std::size_t kShortestSize = 4;
 
 const char* FilterOf(const SFieldInfo& info)
 {
@@ -163,7 +164,8 @@ void CFieldEditor::ShowLoaded()
     } else {
         ShowText(Shown(FieldText(m_value, m_field.info, m_context.units)));
         const SUnit unit = m_context.units.Of(m_field.info.quantity);
-        const QString hint = m_differ                                   ? several
+        const QString hint = m_differ                         ? several
+                             : m_field.owner == EPropId::Size ? tr("0402E (inch) or 1005M (metric)")
                              : m_field.info.quantity == EQuantity::None ? QString()
                                                                         : Shown(unit.suffix);
         if (m_line != nullptr) {
@@ -309,6 +311,9 @@ QString CFieldEditor::Remark() const
     }
     if (m_field.owner == EPropId::ModelName && m_context.isNameTaken(*text)) {
         return tr("Another model of this type has that name.");
+    }
+    if (m_field.owner == EPropId::Size && SplitSize(*text).code.size() < kShortestSize) {
+        return tr("A size has at least four characters: 0402E (inch) or 1005M (metric).");
     }
     if (!FitsExchange(*text)) {
         return tr("An exchange file (.zovx) can't hold the characters \" & < >; in a .zov file "

@@ -149,6 +149,7 @@ void CDlgZovGenMain::Restore()
         return;
     }
     const ISettingsStore& store = m_session->Store();
+    Page(ERecordType::Capacitor).OfferVendors(m_session->VendorLibraries());
     for (CGeneratorPage* page : m_pages) {
         if (const auto tab = RememberedTab(page->Type(), store)) {
             page->Restore(*tab);

@@ -9,6 +9,7 @@
 #include "ui/Prompt.h"
 #include "ui/ShownText.h"
 
+#include <QCompleter>
 #include <QHeaderView>
 
 #include <algorithm>
@@ -44,14 +45,15 @@ CGeneratorPage::CGeneratorPage(ERecordType type, const CDisplayUnits& units, QWi
     m_form.ui_IDC_MAPPING->setItemDelegate(new CChoiceDelegate(this));
     m_form.ui_IDC_MAPPING->setEditTriggers(QAbstractItemView::AllEditTriggers);
     m_form.ui_IDC_MAPPING->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_form.ui_IDC_MAPPING->SetColumnWidths({-42, -38, -20});
+    m_form.ui_IDC_MAPPING->SetColumnWidths({-46, -35, -19});
     m_form.ui_IDC_PREVIEW->setModel(m_preview);
     m_form.ui_IDC_PREVIEW->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_form.ui_IDC_PREVIEW->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     m_form.ui_IDC_PREVIEW->setWordWrap(false);
     m_form.layoutFiles->setColumnStretch(1, 1);
-    m_form.ui_IDC_SPLITTER->setStretchFactor(0, 2);
-    m_form.ui_IDC_SPLITTER->setStretchFactor(1, 3);
+    m_form.ui_IDC_SPLITTER->setStretchFactor(0, 3);
+    m_form.ui_IDC_SPLITTER->setStretchFactor(1, 4);
+    m_form.ui_IDC_SPLITTER->setSizes({480, 640});
     m_form.ui_IDC_SOURCE->setPlaceholderText(tr("The part list: .xlsx, .xls or .csv"));
     m_form.ui_IDC_DESTINATION->setPlaceholderText(tr("The library that the models go to: .zov"));
     m_form.ui_IDC_VENDOR->setPlaceholderText(tr("None: every value comes from the part list"));
@@ -154,6 +156,18 @@ void CGeneratorPage::SetSource(const QString& path)
 void CGeneratorPage::SetDestination(const QString& path)
 {
     m_form.ui_IDC_DESTINATION->setText(path);
+}
+
+void CGeneratorPage::OfferVendors(const QStringList& lists)
+{
+    if (lists.isEmpty()) {
+        return;
+    }
+    auto* completer = new QCompleter(lists, this);
+    completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
+    m_form.ui_IDC_VENDOR->setCompleter(completer);
+    m_form.ui_IDC_VENDOR->setToolTip(
+        tr("Known lists are offered while you type; the options hold them."));
 }
 
 void CGeneratorPage::BrowseSource()

@@ -36,6 +36,8 @@ public:
     void Restore(const batch::SDialogTab& tab);
     void SetSource(const QString& path);
     void SetDestination(const QString& path);
+    /// Vendors' lists that the options know: offered while one is typed.
+    void OfferVendors(const QStringList& lists);
 
 Q_SIGNALS:
     /// Another part list, or none.

@@ -363,6 +363,30 @@ TEST_F(CPromptTest, ModelsAreCreatedForComponents)
     });
 }
 
+TEST_F(CPromptTest, TheProjectLibraryIsSavedFromHere)
+{
+    Project()->Add(ERecordType::Ic).SetString(EPropId::ModelName, "ADDED");
+    const auto stored = [&](const std::filesystem::path& path) {
+        CNullLog silent;
+        const auto library = LoadLibrary(path, {}, silent);
+        return library ? library->Count() : 0;
+    };
+    const std::filesystem::path old = Project()->Path();
+    answers.ThenPath({});
+    Trigger(ID_SAVE_LIBRARY);
+    EXPECT_EQ(answers.Shown().back().title, QStringLiteral("Save Library"));
+    EXPECT_EQ(stored(old), 4U);
+    answers.ThenPath(Text(folder.Path() / "nowhere" / "lib.zov"));
+    Trigger(ID_SAVE_LIBRARY);
+    EXPECT_EQ(answers.Shown().back().icon, ui::EIcon::Error);
+    EXPECT_EQ(Project()->Path(), old);
+    answers.ThenPath(Text(folder.Path() / "other_name"));
+    Trigger(ID_SAVE_LIBRARY);
+    EXPECT_EQ(stored(folder.Path() / "other_name.zov"), 5U);
+    EXPECT_EQ(stored(old), 4U);
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
 TEST_F(CPromptTest, WhatIsNoDesignIsTold)
 {
     answers.ThenPath(Text(folder.Write("bad.csv", "nothing,of\nuse,here\n")));

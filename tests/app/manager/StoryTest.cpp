@@ -2,6 +2,7 @@
 // A working day through the real windows: a part list comes in, a library is made of it, a model is
 // mended, a board gets its models, they go out as a map file and into a fresh design.
 #include "MainFrameFixture.h"
+#include "app/Autosave.h"
 #include "app/assignment/AssignCommands.h"
 #include "app/assignment/AssignFrm.h"
 #include "app/assignment/DlgFindModel.h"
@@ -151,6 +152,36 @@ TEST_F(StoryTest, FromAPartListToAFreshDesign)
     EXPECT_EQ(LoadLibrary(library, {}, silent)->Count(), 4U);
     EXPECT_EQ(answers.Unexpected(), 0);
     EXPECT_TRUE(answers.AllUsed());
+}
+
+TEST_F(StoryTest, WhatACrashLeftIsOffered)
+{
+    const std::filesystem::path library = Library("board", 2);
+    const std::filesystem::path copy = CAutosave::PathOf(library);
+    const QString question = QStringLiteral("'board' holds changes of ");
+    struct
+    {
+        ui::EAnswer answer;
+        std::size_t models;
+        bool copyStays; ///< a restored one stays until it is saved
+    } const cases[] = {
+        {ui::EAnswer::Cancel, 2, true}, {ui::EAnswer::Yes, 3, true}, {ui::EAnswer::No, 2, false}};
+    for (const auto& test : cases) {
+        if (!std::filesystem::exists(copy)) {
+            std::filesystem::rename(Library("later", 3), copy);
+        }
+        answers.Then(test.answer);
+        OpenProject(library);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return answers.AllUsed(); }));
+        EXPECT_TRUE(answers.Shown().back().text.startsWith(question));
+        EXPECT_EQ(answers.Shown().back().buttons, ui::EButtons::YesNoCancel);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Project().Count() == test.models; }));
+        EXPECT_EQ(std::filesystem::exists(copy), test.copyStays);
+        EXPECT_EQ(frame.Session().IsModified(Project()), test.answer == ui::EAnswer::Yes);
+        frame.Session().RemoveNode(frame.Session().Tree().Find(Project()));
+        WaitIdle();
+    }
+    EXPECT_EQ(answers.Unexpected(), 0);
 }
 
 } // namespace
