@@ -48,6 +48,11 @@ bool WriteCopy(const CZovLibrary& library, const fs::path& path, const CJobState
     return !state.Cancelled() && (*file)->Commit().Ok();
 }
 
+QString TimeText(const QFileInfo& file)
+{
+    return file.lastModified().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+}
+
 } // namespace
 
 CAutosave::CAutosave(CZovSession& session, int delayMs)
@@ -198,11 +203,19 @@ void CAutosave::LookForCopies()
         if (!copy.exists() || m_session.ObstacleTo(library).kind == CZovSession::EObstacle::InUse) {
             continue;
         }
+        // Killed right behind a save, or the file was written by somebody else since.
+        const QFileInfo file(QString::fromStdString(PathText(library->Path())));
+        const QString later =
+            file.lastModified() > copy.lastModified()
+                ? tr("\nThe file itself was written later, at %1: what it got by then is undone by "
+                     "restoring.")
+                      .arg(TimeText(file))
+                : QString();
         const QString text =
             tr("'%1' holds changes of %2 that were not saved, the program ended before. Restore "
                "them?")
-                .arg(QString::fromStdString(library->Name()),
-                     copy.lastModified().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")));
+                .arg(QString::fromStdString(library->Name()), TimeText(copy)) +
+            later;
         // Not from within the opening itself.
         QTimer::singleShot(0, this, [this, library, text] { Q_EMIT Offered(library, text); });
     }

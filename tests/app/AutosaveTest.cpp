@@ -210,7 +210,12 @@ TEST_F(AutosaveTest, KilledWhileItSavesTheFileIsTheOldOneOrTheNewOne)
             ASSERT_TRUE(QTest::qWaitFor([&] {
                 return run.session.IsModified(*run.library) || !fs::exists(CAutosave::PathOf(path));
             }));
-            EXPECT_GE(run.library->Count(), found->Count());
+            const bool isOld = run.offers.front().contains(QStringLiteral("written later"));
+            EXPECT_TRUE(isOld || run.library->Count() >= found->Count());
+            if (isOld) { // killed between the save and the end of the copy
+                run.session.Edits().Undo();
+                EXPECT_EQ(run.library->Count(), found->Count());
+            }
         }
         run.autosave.Close();
     }

@@ -409,7 +409,7 @@ std::function<TWindow(CStage&)> Compose(int page)
         ui::CScriptedAnswers answers;
         wizard->findChild<QLineEdit*>(QStringLiteral("OutputPath"))
             ->setText(QStringLiteral("composite.ibs"));
-        answers.ThenPath(Example("memory-composite.json"));
+        answers.ThenPath(QStringLiteral("memory-composite.json"));
         wizard->findChild<QPushButton*>(QStringLiteral("OpenDescription"))->click();
         wizard->restart();
         for (int i = 0; i < page; ++i) {

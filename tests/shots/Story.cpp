@@ -175,9 +175,10 @@ std::function<std::unique_ptr<QWidget>(CStage&)> Story(int step)
 {
     return [step](CStage&) -> std::unique_ptr<QWidget> {
         static auto* story = new CStory; // lives as long as its windows: to the end
+        const QPixmap& pixmap = story->Picture(step);
         auto picture = std::make_unique<QLabel>();
-        picture->setPixmap(story->Picture(step));
-        picture->setFixedSize(picture->pixmap()->size() / picture->pixmap()->devicePixelRatio());
+        picture->setPixmap(pixmap);
+        picture->setFixedSize(pixmap.size() / pixmap.devicePixelRatio());
         return picture;
     };
 }

@@ -422,6 +422,7 @@ void CAssignModelView::SetModified(bool modified)
         m_keepDue.start();
     } else {
         m_keepDue.stop();
+        m_keepJob.Cancel(); // it would come back
         QFile::remove(RecoveryFile());
     }
     Q_EMIT ModifiedChanged();
@@ -441,11 +442,16 @@ void CAssignModelView::KeepForRecovery()
     if (!m_table || m_designPath.isEmpty()) {
         return;
     }
-    if (const TDataSetResult failed = ExportAssignments(*m_table, m_session.Set())
-                                          .Save(TextPath(RecoveryFile().toStdString()))) {
-        m_output.Write("[WARNING] assignments can't be kept for the case of a crash: " +
-                       failed->Message());
-    }
+    const auto map = std::make_shared<CZovMapFile>(ExportAssignments(*m_table, m_session.Set()));
+    m_keepJob.Start(tr("Autosave"), [this, map, path = RecoveryFile().toStdString()](CJobState&) {
+        const auto failed = std::make_shared<TDataSetResult>(map->Save(TextPath(path)));
+        return [this, failed] {
+            if (*failed) {
+                m_output.Write("[WARNING] assignments can't be kept for the case of a crash: " +
+                               (*failed)->Message());
+            }
+        };
+    });
 }
 
 void CAssignModelView::LibraryAboutToChange(const CZovLibrary& library)

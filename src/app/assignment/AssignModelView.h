@@ -201,6 +201,7 @@ private:
     QTimer m_keepDue; ///< assignments go into the recovery file
     CBackgroundJob m_job;
     CBackgroundJob m_whyJob;
+    CBackgroundJob m_keepJob;
 };
 
 } // namespace zov::app

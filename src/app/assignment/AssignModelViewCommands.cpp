@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The view's commands.
 #include "app/BoxQuestions.h"
+#include "app/RunBeside.h"
 #include "app/assignment/AssignModelView.h"
 #include "app/assignment/DiscreteGuess.h"
 #include "app/assignment/DlgAssignModel.h"
@@ -330,7 +331,9 @@ bool CAssignModelView::Export()
         return false;
     }
     const CZovMapFile map = ExportAssignments(*m_table, m_session.Set());
-    if (const TDataSetResult failed = map.Save(TextPath(path.toStdString()))) {
+    TDataSetResult failed;
+    RunBeside([&] { failed = map.Save(TextPath(path.toStdString())); });
+    if (failed) {
         ui::CPrompt::TellUnder(this, QString::fromStdString(failed->caption),
                                QString::fromStdString(failed->Message()), ui::EIcon::Error);
         return false;
