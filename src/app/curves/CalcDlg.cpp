@@ -144,12 +144,22 @@ CCalcDlg::CCalcDlg(QWidget* parent, const curve::CCurveSet& set, const SPlotAxes
     m_form.ui_IDC_PARAMETERS->verticalHeader()->hide();
     m_form.ui_IDC_PARAMETERS->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     FillCurves();
+    Forget();
     m_due.setSingleShot(true);
     m_due.setInterval(kDelayMs);
     connect(&m_due, &QTimer::timeout, this, &CCalcDlg::Compute);
-    const auto later = [this] { m_due.start(); };
+    const auto later = [this] {
+        Forget();
+        m_due.start();
+    };
     connect(m_form.ui_IDC_EXPRESSION, &QLineEdit::textChanged, this, later);
     connect(&m_parameters, &CCalcParameterModel::Changed, this, later);
+    connect(m_form.ui_IDC_EXPRESSION, &QLineEdit::returnPressed, this, [this] {
+        m_acceptWhenDone = IsComputing();
+        if (m_due.isActive()) {
+            Compute();
+        }
+    });
     connect(m_form.ui_IDC_CURVES, &QListView::activated, this, [this](const QModelIndex& index) {
         InsertText(InsertionOf(static_cast<std::size_t>(index.row())));
     });
@@ -208,12 +218,17 @@ QString CCalcDlg::Expression() const
     return m_form.ui_IDC_EXPRESSION->text();
 }
 
+void CCalcDlg::Forget()
+{
+    m_job.Abandon(); // it holds what it needs
+    m_result = nullptr;
+    m_acceptWhenDone = false;
+    m_form.ui_IDC_BUTTONS->button(QDialogButtonBox::Ok)->setEnabled(false);
+}
+
 void CCalcDlg::Compute()
 {
     m_due.stop();
-    m_job.Abandon(); // it holds what it needs
-    m_result = nullptr;
-    m_form.ui_IDC_BUTTONS->button(QDialogButtonBox::Ok)->setEnabled(false);
     if (Expression().trimmed().isEmpty()) {
         ShowMark(-1, tr("Write an expression, for example db($1) - db($2). A double click on a "
                         "curve inserts it."));
@@ -234,6 +249,7 @@ void CCalcDlg::Take(const CResult<curve::SComputedCurve>& result)
         m_previewCurves.Remove(0);
     }
     if (!result) {
+        m_acceptWhenDone = false;
         ShowError(result.Error());
         return;
     }
@@ -246,6 +262,9 @@ void CCalcDlg::Take(const CResult<curve::SComputedCurve>& result)
              notes.isEmpty() ? tr("%1 points").arg(m_result->Points().Count()) : notes.trimmed());
     m_previewCurves.Add({m_result, curve::EUnitClass::None, CurveColor(0), true, {}});
     m_form.ui_IDC_BUTTONS->button(QDialogButtonBox::Ok)->setEnabled(true);
+    if (m_acceptWhenDone) {
+        accept();
+    }
 }
 
 void CCalcDlg::ShowError(const SError& error)

@@ -70,6 +70,8 @@ public:
 
 private:
     void FillCurves();
+    /// What has been computed belongs to what was written before.
+    void Forget();
     void Compute();
     void Take(const CResult<curve::SComputedCurve>& result);
     void ShowError(const SError& error);
@@ -85,6 +87,7 @@ private:
     CMarkerModel m_previewMarkers;
     CCurvePlot* m_preview;
     curve::TCurvePtr m_result;
+    bool m_acceptWhenDone = false; ///< Enter was pressed before there was a result
     QTimer m_due;
     CBackgroundJob m_job;
 };

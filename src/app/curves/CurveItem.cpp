@@ -14,7 +14,7 @@ namespace zov::app {
 namespace {
 
 constexpr double kIconWidth = 24.0;
-/// Above, smooth lines take long and look like plain ones.
+/// Above, smooth and wide lines take long and look like plain ones.
 constexpr int kSmoothPoints = 20000;
 /// A point without neighbours would not be seen as a line's width.
 constexpr double kDotRadius = 2.5;
@@ -57,6 +57,9 @@ void CCurveItem::draw(QPainter* painter, const QwtScaleMap& xMap, const QwtScale
         });
     if (count > kSmoothPoints) {
         painter->setRenderHint(QPainter::Antialiasing, false);
+        QPen fine = m_pen;
+        fine.setWidth(0);
+        painter->setPen(fine);
     }
     for (const QPolygonF& piece : outline) {
         const QSizeF size = piece.boundingRect().size();

@@ -373,7 +373,14 @@ TEST_F(CurveFrameTest, TheCalculatorMakesCurvesAndShowsFaultsAtTheirPlace)
         ASSERT_TRUE(QTest::qWaitFor([&] { return !dialog.IsComputing(); }));
         EXPECT_EQ(message->text(), QStringLiteral("3 points"));
         EXPECT_TRUE(ok->isEnabled());
-        dialog.accept();
+        expression->setText(QStringLiteral("mag(Z)*k/re($2) + "));
+        EXPECT_FALSE(ok->isEnabled()) << "what is there belongs to another expression";
+        QTest::keyClick(expression, Qt::Key_Return);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !dialog.IsComputing(); }));
+        EXPECT_TRUE(dialog.isVisible()) << "with a fault it stays";
+        expression->setText(QStringLiteral("mag(Z)*k/re($2)"));
+        QTest::keyClick(expression, Qt::Key_Return);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !dialog.isVisible(); }));
     });
     Trigger(ID_CURVE_CALCULATE);
     ASSERT_EQ(frame.Page().Set().Curves().size(), 3U);
