@@ -67,6 +67,32 @@ private:
     bool m_good = true;
 };
 
+/// The checked file from memory, so that another program may write it meanwhile; those that it
+/// names from the disk.
+class CTextFirst final : public ibischk::CFileSource
+{
+public:
+    CTextFirst(std::string path, std::string_view text)
+        : m_path(std::move(path))
+        , m_text(text)
+    {
+    }
+    std::optional<std::string_view> Read(const std::string& path) override
+    {
+        return path == m_path ? m_text : m_disk.Read(path);
+    }
+    bool Exists(const std::string& path) override { return m_disk.Exists(path); }
+    std::vector<std::string> Beside(const std::string& folder, std::string_view extension) override
+    {
+        return m_disk.Beside(folder, extension);
+    }
+
+private:
+    std::string m_path;
+    std::string_view m_text;
+    ibischk::CDiskFiles m_disk;
+};
+
 struct SWord
 {
     std::string_view word;
@@ -212,7 +238,16 @@ int CheckIbisFile(const char* path, SIPCheckInfo* info, const SIPCheckOptions& o
         });
     }
     // The verdict on a file that can't be read is in the report, too.
-    static_cast<void>(checker.CheckFile(path, options.type));
+    CResult<std::string> read = std::string();
+    if (!options.text) {
+        read = ReadWholeFile(TextPath(path));
+    }
+    if (read) {
+        CTextFirst files(path, options.text.value_or(*read));
+        static_cast<void>(checker.CheckFile(path, options.type, files));
+    } else {
+        static_cast<void>(checker.CheckFile(path, options.type));
+    }
     if (stopped) {
         info->problem = "the check was stopped";
         return kIPCheckNotDone;

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -61,6 +62,9 @@ struct SIPCheckOptions
     std::filesystem::path temporaryFolder = {};
     /// Told of the share that is done; false stops the check, whose result is then NotDone.
     std::function<bool(double)> progress = {};
+    /// The file's bytes, for a caller that has them; none: they are read. Files that it names are
+    /// looked for beside it in either case.
+    std::optional<std::string_view> text = {};
 };
 
 /// Checks a file before it is parsed. The temporary report is gone when this returns.

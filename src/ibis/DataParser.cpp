@@ -64,7 +64,7 @@ CResult<void> CIBISDataParser::Read(const std::filesystem::path& path,
     if (options.check == EIPCheckFirst::Yes) {
         CheckIbisFile(PathText(path).c_str(), &m_check,
                       {type, options.temporaryFolder,
-                       [&](double share) { return goOn(share * kCheckShare); }});
+                       [&](double share) { return goOn(share * kCheckShare); }, text});
     }
     if (goOn(kCheckShare)) {
         Parse(std::move(text), type,

@@ -64,6 +64,37 @@ TEST_F(CCheckFirst, DoesNothingWithoutPathOrInfo)
     EXPECT_TRUE(ReportsGone());
 }
 
+TEST_F(CCheckFirst, ATextThatIsThereStandsForTheFile)
+{
+    const std::string good = std::string(kHead) + std::string(kPins) + "[End]\n";
+    const std::string path = PathText(m_files.Write("a.ibs", "something else"));
+    EXPECT_EQ(
+        CheckIbisFile(path.c_str(), &m_info, {ibischk::EFileType::Ibs, m_reports.Path(), {}, good}),
+        kIPCheckClean)
+        << m_info.report;
+    EXPECT_EQ(CheckIbisFile(path.c_str(), &m_info, {ibischk::EFileType::Ibs, m_reports.Path()}),
+              kIPCheckErrors);
+    // Another program empties the file while it is checked.
+    std::string text(kHead);
+    for (int i = 0; i < 20000; ++i) {
+        text += "|\n";
+    }
+    text += std::string(kPins) + "[End]\n";
+    m_files.Write("a.ibs", text);
+    EXPECT_EQ(CheckIbisFile(path.c_str(), &m_info,
+                            {ibischk::EFileType::Ibs, m_reports.Path(),
+                             [&](double) {
+                                 m_files.Write("a.ibs", "");
+                                 return true;
+                             }}),
+              kIPCheckClean)
+        << m_info.report;
+    EXPECT_EQ(CheckIbisFile(PathText(m_files.Path() / "gone.ibs").c_str(), &m_info,
+                            {ibischk::EFileType::Ibs, m_reports.Path()}),
+              kIPCheckErrors);
+    EXPECT_NE(m_info.report.find("Unable To Open File"), std::string::npos);
+}
+
 TEST_F(CCheckFirst, TellsHowFarItIsAndStops)
 {
     std::string text(kHead);

@@ -105,7 +105,7 @@ struct CIbisEditorFrm::SLoaded
                             const std::function<bool(double)>& goOn)
     {
         ASSIGN_OR_RETURN(text, ReadWholeFile(file));
-        CheckIbisFile(PathText(file).c_str(), check.get(), {type, {}, goOn});
+        CheckIbisFile(PathText(file).c_str(), check.get(), {type, {}, goOn, text});
         return {};
     }
 };
