@@ -108,6 +108,9 @@ CResult<void> ExportPlot(QwtPlot& plot, const std::filesystem::path& path)
         return Fail(EErr::Argument,
                     "'" + PathText(path) + "' is no image file, expected .png, .svg or .pdf");
     }
+    if (out.size() == 0) {
+        return Fail(EErr::Io, "the image could not be made");
+    }
     return WriteFileAtomic(path, {out.data().constData(), static_cast<std::size_t>(out.size())});
 }
 

@@ -19,7 +19,7 @@ namespace zov::app {
 [[nodiscard]] QImage PlotImage(QwtPlot& plot, double scale = 2.0);
 
 /// By the ending of the path: ".png", ".svg", ".pdf". The file is replaced in one step.
-/// Errors: Argument for another ending; those of the file.
+/// Errors: Argument for another ending; Io for a plot without a size; those of the file.
 CResult<void> ExportPlot(QwtPlot& plot, const std::filesystem::path& path);
 
 /// On one page, as large as the page allows.

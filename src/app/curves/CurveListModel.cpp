@@ -2,6 +2,7 @@
 #include "app/curves/CurveListModel.h"
 
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPixmap>
 
@@ -145,7 +146,9 @@ QVariant CCurveListModel::data(const QModelIndex& index, int role) const
         return entry.shown ? Qt::Checked : Qt::Unchecked;
     }
     if (role == Qt::DecorationRole) {
-        QPixmap line(28, 12);
+        const double ratio = qGuiApp->devicePixelRatio();
+        QPixmap line(QSize(28, 12) * ratio);
+        line.setDevicePixelRatio(ratio);
         line.fill(Qt::transparent);
         QPainter painter(&line);
         QPen pen = PenOf(entry);

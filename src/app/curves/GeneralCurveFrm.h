@@ -134,7 +134,6 @@ private:
     void StartOpening(const QStringList& paths, CCurvePage& page);
     void TakeOpened(SOpened& opened);
     void TakeImpedances(const SImpedances& work);
-    CResult<void> SaveCurvesTo(const QString& path, const std::vector<curve::TCurvePtr>& curves);
     void TakeTouchstone(const QString& path, const network::CNetworkData& matrices);
     void TellFault(const QString& text, ui::EIcon icon = ui::EIcon::Error);
     [[nodiscard]] QDockWidget* PaneOf(unsigned command) const;

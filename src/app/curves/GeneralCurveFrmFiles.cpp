@@ -112,6 +112,32 @@ std::string TitlesOf(const SPlotAxes& axes)
     return QStringLiteral("%1(%2)\tValue").arg(name, axes.xUnit).toStdString();
 }
 
+/// What is saved as one file.
+struct SSaving
+{
+    fs::path path;
+    std::vector<curve::TCurvePtr> curves;
+    std::string group;
+    curve::EKind kind;
+};
+
+CResult<void> Save(const SSaving& saving, curve::CCurveJournal& journal)
+{
+    curve::SCurveWriteOptions options;
+    options.curveGroup = saving.group;
+    if (saving.curves.size() == 1) {
+        options.matrixType = saving.curves.front()->Header().valueName;
+        return SaveCurveFile(saving.path, saving.curves.front(), saving.kind, options, journal);
+    }
+    RETURN_IF_ERROR(SaveCurves(saving.path, saving.curves, saving.kind, options));
+    for (const curve::TCurvePtr& curve : saving.curves) {
+        const curve::SCurveHeader& header = curve->Header();
+        JournalSave(journal, {header.name.empty() ? header.legend : header.name,
+                              PathText(saving.path), saving.group, header.valueName});
+    }
+    return {};
+}
+
 class CTextWriter final : public CByteWriter
 {
 public:
@@ -334,38 +360,22 @@ void CUiGeneralCurveFrm::OnCurveSaveAs()
     if (path.isEmpty()) {
         return;
     }
+    const SSaving saving{PathOf(path), curves, Page().Set().name,
+                         KindToSave(curves, Page().Set().kind)};
+    CResult<void> saved;
+    RunBeside([&] { saved = Save(saving, *m_journal); });
+    if (!saved) {
+        TellFault(Text(saved.Error()));
+        return;
+    }
     const auto real = std::ranges::count_if(curves, std::not_fn(IsComplex));
     if (real > 0 && std::ranges::any_of(curves, IsComplex)) {
         m_log.Write(tr("%1: %2 curves of real values are saved as complex ones with an imaginary "
                        "part of 0, because a curve file has values of one kind")
-                        .arg(path)
+                        .arg(QString::fromStdString(PathText(saving.path)))
                         .arg(real)
                         .toStdString());
     }
-    CResult<void> saved;
-    RunBeside([&] { saved = SaveCurvesTo(path, curves); });
-    if (!saved) {
-        TellFault(Text(saved.Error()));
-    }
-}
-
-CResult<void> CUiGeneralCurveFrm::SaveCurvesTo(const QString& path,
-                                               const std::vector<curve::TCurvePtr>& curves)
-{
-    curve::SCurveWriteOptions options;
-    options.curveGroup = Page().Set().name;
-    const curve::EKind kind = KindToSave(curves, Page().Set().kind);
-    if (curves.size() == 1) {
-        options.matrixType = curves.front()->Header().valueName;
-        return SaveCurveFile(PathOf(path), curves.front(), kind, options, *m_journal);
-    }
-    RETURN_IF_ERROR(SaveCurves(PathOf(path), curves, kind, options));
-    for (const curve::TCurvePtr& curve : curves) {
-        const curve::SCurveHeader& header = curve->Header();
-        curve::JournalSave(*m_journal, {header.name.empty() ? header.legend : header.name,
-                                        path.toStdString(), options.curveGroup, header.valueName});
-    }
-    return {};
 }
 
 void CUiGeneralCurveFrm::OnCurveExportImage()
