@@ -3,11 +3,13 @@
 
 #include "app/ibis/EmptyHint.h"
 #include "app/ibis/SignalBrowserDlg.h"
+#include "ui/EventFilters.h"
 #include "ui/Prompt.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QStyledItemDelegate>
@@ -380,6 +382,14 @@ BusDefinitionEditorView::BusDefinitionEditorView(QWidget* parent)
     connect(m_addClock, &QPushButton::clicked, this, [this] { Pick(EItem::Clock); });
     connect(m_addSignal, &QPushButton::clicked, this, [this] { Pick(EItem::Signal); });
     connect(m_remove, &QPushButton::clicked, this, &BusDefinitionEditorView::Remove);
+    new ui::CQtSubClassEventFilter(*m_tree, [this](QEvent& event) {
+        const bool isDelete = event.type() == QEvent::KeyPress &&
+                              static_cast<QKeyEvent&>(event).key() == Qt::Key_Delete;
+        if (isDelete) {
+            m_remove->click();
+        }
+        return isDelete;
+    });
     connect(&m_model, &CBusTreeModel::Refused, this, &BusDefinitionEditorView::Refused);
     connect(&m_model, &CBusTreeModel::Edited, this, &BusDefinitionEditorView::Changed);
     connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,

@@ -10,9 +10,12 @@
 #include "app/ibis/ReleaseBeside.h"
 #include "ui/EventFilters.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QDockWidget>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -267,8 +270,22 @@ void CIbisEditorFrm::ConnectViews()
             &CIbisEditorFrm::ShowMessage);
     connect(m_edit, &QPlainTextEdit::cursorPositionChanged, this, &CIbisEditorFrm::FollowText);
     connect(m_large, &CLargeTextView::CurrentLineChanged, this, &CIbisEditorFrm::FollowText);
+    connect(m_edit, &CIbisTextEdit::Filled, this, [this] {
+        if (m_lineAfterFill > 1) {
+            m_edit->GoToLine(m_lineAfterFill);
+        }
+    });
     connect(m_edit, &QPlainTextEdit::modificationChanged, this, &QWidget::setWindowModified);
     connect(m_reportSearch, &QLineEdit::textChanged, &m_report, &CReportModel::SetText);
+    // The list's own copy takes a cell.
+    new ui::CQtSubClassEventFilter(*m_reportList, [this](QEvent& event) {
+        const bool isCopy = event.type() == QEvent::KeyPress &&
+                            static_cast<QKeyEvent&>(event).matches(QKeySequence::Copy);
+        if (isCopy) {
+            CopyMessage();
+        }
+        return isCopy;
+    });
     new ui::CQtEnterKeyPressEventFilter(*m_find, [this] { OnIbisFindNext(); });
     connect(&m_job, &CBackgroundJob::Progress, this, [this](const QString& what, int permille) {
         constexpr int kWhole = 1000;
@@ -389,6 +406,16 @@ void CIbisEditorFrm::ShowMessage()
     m_explanation->setHtml(
         QStringLiteral("<p>%1</p>").arg(QString::fromStdString(message.text).toHtmlEscaped()) +
         explanation);
+}
+
+/// As the checker's report has it.
+void CIbisEditorFrm::CopyMessage()
+{
+    const QModelIndex index = m_reportList->currentIndex();
+    if (index.isValid()) {
+        const ibis::SIPMessage& message = m_report.At(index.row());
+        QApplication::clipboard()->setText(Text(message.head + " - " + message.text));
+    }
 }
 
 void CIbisEditorFrm::StepMessage(int by)

@@ -124,6 +124,7 @@ private:
     void ShowTitle();
     void ShowObject();
     void ShowMessage();
+    void CopyMessage();
     void FollowText();
     /// A line of the file as it was read, wherever it is in the edited text.
     void GoToFileLine(std::size_t line);
@@ -177,6 +178,7 @@ private:
     CIbisFileText m_fileText;                     ///< of the text that is edited, as last on disk
     std::optional<SFileState> m_state;            ///< of the file when it was read or written last
     std::optional<SFileStamp> m_seen;             ///< of a change that was told
+    std::size_t m_lineAfterFill = 1; ///< where the user was in the text that comes in anew
     bool m_following = false;
     CBackgroundJob m_job;
     CBackgroundJob m_search;

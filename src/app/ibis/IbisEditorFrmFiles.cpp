@@ -169,6 +169,7 @@ void CIbisEditorFrm::Take(SLoaded& loaded, ETextToo text)
     if (text == ETextToo::Yes) {
         m_state = loaded.state;
         m_notice->hide();
+        m_lineAfterFill = line;
         ShowText(loaded);
     }
     // Nobody else has it any more.
@@ -349,7 +350,11 @@ void CIbisEditorFrm::OnIbisCheck()
         }
         OnIbisSave();
     } else {
-        Load(m_path, IsLarge() ? ETextToo::Yes : ETextToo::No);
+        // What another program wrote is checked and shown.
+        const bool isSame =
+            !IsLarge() && m_state &&
+            ChangeSince(*m_state, TextPath(m_path.toStdString())) == EFileChange::None;
+        Load(m_path, isSame ? ETextToo::No : ETextToo::Yes);
     }
 }
 

@@ -310,6 +310,33 @@ TEST_F(IbisEditorTest, AnotherProgramsChangeIsToldAndNotOverwritten)
     EXPECT_EQ(answers.Unexpected(), 0);
 }
 
+TEST_F(IbisEditorTest, ACheckShowsWhatAnotherProgramWrote)
+{
+    const std::string text = "[IBIS Ver] 4.2\n[File Name] odd.ibs\n| a\n[End]\n";
+    Open(folder.Write("odd.ibs", text));
+    frame.GoToLine(3);
+    auto& edit = Child<CIbisTextEdit>("IbisText");
+    Trigger(ID_IBIS_CHECK);
+    WaitIdle();
+    EXPECT_EQ(frame.CurrentLine(), 3U);
+    const std::string others = "[IBIS Ver] 4.2\n[File Name] odd.ibs\n| a\n[Theirs]\n[End]\n";
+    folder.Write("odd.ibs", others);
+    Trigger(ID_IBIS_CHECK);
+    WaitIdle();
+    EXPECT_EQ(edit.Text().toStdString(), others);
+    EXPECT_EQ(frame.CurrentLine(), 3U);
+    auto& list = Child<QTableView>("ReportList");
+    Child<QLineEdit>("ReportSearch").setText(QStringLiteral("theirs"));
+    ASSERT_EQ(list.model()->rowCount(), 1);
+    list.setCurrentIndex(list.model()->index(0, 0));
+    EXPECT_EQ(frame.CurrentLine(), 4U);
+    frame.show();
+    list.setFocus();
+    QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(),
+              QStringLiteral("ERROR (line    4) - Invalid Keyword: Theirs"));
+}
+
 TEST_F(IbisEditorTest, TablesOfOneNameInTwoModelsAreDrawnEach)
 {
     const auto model = [](const std::string& name, const std::string& amps) {

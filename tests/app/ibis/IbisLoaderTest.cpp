@@ -14,6 +14,7 @@
 #include <QListView>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTest>
 #include <QTreeView>
@@ -207,7 +208,10 @@ TEST_F(IbisLoaderTest, DefinitionsAreEditedByTheRulesAndSavedIntoACopy)
     EXPECT_EQ(Message(), QStringLiteral("'DQ' is already in use."));
     EXPECT_EQ(log.Lines().back(), "'DQ' is already in use.");
     SelectDefinition({EItem::Bus, 1});
-    Click("RemoveDefinition");
+    dialog.show();
+    Child<QTabWidget>("ui_IDC_TABS").setCurrentIndex(2);
+    Child<QTreeView>("BusTree").setFocus();
+    QTest::keyClick(&Child<QTreeView>("BusTree"), Qt::Key_Delete);
     EXPECT_EQ(Buses().rowCount(), 1);
     EXPECT_TRUE(Set({EItem::BusType, 0}, "Ctrl"));
     SelectDefinition({EItem::Bus, 0});
