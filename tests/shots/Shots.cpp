@@ -254,7 +254,7 @@ TWindow Curves(CStage& stage)
     app::CCurvePage& page = frame->Page();
     page.Plot().SetLogX(true);
     page.Plot().SetLogY(true);
-    for (const std::size_t point : {1, 4}) {
+    for (const std::size_t point : {1U, 4U}) {
         page.Markers().Add({page.Set().Curves()[0], point});
     }
     return frame;

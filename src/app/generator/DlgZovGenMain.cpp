@@ -58,12 +58,13 @@ public:
         if (m_madeByRun && question == batch::msg::kAskReplaceFile) {
             return false;
         }
-        const auto [answer, isNew] = m_answers.try_emplace(std::string(question), false);
-        if (isNew) {
-            CallInGui(m_parent, m_state,
-                      [&] { answer->second = CBoxQuestions(m_parent).YesNo(question); });
+        const auto known = m_answers.find(std::string(question));
+        if (known != m_answers.end()) {
+            return known->second;
         }
-        return answer->second;
+        bool& yes = m_answers[std::string(question)];
+        CallInGui(m_parent, m_state, [&] { yes = CBoxQuestions(m_parent).YesNo(question); });
+        return yes;
     }
 
 private:
@@ -124,6 +125,7 @@ CDlgZovGenMain::CDlgZovGenMain(CZovSession* session, QWidget* parent)
     m_form.ui_IDC_LOG_LAYOUT->addWidget(m_log);
     m_form.ui_IDC_SPLITTER->setStretchFactor(0, 4);
     m_form.ui_IDC_SPLITTER->setStretchFactor(1, 1);
+    m_form.ui_IDC_SPLITTER->setSizes({600, 150});
     BindButton(*m_form.ui_IDC_GENERATE, ID_GENERATE);
     BindButton(*m_form.ui_IDC_STOP, ID_STOP);
     connect(m_form.ui_IDC_CLOSE, &QPushButton::clicked, this, &QDialog::reject);
