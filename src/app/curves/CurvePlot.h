@@ -138,6 +138,7 @@ private:
     using TValues = std::shared_ptr<const CCurveValues>;
     void Rebuild();
     void MakeItems();
+    [[nodiscard]] CCurveItem* TakeItem(TValues values);
     void ForgetOldValues();
     /// Null while they are being prepared.
     [[nodiscard]] TValues ValuesOf(const SShownCurve& entry, std::size_t& room);

@@ -54,9 +54,22 @@ void CCurvePlot::Rebuild()
     ShowMarkers();
 }
 
+/// A curve that only looks different keeps its item.
+CCurveItem* CCurvePlot::TakeItem(TValues values)
+{
+    const auto old = std::ranges::find_if(m_items, [&](const CCurveItem* item) {
+        return item != nullptr && &item->Values() == values.get();
+    });
+    if (old != m_items.end()) {
+        return std::exchange(*old, nullptr);
+    }
+    auto* item = new CCurveItem(std::move(values));
+    item->attach(this);
+    return item;
+}
+
 void CCurvePlot::MakeItems()
 {
-    // A curve that only looks different keeps its item.
     std::vector<CCurveItem*> items;
     std::size_t room = kPointsAtOnce;
     std::vector<QwtPlotItem*> inLegend;
@@ -71,16 +84,7 @@ void CCurvePlot::MakeItems()
             m_wanted.push_back(entry);
             continue;
         }
-        const auto old = std::ranges::find_if(m_items, [&](const CCurveItem* item) {
-            return item != nullptr && &item->Values() == values.get();
-        });
-        CCurveItem* item = nullptr;
-        if (old != m_items.end()) {
-            item = std::exchange(*old, nullptr);
-        } else {
-            item = new CCurveItem(std::move(values));
-            item->attach(this);
-        }
+        CCurveItem* const item = TakeItem(std::move(values));
         item->SetPen(m_curves.PenOf(entry));
         item->setTitle(LegendText(CurveTitle(*entry.curve)));
         if (entry.inLegend && inLegend.size() < kLegendEntries) {
