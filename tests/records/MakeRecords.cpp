@@ -5,6 +5,7 @@
 //     menu Library > Open Library...       a menu of the window worked in, then its entries
 //     context LibraryTree "caps" "Rename"  the context menu of an item ("" for the empty space)
 //     key Ctrl+S                           to the widget that has the focus
+//     keys "text"                          the same, a text
 //     type SearchField x7r                 a click into the widget, then the text in place of its own
 //     file %RECPATH%/caps.zov              the name field of the file dialog that is open, and Return
 //     click Ok                             a control by object name, action name or text
@@ -145,20 +146,27 @@ QModelIndex FindItem(const QAbstractItemModel& model, const QString& text,
     return {};
 }
 
+/// Where the keyboard writes to now.
+QWidget& KeyReceiver(QWidget& window)
+{
+    if (QWidget* popup = QApplication::activePopupWidget()) {
+        return *popup;
+    }
+    // Without a window manager nobody gives the focus back when a dialog closes.
+    if (!window.isActiveWindow()) {
+        QApplication::setActiveWindow(&window);
+    }
+    QWidget* focus = QApplication::focusWidget();
+    return focus != nullptr ? *focus : window;
+}
+
 /// A key as the keyboard gives it, through the window, so that shortcuts work.
 void Key(const QKeySequence& keys, QWidget& window)
 {
     const auto key = static_cast<Qt::Key>(keys[0] & ~static_cast<int>(Qt::KeyboardModifierMask));
     const auto modifiers =
         Qt::KeyboardModifiers(QFlag(keys[0] & static_cast<int>(Qt::KeyboardModifierMask)));
-    // Without a window manager nobody gives the focus back when a dialog closes.
-    if (QApplication::activePopupWidget() == nullptr && !window.isActiveWindow()) {
-        QApplication::setActiveWindow(&window);
-    }
-    QWidget* focus = QApplication::activePopupWidget() != nullptr
-                         ? QApplication::activePopupWidget()
-                         : QApplication::focusWidget();
-    QTest::keyClick(focus != nullptr ? focus : &window, key, modifiers);
+    QTest::keyClick(&KeyReceiver(window), key, modifiers);
 }
 
 class CUser
@@ -231,6 +239,10 @@ private:
             Key(QKeySequence(first), CurrentWindow());
             return true;
         }
+        if (line.verb == QStringLiteral("keys")) {
+            QTest::keyClicks(&KeyReceiver(CurrentWindow()), Expanded(first));
+            return true;
+        }
         if (line.verb == QStringLiteral("type")) {
             return Type(first, second);
         }
@@ -276,7 +288,8 @@ private:
     QWidget* Find(const QString& name)
     {
         QWidget* widget = ::Find(name);
-        if (widget != nullptr && widget->window()->windowType() != Qt::Popup) {
+        if (widget != nullptr && widget->window()->windowType() != Qt::Popup &&
+            !widget->window()->isModal()) {
             m_current = widget->window();
         }
         return widget;

@@ -572,6 +572,7 @@ const SShot kShots[] = {
     {"story-4", Story(4)},
     {"story-5", Story(5)},
     {"story-6", Story(6)},
+    {"replay", Page(app::ID_ZOV_EVENT_REPLAY)}, // the last, since the toolbar stays
 };
 
 } // namespace

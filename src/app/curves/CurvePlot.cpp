@@ -93,7 +93,7 @@ CCurvePlot::~CCurvePlot()
 
 QString CCurvePlot::GUIRecChkCustomContent() const
 {
-    const auto text = [](double value) { return QString::number(value, 'g', 3); };
+    const auto text = [](double value) { return QString::number(value, 'g', 2); };
     return QStringLiteral("CurvePlot: x=%1..%2 y=%3..%4 markers=%5")
         .arg(text(m_window.xLow), text(m_window.xHigh), text(m_window.yLow), text(m_window.yHigh))
         .arg(m_markers.rowCount());

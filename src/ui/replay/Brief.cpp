@@ -3,6 +3,7 @@
 
 #include "base/Number.h"
 #include "base/Text.h"
+#include "ui/replay/KeyNames.h"
 #include "ui/replay/XmlText.h"
 
 #include <algorithm>
@@ -16,24 +17,7 @@ namespace zov::ui::replay {
 namespace {
 
 constexpr int kClickTolerance = 4; ///< pixels between press and release of a click
-constexpr std::int64_t kShift = 0x02000000;
-constexpr std::int64_t kControl = 0x04000000;
-constexpr std::int64_t kAlt = 0x08000000;
 constexpr std::string_view kJoin = " -> ";
-
-/// Keys of the toolkit that write no text.
-constexpr std::pair<std::int64_t, const char*> kKeyNames[] = {
-    {0x01000000, "Esc"},       {0x01000001, "Tab"},    {0x01000002, "Backtab"},
-    {0x01000003, "Backspace"}, {0x01000004, "Return"}, {0x01000005, "Enter"},
-    {0x01000006, "Ins"},       {0x01000007, "Del"},    {0x01000010, "Home"},
-    {0x01000011, "End"},       {0x01000012, "Left"},   {0x01000013, "Up"},
-    {0x01000014, "Right"},     {0x01000015, "Down"},   {0x01000016, "PgUp"},
-    {0x01000017, "PgDown"},
-};
-constexpr std::int64_t kFirstModifierKey = 0x01000020; // Shift, Control, Meta, Alt
-constexpr std::int64_t kLastModifierKey = 0x01000023;
-constexpr std::int64_t kF1 = 0x01000030;
-constexpr std::int64_t kF35 = 0x01000052;
 
 /// What would end the text stands behind a backslash: a quote, or of a bare name the bracket, too.
 void AppendEscaped(std::string& out, std::string_view text, bool bare)
@@ -67,40 +51,12 @@ void AppendQuoted(std::string& out, std::string_view text)
     out += '"';
 }
 
-std::string KeyName(const SEventFields& event)
-{
-    std::string name;
-    for (const auto& [bit, word] :
-         {std::pair{kControl, "Ctrl+"}, std::pair{kAlt, "Alt+"}, std::pair{kShift, "Shift+"}}) {
-        name += (event.modifiers & bit) != 0 ? word : "";
-    }
-    for (const auto& [key, word] : kKeyNames) {
-        if (key == event.key) {
-            return name + word;
-        }
-    }
-    if (event.key >= kF1 && event.key <= kF35) {
-        return name + fmt::format("F{}", event.key - kF1 + 1);
-    }
-    if (event.key > ' ' && event.key < 0x7F) {
-        return name + static_cast<char>(event.key);
-    }
-    return name + fmt::format("0x{:X}", event.key);
-}
-
-bool WritesText(const SEventFields& event)
-{
-    return !event.text.empty() && static_cast<unsigned char>(event.text[0]) >= ' ' &&
-           event.text[0] != 0x7F && (event.modifiers & (kControl | kAlt)) == 0;
-}
-
 std::string KeyInputs(std::span<const SRecordedEvent> run)
 {
     std::string keys;
     for (const SRecordedEvent& event : run) {
         const SEventFields& key = event.fields;
-        const bool isModifier = key.key >= kFirstModifierKey && key.key <= kLastModifierKey;
-        if (key.type == EEvent::KeyPress && !isModifier) {
+        if (key.type == EEvent::KeyPress && !IsModifierKey(key)) {
             keys += WritesText(key) ? key.text : '<' + KeyName(key) + '>';
         }
     }
@@ -284,22 +240,33 @@ std::string BriefPath(const SLocator& target)
     return JoinedPath(levels);
 }
 
+std::vector<SBriefRun> RunsOf(const SRecord& record)
+{
+    std::vector<SBriefRun> runs;
+    std::span<const SRecordedEvent> rest = record.events;
+    while (!rest.empty()) {
+        const std::span<const SRecordedEvent> events = rest.first(RunLength(rest));
+        SBriefRun& run = runs.emplace_back();
+        run.first = record.events.size() - rest.size();
+        run.count = events.size();
+        run.line.isCheckPoint = events.front().isCheckPoint;
+        run.line.delayS = static_cast<double>(events.front().delayMs) / 1000.0;
+        run.line.async = std::ranges::any_of(events, &SRecordedEvent::async);
+        run.line.action = ActionOf(events);
+        for (const SWidgetLevel& widget : events.front().target.widgets) {
+            run.line.path.push_back(BriefLevel(widget));
+        }
+        rest = rest.subspan(events.size());
+    }
+    return runs;
+}
+
 SBrief MakeBrief(const SRecord& record)
 {
     SBrief brief;
     brief.version = record.version < kRecordVersion ? 0 : 1;
-    std::span<const SRecordedEvent> rest = record.events;
-    while (!rest.empty()) {
-        const std::span<const SRecordedEvent> run = rest.first(RunLength(rest));
-        SBriefLine& line = brief.lines.emplace_back();
-        line.isCheckPoint = run.front().isCheckPoint;
-        line.delayS = static_cast<double>(run.front().delayMs) / 1000.0;
-        line.async = std::ranges::any_of(run, &SRecordedEvent::async);
-        line.action = ActionOf(run);
-        for (const SWidgetLevel& widget : run.front().target.widgets) {
-            line.path.push_back(BriefLevel(widget));
-        }
-        rest = rest.subspan(run.size());
+    for (SBriefRun& run : RunsOf(record)) {
+        brief.lines.push_back(std::move(run.line));
     }
     return brief;
 }

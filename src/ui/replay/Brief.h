@@ -6,6 +6,7 @@
 #include "base/Result.h"
 #include "ui/replay/RecordedEvent.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +29,15 @@ struct SBrief
     std::vector<SBriefLine> lines;
     bool operator==(const SBrief&) const = default;
 };
+
+/// The events of a record that are one line of its brief.
+struct SBriefRun
+{
+    SBriefLine line;
+    std::size_t first = 0;
+    std::size_t count = 0;
+};
+[[nodiscard]] std::vector<SBriefRun> RunsOf(const SRecord& record);
 
 /// Events that are one action to a person become one line: press and release a click, a double
 /// click or a drag, a run of moves a group, a run of keys an input.

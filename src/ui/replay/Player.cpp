@@ -18,15 +18,17 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <utility>
 
 namespace zov::ui::replay {
 namespace {
 
 constexpr int kRetryMs = 5;
-constexpr int kIdleMs = 150;        ///< in which windows have brought their commands up to date
-constexpr int kUsableMs = 1500;     ///< for a target to become visible and enabled
-constexpr int kCheckPointMs = 5000; ///< for a state to become what it should be
-constexpr int kMaxClosed = 10;      ///< unexpected windows at one step
+constexpr int kIdleMs = 150;           ///< in which windows have brought their commands up to date
+constexpr int kUsableMs = 1500;        ///< for a target to become visible and enabled
+constexpr int kCheckPointMs = 5000;    ///< for a state to become what it should be
+constexpr std::size_t kMaxClosed = 10; ///< unexpected windows at one step
+constexpr int kClosingMs = 20;         ///< for a window to close, or to ask whether it may
 constexpr std::int64_t kLongestDelayMs = 3'600'000;
 
 QString NameOfStep(const SRecordedEvent& event)
@@ -146,7 +148,8 @@ const SRecordedEvent& CPlayer::Event() const
 /// The timer is set before anything is delivered: what opens a dialog comes back when that closes.
 void CPlayer::BeginStep()
 {
-    m_closed = 0;
+    m_closed.clear();
+    m_cleared = false;
     m_sinceStep.invalidate();
     std::int64_t delay = 0;
     if (m_at < m_loaded.record.events.size() && m_speed > 0.0) {
@@ -159,7 +162,14 @@ void CPlayer::BeginStep()
 
 void CPlayer::Tick()
 {
-    if (!m_playing || m_closing || IsWaiting()) {
+    if (!m_playing) {
+        return;
+    }
+    if (m_closing) {
+        CloseRest();
+        return;
+    }
+    if (IsWaiting()) {
         return;
     }
     if (!m_sinceStep.isValid()) {
@@ -276,7 +286,7 @@ bool CPlayer::IsBlocked(const QWidget& target) const
 
 void CPlayer::ClosePopups(const QWidget* target)
 {
-    for (int i = 0; i < kMaxClosed; ++i) {
+    for (std::size_t i = 0; i < kMaxClosed; ++i) {
         QWidget* popup = QApplication::activePopupWidget();
         // A list of completions leaves the keys to its field.
         const bool isOf =
@@ -293,19 +303,27 @@ void CPlayer::ClosePopups(const QWidget* target)
 bool CPlayer::CloseModal()
 {
     QWidget* modal = QApplication::activeModalWidget();
-    if (modal == nullptr || ++m_closed > kMaxClosed) {
+    if (modal == nullptr || m_closed.size() == kMaxClosed) {
         return false;
     }
-    Log(QStringLiteral("Warning: Unexpected modal widget is closed: %1.").arg(Shown(*modal)));
-    // A box that wants an answer refuses to be closed; it is ended without one.
-    if (auto* dialog = qobject_cast<QDialog*>(modal)) {
-        dialog->reject();
-        if (dialog->isVisible()) {
-            dialog->done(QDialog::Rejected);
-        }
-    } else {
-        modal->close();
+    const bool again =
+        std::ranges::find(m_closed, modal, &QPointer<QWidget>::data) != m_closed.end();
+    if (!again) {
+        Log(QStringLiteral("Warning: Unexpected modal widget is closed: %1.").arg(Shown(*modal)));
     }
+    m_closed.emplace_back(modal);
+    // What asks before it closes does so in an event loop of its own, in which playing goes on and
+    // closes the question. What is still there then is ended without one.
+    QTimer::singleShot(0, modal, [modal, again] {
+        auto* dialog = qobject_cast<QDialog*>(modal);
+        if (dialog == nullptr) {
+            modal->close();
+        } else if (again) {
+            dialog->done(QDialog::Rejected);
+        } else {
+            dialog->reject();
+        }
+    });
     return true;
 }
 
@@ -315,6 +333,11 @@ void CPlayer::GiveUp(const STarget& target)
 {
     const bool inTheWay = target.widget == nullptr || IsBlocked(*target.widget);
     if (inTheWay && CloseModal()) {
+        m_cleared = true;
+        m_timer.start(kClosingMs);
+        return;
+    }
+    if (std::exchange(m_cleared, false)) {
         m_sinceStep.start();
         m_timer.start(kRetryMs);
         return;
@@ -416,17 +439,24 @@ void CPlayer::EndStep()
 void CPlayer::Finish(bool stopped)
 {
     m_timer.stop();
-    // What the record left open would keep its event loop, and the program, waiting.
+    m_result.stopped = stopped;
     m_closing = true;
+    m_closed.clear();
+    CloseRest();
+}
+
+/// What the record left open would keep its event loop, and the program, waiting.
+void CPlayer::CloseRest()
+{
     ClosePopups(nullptr);
-    m_closed = 0;
-    while (!stopped && CloseModal()) {
+    if (!m_result.stopped && CloseModal()) {
+        m_timer.start(kClosingMs);
+        return;
     }
     m_closing = false;
-    m_result.stopped = stopped;
     m_result.checkPointsPassed = m_checkPoints->Passed();
     m_result.checkPointsFailed = m_checkPoints->Failed();
-    m_log->Write(stopped ? "Play Stopped" : "Play Ended");
+    m_log->Write(m_result.stopped ? "Play Stopped" : "Play Ended");
     m_playing = false;
     m_toolkitLog.reset();
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs, false);

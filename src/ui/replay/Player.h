@@ -28,6 +28,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace zov::ui::replay {
 
@@ -105,6 +106,7 @@ private:
     void GiveUp(const STarget& target);
     void EndStep();
     void Finish(bool stopped);
+    void CloseRest();
     void Log(const QString& text);
     [[nodiscard]] QString BriefPathOf() const;
 
@@ -124,7 +126,8 @@ private:
     bool m_playing = false;
     bool m_mayStep = false;
     bool m_closing = false;
-    int m_closed = 0; ///< windows closed for this step
+    std::vector<QPointer<QWidget>> m_closed; ///< for this step
+    bool m_cleared = false;                  ///< something was closed, and the step may begin now
     QTimer m_timer;
     QElapsedTimer m_sinceStep; ///< since this step could have begun
     QElapsedTimer m_sinceLast; ///< since the one before was done

@@ -4,6 +4,7 @@
 #include "base/File.h"
 #include "base/Text.h"
 #include "ui/replay/Brief.h"
+#include "ui/replay/BriefEdit.h"
 #include "ui/replay/RecordXml.h"
 
 #include <fmt/format.h>
@@ -66,6 +67,31 @@ CResult<bool> BriefMatches(const std::filesystem::path& path, const SRecord& rec
     return brief.Ok() && expected.Ok() && *expected == *brief;
 }
 
+/// Where a record is that was asked for.
+std::filesystem::path Resolved(const std::filesystem::path& path, const SReplayOptions& options)
+{
+    const bool isInFolder = path.is_relative() && !options.recFixPath.empty();
+    return isInFolder ? options.recFixPath / path : path;
+}
+
+bool IsBrief(const std::filesystem::path& path)
+{
+    return EqualsNoCase(ExtensionOf(path), ".brf");
+}
+
+/// What was changed in the brief goes into the record, which is kept as it was.
+CResult<void> TakeBrief(std::string_view text, const std::filesystem::path& path,
+                        SLoadedRecord& loaded)
+{
+    ASSIGN_OR_RETURN(const SBrief brief, ParseBrief(text, PathText(path)));
+    ASSIGN_OR_RETURN(SRecord edited, ApplyBrief(loaded.record, brief, PathText(path)));
+    if (edited.events != loaded.record.events && !KeepBackup(loaded.path, kRecordVersion)) {
+        return Fail(EErr::Io, PathText(loaded.path) + ": no copy of it can be written");
+    }
+    loaded.record = std::move(edited);
+    return {};
+}
+
 } // namespace
 
 std::string RecordFileName(const std::string& name)
@@ -113,12 +139,9 @@ CResult<SLoadedRecord> LoadRecord(const std::filesystem::path& path, const SRepl
         log.Write(notice);
         loaded.notices.emplace_back(notice);
     };
-    loaded.path = path;
-    if (path.is_relative() && !options.recFixPath.empty()) {
-        loaded.path = options.recFixPath / path;
-    }
-    const std::filesystem::path asked = loaded.path;
-    const bool isBrief = EqualsNoCase(ExtensionOf(asked), ".brf");
+    const std::filesystem::path asked = Resolved(path, options);
+    loaded.path = asked;
+    const bool isBrief = IsBrief(asked);
     if (isBrief) {
         ASSIGN_OR_RETURN(loaded.path, RecordOfBrief(asked));
     }
@@ -145,8 +168,17 @@ CResult<std::vector<std::filesystem::path>> ConvertRecord(const std::filesystem:
                                                           SReplayOptions options, CLogSink& log)
 {
     options.recPath.clear(); // the converted record is to play in other folders too
-    ASSIGN_OR_RETURN(const SLoadedRecord loaded, LoadRecord(path, options, log));
+    std::filesystem::path source = Resolved(path, options);
+    std::string brief;
+    if (IsBrief(source)) {
+        ASSIGN_OR_RETURN(brief, ReadWholeFile(source, kMaxRecordBytes));
+        ASSIGN_OR_RETURN(source, RecordOfBrief(source));
+    }
+    ASSIGN_OR_RETURN(SLoadedRecord loaded, LoadRecord(source, options, log));
     const std::filesystem::path target = TwinOf(loaded.path, ".xml");
+    if (IsBrief(path)) {
+        RETURN_IF_ERROR(TakeBrief(brief, TwinOf(target, ".brf"), loaded));
+    }
     RETURN_IF_ERROR(SaveRecord(loaded.record, target));
     return std::vector<std::filesystem::path>{target, TwinOf(target, ".brf")};
 }

@@ -5,6 +5,7 @@
 #include "base/Clock.h"
 #include "base/Result.h"
 #include "base/Sink.h"
+#include "ui/replay/KeyNames.h"
 #include "ui/replay/RecordedEvent.h"
 #include "ui/replay/ReplayOptions.h"
 
@@ -13,8 +14,6 @@
 #include <vector>
 
 namespace zov::ui::replay {
-
-constexpr const char* kRecPathMark = "%RECPATH%";
 
 /// "GUIReplay_" + name + ".xml"; a name that has both already stays.
 [[nodiscard]] std::string RecordFileName(const std::string& name);
@@ -45,8 +44,9 @@ struct SLoadedRecord
 CResult<SLoadedRecord> LoadRecord(const std::filesystem::path& path, const SReplayOptions& options,
                                   CLogSink& log);
 
-/// Brings a record of any form into the present one: `.xml` with its brief, beside the file. An old
-/// record, a `.re`, or a brief that does not match become what is played.
+/// Brings a record of any form into the present one: `.xml` with its brief, beside the file. Of an
+/// `.xml` or `.re`, also an old one, the brief is made anew; what a person changed in a `.brf` goes
+/// into its record, see BriefEdit.h, and the record as it was stays as `FILE_5.bak`.
 /// @return the files written
 CResult<std::vector<std::filesystem::path>> ConvertRecord(const std::filesystem::path& path,
                                                           SReplayOptions options, CLogSink& log);

@@ -56,7 +56,6 @@ constexpr SCommand kCommands[] = {
 const char* const kRecordFilter = "Tavrely GUI Record Files(*.xml)";
 const char* const kLoadFilter = "Tavrely GUI Record Files(*.re, *.xml, *.brf)";
 const char* const kCheckPointFilter = "Check Point Files(*.ckp);;All File(*.*)";
-const char* const kAllFilter = ";;All File(*.*)";
 const char* const kWarning =
     "It is highly recommended that do not use mouse or keyboard while you are playing a recorded "
     "script.\nThese kinds of operations may (or may not if you're lucky) interrupt the playing "
@@ -166,10 +165,10 @@ void CReplayBar::ShowState()
     }
     m_state->setText(text);
     m_actions->UpdateAll();
-    WatchKeys();
 }
 
-/// Before the recorder, to which these keys are no input.
+/// Before the recorder, to which these keys are no input. Not while an input is on its way through
+/// the filters: it would pass them twice.
 void CReplayBar::WatchKeys()
 {
     if (m_watchesKeys == IsFree()) {
@@ -208,6 +207,7 @@ void CReplayBar::OnPlayed()
         m_log.Write(line);
     }
     m_played.clear();
+    WatchKeys();
     ShowState();
 }
 
@@ -248,6 +248,7 @@ void CReplayBar::OnReplayRecord()
 {
     if (const std::filesystem::path path = AskRecordPath(); !path.empty()) {
         Report(m_recorder.Start(path));
+        WatchKeys();
         ShowState();
     }
 }
@@ -265,6 +266,7 @@ void CReplayBar::OnReplayStop()
     if (m_recorder.IsRecording()) {
         Report(m_recorder.Stop());
     }
+    WatchKeys();
     ShowState();
 }
 
@@ -296,6 +298,7 @@ void CReplayBar::OnReplayPlay()
     }
     CPrompt::Tell(&m_main, tr(kWarning), EIcon::Warning);
     m_player.Play(loaded.Take(), m_speed);
+    WatchKeys();
     ShowState();
 }
 
@@ -371,8 +374,9 @@ void CReplayBar::SaveCheckPoint(QWidget& widget)
 
 void CReplayBar::OnReplayConvert()
 {
-    const QString file = CPrompt::OpenFile(
-        &m_main, tr("choose GUI Record"), QLatin1String(kRecordFilter) + QLatin1String(kAllFilter));
+    const QString file = CPrompt::OpenFile(&m_main, tr("choose GUI Record"),
+                                           QLatin1String(kRecordFilter) + QLatin1String(";;") +
+                                               QLatin1String(kLoadFilter));
     if (file.isEmpty()) {
         return;
     }

@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QStandardItemModel>
 #include <QStyle>
@@ -389,6 +390,14 @@ TEST_F(PlayTest, PlaysInAChangedWindow)
           "selected instead."},
          false,
          QStringLiteral("Ctrl+D;inductors 1;Load...;C1;")},
+        {"deleted menu entries",
+         [](CWindow& w) {
+             while (w.menu->actions().size() > 1) {
+                 w.menu->removeAction(w.menu->actions()[1]);
+             }
+         },
+         {"Error: \"Open...\" is not there any more.", "Play Stopped"},
+         false},
         {"moved tab",
          [](CWindow& w) { w.tabs->tabBar()->moveTab(1, 0); },
          {"Warning: The text or index of tab \"Second\" may be changed."}},
@@ -520,6 +529,51 @@ TEST_F(PlayTest, UnexpectedWindowsAreClosedAndTold)
         << Logged();
 }
 
+/// Asks before it closes, as those do that hold something unsaved.
+class CAskingDialog : public QDialog
+{
+public:
+    using QDialog::QDialog;
+    void reject() override
+    {
+        QMessageBox box(QMessageBox::Question, QString(), QStringLiteral("Discard?"),
+                        QMessageBox::Yes | QMessageBox::No, this);
+        if (box.exec() == QMessageBox::Yes) {
+            QDialog::reject();
+        }
+    }
+};
+
+TEST_F(PlayTest, WhatAsksBeforeItClosesDoesNotHoldThePlay)
+{
+    environment["VRSHL_GUIREPLAY_STEP_TIMEOUT"] = "0.4";
+    const auto asking = [](CWindow& w) {
+        w.button->disconnect();
+        QObject::connect(w.button, &QPushButton::clicked, &w, [&w] {
+            CAskingDialog dialog(&w);
+            dialog.setObjectName(QStringLiteral("Asking"));
+            dialog.exec();
+            w.Did(QStringLiteral("closed"));
+        });
+    };
+    const std::string closed = "Warning: Unexpected modal widget is closed: ";
+    for (const bool inTheWay : {false, true}) {
+        RecordThis([&](CWindow& w, CRecorder&) {
+            w.button->disconnect();
+            QTest::mouseClick(w.button, Qt::LeftButton);
+            if (inTheWay) {
+                QTest::keyClicks(w.edit, QStringLiteral("x"));
+            }
+        });
+        const std::string logged = PlayChanged(asking, true);
+        EXPECT_NE(logged.find(closed + "QDialog Asking."), std::string::npos) << logged;
+        EXPECT_NE(logged.find(closed + "QMessageBox"), std::string::npos) << logged;
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !window->done->text().isEmpty(); }));
+        EXPECT_EQ(logged.find(closed, logged.find("QMessageBox")), std::string::npos) << logged;
+        EXPECT_EQ(window->edit->text(), inTheWay ? QStringLiteral("x") : QString());
+    }
+}
+
 TEST_F(PlayTest, SubMenusAreOpenedWithoutAMove)
 {
     window->show();
@@ -581,7 +635,11 @@ TEST_F(PlayTest, CheckPointsWaitAndTell)
     environment["VRSHL_GUIREPLAY_SNAPCHK"] = "0";
     EXPECT_EQ(PlayRecord().checkPointsPassed, 1) << Logged();
     EXPECT_EQ(folder.Read("WatchPointFiles/WatchPoint1.ckp"), "Box: Unchecked, Enabled\n");
-    EXPECT_NE(Logged().find("Info: Watch point "), std::string::npos);
+    EXPECT_NE(Logged().find("Info: Watch point " +
+                            PathText(folder.Path() / "WatchPointFiles/WatchPoint1.ckp") +
+                            " has been generated."),
+              std::string::npos)
+        << Logged();
 
     window->edit->setText(QStringLiteral("else"));
     environment["VRSHL_GUIREPLAY_STEP_TIMEOUT"] = "0.2";

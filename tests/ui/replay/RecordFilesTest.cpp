@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "base/File.h"
+#include "base/Text.h"
 #include "support/TempFolder.h"
 #include "ui/replay/Brief.h"
 #include "ui/replay/CheckPointText.h"
@@ -424,6 +425,87 @@ TEST_F(RecordFileTest, ABriefPlaysTheRecordBesideIt)
     EXPECT_EQ(RecordFileName("GUIReplay_a.xml"), "GUIReplay_a.xml");
 }
 
+TEST_F(RecordFileTest, AnEditedBriefIsConvertedIntoItsRecord)
+{
+    const auto click = [](const char* widget, std::int64_t x) {
+        SRecordedEvent press = Event(EEvent::MouseButtonPress, widget);
+        press.fields.pos.x = static_cast<int>(x);
+        SRecordedEvent release = press;
+        release.fields.type = EEvent::MouseButtonRelease;
+        return std::vector{press, release};
+    };
+    SRecord record;
+    for (const auto& run : {click("List", 1), click("List", 2), click("List", 3),
+                            std::vector{Key(0x41, "a"), Key(0x01000004, "\r")}, click("Ok", 4)}) {
+        record.events.insert(record.events.end(), run.begin(), run.end());
+    }
+    record.events[2].delayMs = 500; // the second click
+    record.events[6].hasExtraInfo = true;
+    record.events[6].extraInfo = "before";
+    ASSERT_TRUE(SaveRecord(record, folder.Path() / "r.xml").Ok());
+    const std::string brief = folder.Read("r.brf");
+    const std::string old = folder.Read("r.xml");
+    const auto convert = [&](const std::string& text) {
+        folder.Write("r.xml", old);
+        folder.Write("r.brf", text);
+        std::filesystem::remove(folder.Path() / "r.xml_5.bak");
+        return ConvertRecord(folder.Path() / "r.brf", options, log);
+    };
+    const auto without = [&](const std::string& piece) { return ReplaceAll(brief, piece, ""); };
+    const auto positions = [&] {
+        std::string all;
+        const SRecord now = Load("r.xml")->record;
+        for (const SRecordedEvent& event : now.events) {
+            if (event.fields.type == EEvent::MouseButtonPress) {
+                all += std::to_string(event.fields.pos.x);
+            }
+        }
+        return all;
+    };
+
+    ASSERT_TRUE(convert(brief).Ok());
+    EXPECT_EQ(folder.Read("r.xml"), old) << "nothing was changed";
+    EXPECT_FALSE(std::filesystem::exists(folder.Path() / "r.xml_5.bak"));
+
+    const std::string second =
+        "Event:<Delay=0.500> MouseClick [#ZovMainFrm, \"Zovra\"] -> [#List]\n";
+    ASSERT_NE(brief.find(second), std::string::npos) << brief;
+    ASSERT_TRUE(convert(without(second)).Ok());
+    EXPECT_EQ(positions(), "134") << "of three alike the one with that delay";
+    EXPECT_EQ(folder.Read("r.xml_5.bak"), old);
+    EXPECT_EQ(folder.Read("r.brf"), without(second));
+
+    ASSERT_TRUE(convert(ReplaceAll(ReplaceAll(brief, "<Delay=0.500>", "<Delay=2.250><Async>"),
+                                   "\"a<Return>\"", "\"B\\\"<Ctrl+S><F5>%RECPATH%/é<x>\""))
+                    .Ok());
+    EXPECT_EQ(positions(), "1234");
+    const SRecord typed = Load("r.xml")->record;
+    EXPECT_EQ(typed.events[2].delayMs, 2250);
+    EXPECT_TRUE(typed.events[3].async);
+    std::string texts;
+    for (const SRecordedEvent& event : typed.events) {
+        if (event.fields.type == EEvent::KeyPress) {
+            texts += event.fields.text + '|' + std::to_string(event.fields.key) + ' ';
+            EXPECT_EQ(event.target, record.events[6].target);
+            EXPECT_EQ(event.extraInfo, texts.size() < 6 ? "before" : "");
+        }
+    }
+    EXPECT_EQ(texts, "B|66 \"|34 \x13|83 |16777268 %RECPATH%|0 /|47 é|233 <|60 x|88 >|62 ");
+    EXPECT_TRUE(convert(folder.Read("r.brf")).Ok()) << "what was written is read again";
+
+    for (const std::string& bad :
+         {ReplaceAll(brief, "[#Ok]", "[#Cancel]"), brief + second,
+          ReplaceAll(brief, "MouseClick", "MouseDrag"), std::string("##Version=1\nclick")}) {
+        const auto refused = convert(bad);
+        ASSERT_FALSE(refused.Ok()) << bad;
+        EXPECT_NE(refused.Error().Full().find("r.brf"), std::string::npos);
+        EXPECT_EQ(folder.Read("r.xml"), old);
+        EXPECT_EQ(folder.Read("r.brf"), bad);
+    }
+    EXPECT_TRUE(ConvertRecord(folder.Path() / "r.xml", options, log).Ok());
+    EXPECT_EQ(folder.Read("r.brf"), brief) << "the other way: from the record its brief";
+}
+
 TEST_F(RecordFileTest, FilesThatAreTooLargeAreNotRead)
 {
     const std::filesystem::path path = folder.Write("r.xml", "<GUI_Record");
@@ -530,6 +612,12 @@ TEST(ReplayLog, LinesCarryTheTime)
                   time + "#Resolution:800x600\n" + time + "#Tool Version:0.1.0\n" + time +
                   "#MainWindow Size:640x480\n" + time + "Play Started\n");
     EXPECT_EQ(folder.Read("GUIReplay_All.log"), folder.Read("r.playlog"));
+    std::filesystem::create_directories(folder.Path() / "locked.playlog"); // in the way
+    const CPlayLog locked(folder.Path() / "locked.xml", clock, sink);
+    EXPECT_EQ(sink.Lines().back(), "Warning: The log '" +
+                                       PathText(folder.Path() / "locked.playlog") +
+                                       "' cannot be written.");
+    sink.Write("Play Started");
     EXPECT_EQ(sink.Lines().back(), "Play Started");
     EXPECT_EQ(RecordingStarted(clock(), header, "/x/r.xml"),
               "2026/03/04-05:06:07:Recording started. #Tool Version:0.1.0\n"

@@ -84,6 +84,7 @@ TEST_F(ReplayBarTest, RecordsPlaysAndConverts)
 
     answers.ThenPath(Path("typing.xml"));
     Action("Record").trigger();
+    EXPECT_EQ(answers.Shown().back().text, QStringLiteral("Tavrely GUI Record Files(*.xml)"));
     EXPECT_TRUE(bar.Recorder().IsRecording());
     EXPECT_FALSE(Action("Play").isEnabled());
     QTest::keyClicks(edit, QStringLiteral("ab"));
@@ -100,7 +101,9 @@ TEST_F(ReplayBarTest, RecordsPlaysAndConverts)
               "It is highly recommended that do not use mouse or keyboard while you are playing a "
               "recorded script.\nThese kinds of operations may (or may not if you're lucky) "
               "interrupt the playing process.");
-    EXPECT_EQ(answers.Shown()[answers.Shown().size() - 2].title, QStringLiteral("Load GUI Record"));
+    const SShownPrompt& asked = answers.Shown()[answers.Shown().size() - 2];
+    EXPECT_EQ(asked.title, QStringLiteral("Load GUI Record"));
+    EXPECT_EQ(asked.text, QStringLiteral("Tavrely GUI Record Files(*.re, *.xml, *.brf)"));
     ASSERT_TRUE(QTest::qWaitFor([&] { return !bar.Player().IsPlaying(); }));
     EXPECT_EQ(edit->text(), QStringLiteral("ab"));
     EXPECT_EQ(State(), QStringLiteral("Played, 0 check points passed"));
@@ -110,6 +113,9 @@ TEST_F(ReplayBarTest, RecordsPlaysAndConverts)
     std::filesystem::rename(folder.Path() / "GUIReplay_typing.xml", folder.Path() / "old.re");
     answers.ThenPath(Path("old.re"));
     Action("Convert").trigger();
+    const SShownPrompt& chosen = answers.Shown()[answers.Shown().size() - 2];
+    EXPECT_EQ(chosen.title, QStringLiteral("choose GUI Record"));
+    EXPECT_TRUE(chosen.text.startsWith(QStringLiteral("Tavrely GUI Record Files(*.xml);;")));
     EXPECT_TRUE(std::filesystem::exists(folder.Path() / "old.xml"));
     EXPECT_TRUE(folder.Read("old.brf").starts_with("##Version=1\n"));
     answers.ThenPath(Path("absent.xml"));
@@ -147,6 +153,9 @@ TEST_F(ReplayBarTest, TheCursorPicksAWidgetForACheckPoint)
     };
     answers.ThenPath(Path("tolerances.ckp"));
     pick("Save Check Point...");
+    EXPECT_EQ(answers.Shown().back().title, QStringLiteral("Save Check Point"));
+    EXPECT_EQ(answers.Shown().back().text,
+              QStringLiteral("Check Point Files(*.ckp);;All File(*.*)"));
     pick("Watch Point");
     EXPECT_FALSE(box->isChecked()) << "the click only picks";
     EXPECT_EQ(folder.Read("tolerances.ckp"), "Box: Unchecked, Enabled\n");
