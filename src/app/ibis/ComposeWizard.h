@@ -4,6 +4,7 @@
 #pragma once
 
 #include "app/BackgroundJob.h"
+#include "app/ibis/CircuitEditor.h"
 #include "app/ibis/ReportModel.h"
 #include "app/ibis/TextTable.h"
 #include "base/Sink.h"
@@ -18,25 +19,6 @@ class QLineEdit;
 class QTableView;
 
 namespace zov::app {
-
-/// Package or on-die network.
-class CCircuitEditor : public QWidget
-{
-    Q_OBJECT
-
-public:
-    CCircuitEditor(const QString& title, const char* objectName, QWidget* parent);
-    void Set(const ibis::SCompositeCircuit& circuit);
-    [[nodiscard]] ibis::SCompositeCircuit Circuit() const;
-
-private:
-    void Browse();
-
-    QLineEdit* m_name;
-    QLineEdit* m_file;
-    QLineEdit* m_subcircuit;
-    CTextTable* m_ports;
-};
 
 class CComposeWizard : public ui::CQtWizard
 {

@@ -61,4 +61,18 @@ int CTimingRefBrowserDlg::Chosen() const
     return m_form.ui_IDC_REFERENCES->currentIndex();
 }
 
+int CTimingRefBrowserDlg::ChooseOne(QWidget* parent, const std::vector<std::string>& names,
+                                    const QString& title, const QString& question)
+{
+    if (names.size() == 1) {
+        return 0;
+    }
+    QStringList shown;
+    for (const std::string& name : names) {
+        shown += QString::fromStdString(name);
+    }
+    CTimingRefBrowserDlg dialog(parent, shown, title, question);
+    return dialog.DoModal() == ui::EAnswer::Ok ? dialog.Chosen() : -1;
+}
+
 } // namespace zov::app

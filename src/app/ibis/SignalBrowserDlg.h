@@ -6,6 +6,9 @@
 #include "ui_dlg_IDD_ZOV_SIGNAL_BROWSER.h"
 #include "ui_dlg_IDD_ZOV_TIMINGREF_BROWSER.h"
 
+#include <string>
+#include <vector>
+
 class QSortFilterProxyModel;
 
 namespace zov::app {
@@ -35,6 +38,10 @@ public:
                          const QString& question);
     /// Its place in the list; -1 for none.
     [[nodiscard]] int Chosen() const;
+    /// Shows it for names; one alone is not asked about.
+    /// @return the place of the one that the user picks, -1 for none
+    static int ChooseOne(QWidget* parent, const std::vector<std::string>& names,
+                         const QString& title, const QString& question);
 };
 
 } // namespace zov::app
