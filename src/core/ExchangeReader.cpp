@@ -343,6 +343,9 @@ CResult<std::size_t> ImportExchangeText(CZovLibrary& library, std::string_view t
     }
     const bool read =
         root.kind == ERoot::Decap ? ReadDecapList(context) : CDocumentReader(context).ReadGroups();
+    if (context.IsCancelled()) {
+        return Fail(EErr::Cancelled, "cancelled");
+    }
     if (!read) {
         return CannotRead(options, context.scanner.Error());
     }
@@ -368,10 +371,11 @@ CResult<std::size_t> ImportExchangeText(CZovLibrary& library, std::string_view t
 }
 
 CResult<std::size_t> ImportLibrary(CZovLibrary& library, const std::filesystem::path& path,
-                                   CLogSink& log)
+                                   CLogSink& log, const FLibraryProgress& progress)
 {
     const ELibraryForm form = FormOf(path);
     SImportOptions options;
+    options.progress = progress;
     options.folder = path.parent_path();
     options.shown = path;
     options.allowDecapRoot = form == ELibraryForm::Xml;

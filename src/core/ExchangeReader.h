@@ -94,7 +94,7 @@ public:
         }
         EToken token = scanner.Next();
         for (; token == EToken::Open; token = scanner.Next()) {
-            if (!read(scanner.Name())) {
+            if (!GoOn() || !read(scanner.Name())) {
                 return false;
             }
         }
@@ -113,6 +113,15 @@ public:
     bool TakeUnreadable() { return std::exchange(m_unreadable, false); }
     void SetUnreadable() { m_unreadable = true; }
 
+    /// Asks, every few thousand elements, whether the work is to go on.
+    bool GoOn()
+    {
+        m_cancelled = ++m_elements % kElementsAtOnce == 0 && m_options.progress &&
+                      !m_options.progress(scanner.ShareDone());
+        return !m_cancelled;
+    }
+    [[nodiscard]] bool IsCancelled() const { return m_cancelled; }
+
     [[nodiscard]] bool Valid() const { return m_valid; }
     [[nodiscard]] std::vector<CZovRcdProps*>& Pending() { return m_pending; }
     [[nodiscard]] const SImportOptions& Options() const { return m_options; }
@@ -122,6 +131,9 @@ private:
     const SImportOptions& m_options;
     CLogSink& m_log;
     CToleranceLog m_tolerance;
+    static constexpr std::size_t kElementsAtOnce = 2048;
+    std::size_t m_elements = 0;
+    bool m_cancelled = false;
     bool m_valid = true;
     bool m_unreadable = false;
     std::vector<CZovRcdProps*> m_pending; ///< added to the library when the whole text was read

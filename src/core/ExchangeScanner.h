@@ -147,6 +147,12 @@ public:
     [[nodiscard]] const SError& Error() const { return m_error; }
     /// Line, counted from 1, of the tag that Next() came to.
     [[nodiscard]] std::size_t Line() { return LineOf(m_tagStart); }
+    /// Share of the text up to that tag, 0 to 1.
+    [[nodiscard]] double ShareDone() const
+    {
+        return static_cast<double>(m_tagStart - m_begin) /
+               static_cast<double>(m_end == m_begin ? 1 : m_end - m_begin);
+    }
 
 private:
     bool Fail(const char* at, std::string text, EErr code = EErr::Format);

@@ -23,6 +23,9 @@ CResult<std::shared_ptr<CZovLibrary>> CLibraryCache::Open(const fs::path& path, 
     if (const auto found = m_open.find(key); found != m_open.end()) {
         return found->second;
     }
+    if (auto failed = m_failed.extract(key)) {
+        return std::move(failed.mapped());
+    }
     ASSIGN_OR_RETURN(CZovLibrary loaded, LoadLibrary(path, m_units, log));
     auto library = std::make_shared<CZovLibrary>(std::move(loaded));
     m_open.emplace(key, library);
@@ -32,6 +35,11 @@ CResult<std::shared_ptr<CZovLibrary>> CLibraryCache::Open(const fs::path& path, 
 void CLibraryCache::Put(const fs::path& path, std::shared_ptr<CZovLibrary> library)
 {
     m_open.try_emplace(KeyOf(path), std::move(library));
+}
+
+void CLibraryCache::PutFailure(const fs::path& path, SError error)
+{
+    m_failed.insert_or_assign(KeyOf(path), std::move(error));
 }
 
 void CLibraryCache::Close(const fs::path& path)

@@ -21,7 +21,7 @@ SError WithNote(EErr code, std::string text, const SError& cause)
 }
 
 CResult<CZovLibrary> LoadNative(const fs::path& path, std::vector<SOldValue>& oldValues,
-                                CLogSink& log)
+                                CLogSink& log, const FLibraryProgress& progress)
 {
     CZovLibrary library;
     CResult<std::vector<SOldValue>> read = Fail(EErr::Format, "the file is not a ZOV library");
@@ -29,11 +29,14 @@ CResult<CZovLibrary> LoadNative(const fs::path& path, std::vector<SOldValue>& ol
     if (!view) {
         read = view.TakeError();
     } else if (IsNativeHeader(view->Bytes(), EHeaderTest::FirstOpening)) {
-        read = ReadNative(view->Bytes(), library);
+        read = ReadNative(view->Bytes(), library, progress);
     }
     if (read) {
         oldValues = read.Take();
         return library;
+    }
+    if (read.Error().code == EErr::Cancelled) {
+        return read.TakeError();
     }
     // Folder and name as the file name is composed: "%s%s.%s" of folder, name and "zov".
     const std::string folder = PathText(path.parent_path() / "");
@@ -63,12 +66,37 @@ CResult<CZovLibrary> LoadSpice(const fs::path& path)
     return library;
 }
 
-CResult<CZovLibrary> LoadExchange(const fs::path& path, CLogSink& log)
+CResult<CZovLibrary> LoadExchange(const fs::path& path, CLogSink& log,
+                                  const FLibraryProgress& progress)
 {
     CZovLibrary library;
-    RETURN_IF_ERROR(ImportLibrary(library, path, log));
+    RETURN_IF_ERROR(ImportLibrary(library, path, log, progress));
     return library;
 }
+
+/// Passes bytes on until somebody wants the work to end.
+class CStoppableWriter final : public CByteWriter
+{
+public:
+    CStoppableWriter(CByteWriter& out, const std::function<bool()>& goOn)
+        : m_out(out)
+        , m_goOn(goOn)
+    {
+    }
+    void Append(std::string_view bytes) override
+    {
+        m_stopped = m_stopped || (m_goOn && !m_goOn());
+        if (!m_stopped) {
+            m_out.Append(bytes);
+        }
+    }
+    [[nodiscard]] bool Stopped() const { return m_stopped; }
+
+private:
+    CByteWriter& m_out;
+    const std::function<bool()>& m_goOn;
+    bool m_stopped = false;
+};
 
 } // namespace
 
@@ -87,7 +115,8 @@ ELibraryForm FormOf(const fs::path& path)
     return EqualsNoCase(extension, ".sp") ? ELibraryForm::Spice : ELibraryForm::Unknown;
 }
 
-CResult<CZovLibrary> LoadLibrary(const fs::path& path, const CDisplayUnits& units, CLogSink& log)
+CResult<CZovLibrary> LoadLibrary(const fs::path& path, const CDisplayUnits& units, CLogSink& log,
+                                 const FLibraryProgress& progress)
 {
     if (path.empty()) {
         return Fail(EErr::Argument, "Invalid ZOV file path: " + PathText(path));
@@ -96,10 +125,10 @@ CResult<CZovLibrary> LoadLibrary(const fs::path& path, const CDisplayUnits& unit
     CResult<CZovLibrary> library = [&]() -> CResult<CZovLibrary> {
         switch (FormOf(path)) {
         case ELibraryForm::Native:
-            return LoadNative(path, oldValues, log);
+            return LoadNative(path, oldValues, log, progress);
         case ELibraryForm::Exchange:
         case ELibraryForm::Xml:
-            return LoadExchange(path, log);
+            return LoadExchange(path, log, progress);
         case ELibraryForm::Spice:
             return LoadSpice(path);
         case ELibraryForm::Unknown:
@@ -127,7 +156,8 @@ CResult<CZovLibrary> LoadLibrary(const fs::path& path, const CDisplayUnits& unit
 }
 
 CResult<void> SaveLibrary(const CZovLibrary& library, const fs::path& path,
-                          const CDisplayUnits& units, CLogSink& log)
+                          const CDisplayUnits& units, CLogSink& log,
+                          const std::function<bool()>& goOn)
 {
     const ELibraryForm form = FormOf(path);
     if (form != ELibraryForm::Native && form != ELibraryForm::Exchange) {
@@ -137,10 +167,14 @@ CResult<void> SaveLibrary(const CZovLibrary& library, const fs::path& path,
                                 PathText(path), ExtensionOf(path)));
     }
     ASSIGN_OR_RETURN(const std::unique_ptr<CAtomicFile> file, CAtomicFile::Create(path));
+    CStoppableWriter out(*file, goOn);
     if (form == ELibraryForm::Native) {
-        WriteNative(library, *file);
+        WriteNative(library, out);
     } else {
-        WriteExchange(library, units, *file, log);
+        WriteExchange(library, units, out, log);
+    }
+    if (out.Stopped()) {
+        return Fail(EErr::Cancelled, "cancelled");
     }
     return file->Commit();
 }

@@ -9,6 +9,7 @@
 #include "core/ZovLibrary.h"
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -27,19 +28,24 @@ enum class ELibraryForm
 };
 [[nodiscard]] ELibraryForm FormOf(const std::filesystem::path& path);
 
+/// Told every few thousand records what share is done, 0 to 1; false ends the work with
+/// EErr::Cancelled.
+using FLibraryProgress = std::function<bool(double)>;
+
 /// Reads a file of any form into a new library and lifts old records to the current property set.
 /// Messages of single records go to `log` in their fixed words; the library's path is set.
 /// The error's text is the fixed wording for the user ("Cannot load the ZOV library file '%s'
 /// because ...", "Cannot load the zovx file ...", "Invalid ZOV file path: %s", ...); its notes say
 /// what was wrong and where.
 CResult<CZovLibrary> LoadLibrary(const std::filesystem::path& path, const CDisplayUnits& units,
-                                 CLogSink& log);
+                                 CLogSink& log, const FLibraryProgress& progress = {});
 
 /// Writes `.zov` or `.zovx`, by the extension, in one step (CAtomicFile); other extensions are
 /// refused with EErr::Unsupported. For `.zovx`, values that the form cannot hold are written as
-/// they stand and told to `log`.
+/// they stand and told to `log`. Cancelled, the file is as it was.
 CResult<void> SaveLibrary(const CZovLibrary& library, const std::filesystem::path& path,
-                          const CDisplayUnits& units, CLogSink& log);
+                          const CDisplayUnits& units, CLogSink& log,
+                          const std::function<bool()>& goOn = {});
 
 // --- native file (ZovLibraryFile.cpp) ------------------------------------------------------------
 
@@ -54,7 +60,8 @@ struct SOldValue
 /// Adds the records of a native file's bytes to `library`; values of older files that need the
 /// upgrade come back apart. Errors (Format) name the offset and the record; the library is then
 /// unchanged.
-CResult<std::vector<SOldValue>> ReadNative(std::string_view bytes, CZovLibrary& library);
+CResult<std::vector<SOldValue>> ReadNative(std::string_view bytes, CZovLibrary& library,
+                                           const FLibraryProgress& progress = {});
 
 /// Brings the records of an older file to today's property set: old texts become numbers, those
 /// without a unit suffix in the unit of `units`. Errors (Format): a text that is no number, a
@@ -82,7 +89,7 @@ void WriteNative(const CZovLibrary& library, CByteWriter& out);
 /// Reads a `.zovx` or `.xml` file into the library; returns the number of records added.
 /// A record with an error is left out, one with a warning kept; both are told to `log`.
 CResult<std::size_t> ImportLibrary(CZovLibrary& library, const std::filesystem::path& path,
-                                   CLogSink& log);
+                                   CLogSink& log, const FLibraryProgress& progress = {});
 /// The same for text in memory; files named in records are looked for relative to `folder`.
 struct SImportOptions
 {
@@ -90,6 +97,7 @@ struct SImportOptions
     std::filesystem::path shown;  ///< path named in messages
     bool allowDecapRoot = false;  ///< DecapLib and PopDecapLib are accepted (.xml)
     bool locateFiles = true;      ///< false: file existence is not tested (measurements, fuzzing)
+    FLibraryProgress progress;
 };
 CResult<std::size_t> ImportExchangeText(CZovLibrary& library, std::string_view text,
                                         const SImportOptions& options, CLogSink& log);
@@ -145,6 +153,10 @@ public:
     /// Takes a library that was loaded elsewhere, on another thread for instance. One that is open
     /// under the path stays.
     void Put(const std::filesystem::path& path, std::shared_ptr<CZovLibrary> library);
+    /// The file was tried elsewhere, with this outcome: Open gives it once and doesn't read again.
+    void PutFailure(const std::filesystem::path& path, SError error);
+    /// Files that failed elsewhere and were not opened are read again when they are.
+    void ForgetFailures() { m_failed.clear(); }
     /// For libraries that are loaded from now on.
     void SetUnits(const CDisplayUnits& units) { m_units = units; }
     /// Forgets a path; whoever holds the library keeps it.
@@ -154,6 +166,7 @@ public:
 private:
     CDisplayUnits m_units;
     std::map<std::filesystem::path, std::shared_ptr<CZovLibrary>> m_open;
+    std::map<std::filesystem::path, SError> m_failed;
 };
 
 } // namespace zov

@@ -149,17 +149,46 @@ CResult<EOpened> CLibrarySet::OpenProject(const fs::path& path, CLogSink& log,
     return EOpened::Opened;
 }
 
+fs::path CLibrarySet::ProjectBeside(const fs::path& preferences)
+{
+    const fs::path folder = fs::absolute(preferences).parent_path();
+    const fs::path project = LibraryNamed(folder, PathText(preferences.stem()));
+    return project.empty() ? LibraryNamed(folder, FolderName(folder)) : project;
+}
+
+std::vector<fs::path> CLibrarySet::FilesOf(const fs::path& path)
+{
+    std::error_code ignored;
+    fs::path preferences = path;
+    std::vector<fs::path> files;
+    if (fs::is_directory(path, ignored)) {
+        files = {LibraryNamed(path, FolderName(path))};
+        preferences = files.front();
+        preferences.replace_extension(".zovp");
+    } else if (!EqualsNoCase(ExtensionOf(path), ".zovp")) {
+        return {path};
+    }
+    const CResult<std::string> bytes = ReadWholeFile(preferences, kListFileLimit);
+    if (!bytes) {
+        return files;
+    }
+    files = {ProjectBeside(preferences)};
+    const fs::path folder = fs::absolute(preferences).parent_path();
+    if (const auto entries = ParsePreferences(*bytes, PathText(preferences), folder)) {
+        for (const SListedLibrary& entry : *entries) {
+            files.push_back(entry.path);
+        }
+    }
+    return files;
+}
+
 CResult<EOpened> CLibrarySet::OpenPreferences(const fs::path& path, CLogSink& log,
                                               CQuestions* questions)
 {
     const fs::path folder = fs::absolute(path).parent_path();
     ASSIGN_OR_RETURN(const std::string bytes, ReadWholeFile(path, kListFileLimit));
     ASSIGN_OR_RETURN(const auto entries, ParsePreferences(bytes, PathText(path), folder));
-    fs::path project = LibraryNamed(folder, PathText(path.stem()));
-    if (project.empty()) {
-        project = LibraryNamed(folder, FolderName(folder));
-    }
-    if (!project.empty()) {
+    if (const fs::path project = ProjectBeside(path); !project.empty()) {
         ASSIGN_OR_RETURN(const EOpened opened, OpenProject(project, log, questions));
         if (opened != EOpened::Opened) {
             return opened;

@@ -76,6 +76,16 @@ public:
     {
         m_cache.Put(path, std::move(library));
     }
+    /// A file that was tried beforehand: opening it gives this error instead of reading it again,
+    /// until ForgetFailures.
+    void TakeFailure(const std::filesystem::path& path, SError error)
+    {
+        m_cache.PutFailure(path, std::move(error));
+    }
+    void ForgetFailures() { m_cache.ForgetFailures(); }
+    /// The files that Open or, for a folder, OpenFolder would read: for loading them beforehand.
+    [[nodiscard]] static std::vector<std::filesystem::path>
+    FilesOf(const std::filesystem::path& path);
     /// The external libraries in the order of `libraries`; those that it lacks keep their order
     /// behind them.
     void OrderExternals(const std::vector<std::shared_ptr<CZovLibrary>>& libraries);
@@ -121,6 +131,8 @@ private:
     [[nodiscard]] bool MayReplaceProject(const std::string& by, CLogSink& log,
                                          CQuestions* questions) const;
     CResult<std::shared_ptr<CZovLibrary>> Load(const std::filesystem::path& path, CLogSink& log);
+    /// The project library that goes with a preference file; empty when there is none.
+    static std::filesystem::path ProjectBeside(const std::filesystem::path& preferences);
     void AddListed(const std::vector<SListedLibrary>& entries, CLogSink& log);
     void SetProject(std::vector<SLibraryEntry> project);
     /// Libraries that no entry has any more are read from their files when they are opened again.

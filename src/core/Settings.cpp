@@ -44,7 +44,6 @@ constexpr std::string_view kColumnVisibility = "Column Visibilty"; // spelled so
 constexpr std::string_view kSearchOptions = "Search Options";
 
 constexpr const char* kForceV2 = "KVE_TAVRELY_ZOV_V2";
-constexpr const char* kForgetLibraries = "KVE_TAVRELY_REMEMBER_EXTERNAL_LIB_DISABLE";
 
 constexpr std::string_view ExternalLibraryValue(bool guiV2)
 {
@@ -153,12 +152,6 @@ void WriteSettings(const SZovSettings& settings, ISettingsStore& store)
     setText(kColumnOrder, FormatColumnOrder(settings.columnOrder));
     setText(kColumnVisibility, FormatColumnVisibility(settings.columnVisibility));
     setText(kSearchOptions, settings.searchOptions.Format());
-}
-
-void SetGuiV2(SZovSettings& settings, bool on)
-{
-    settings.guiV2 = on;
-    settings.storedGuiV2 = on;
 }
 
 std::string FormatUnits(const CDisplayUnits& units)

@@ -19,6 +19,8 @@
 namespace zov {
 
 constexpr std::string_view kZovSection = "ZOV Settings";
+/// The variable of the environment that leaves the remembered external libraries closed.
+constexpr const char* kForgetLibraries = "KVE_TAVRELY_REMEMBER_EXTERNAL_LIB_DISABLE";
 
 /// A limit beyond which decoupling capacitors are hidden.
 struct SHideLimit
@@ -77,9 +79,6 @@ struct SZovSettings
                                         const FEnvironment& environment);
 /// Writes every value back. "GUI V2" keeps what was stored while only the environment forced it on.
 void WriteSettings(const SZovSettings& settings, ISettingsStore& store);
-
-/// The user's own choice of the interface: in use at once, and stored by WriteSettings.
-void SetGuiV2(SZovSettings& settings, bool on);
 
 /// "%d=%s;" per quantity, in the order of EQuantity: 1 resistance, 2 inductance, 3 capacitance,
 /// 4 voltage, 5 current, 6 time, 7 frequency, 8 power.

@@ -33,8 +33,9 @@ constexpr std::size_t kRecordCountOffset = 20;
 /// A definition takes at least this much: five integers, three empty texts, two flags and a short.
 constexpr std::size_t kLeastDefinition = 3 * 4 + 3 * 4 + 2 + 2;
 constexpr std::size_t kLeastCategory = 8;
-constexpr std::size_t kLeastRecord = 4 + 8; ///< its category and its presence bits
-constexpr std::size_t kMaxDefinitions = 64; ///< bits of the presence word
+constexpr std::size_t kLeastRecord = 4 + 8;    ///< its category and its presence bits
+constexpr std::size_t kMaxDefinitions = 64;    ///< bits of the presence word
+constexpr std::uint64_t kRecordsAtOnce = 4096; ///< between two words to the progress
 
 enum class EUse
 {
@@ -156,8 +157,9 @@ CResult<SCategory> ReadCategory(CByteReader& in)
 class CNativeReader
 {
 public:
-    CNativeReader(std::string_view bytes, CZovLibrary& library)
+    CNativeReader(std::string_view bytes, CZovLibrary& library, const FLibraryProgress& progress)
         : m_in(bytes)
+        , m_progress(progress)
         , m_library(library)
         , m_builder(library.Store())
     {
@@ -176,6 +178,10 @@ public:
         }
         m_read.reserve(records);
         for (std::uint64_t i = 0; i < records; ++i) {
+            if (i % kRecordsAtOnce == 0 && m_progress &&
+                !m_progress(static_cast<double>(i) / static_cast<double>(records))) {
+                return Fail(EErr::Cancelled, "cancelled");
+            }
             RETURN_IF_ERROR(ReadRecord(i));
         }
         if (m_in.Left() != 0) {
@@ -298,6 +304,7 @@ private:
     }
 
     CByteReader m_in;
+    const FLibraryProgress& m_progress;
     CZovLibrary& m_library;
     CRecordBuilder m_builder;
     std::vector<SCategory> m_categories;
@@ -456,7 +463,8 @@ bool IsNativeHeader(std::string_view bytes, EHeaderTest test)
     return test == EHeaderTest::FirstOpening ? EqualsNoCase(tag, kTag) : tag == kTag;
 }
 
-CResult<std::vector<SOldValue>> ReadNative(std::string_view bytes, CZovLibrary& library)
+CResult<std::vector<SOldValue>> ReadNative(std::string_view bytes, CZovLibrary& library,
+                                           const FLibraryProgress& progress)
 {
     if (bytes.size() < kHeaderSize) {
         return Broken(0,
@@ -465,7 +473,7 @@ CResult<std::vector<SOldValue>> ReadNative(std::string_view bytes, CZovLibrary& 
     if (!IsNativeHeader(bytes, EHeaderTest::Reopening)) {
         return Broken(0, "the header is not that of a ZOV library");
     }
-    return CNativeReader(bytes, library).Read();
+    return CNativeReader(bytes, library, progress).Read();
 }
 
 void WriteNative(const CZovLibrary& library, CByteWriter& out)

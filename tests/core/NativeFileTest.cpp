@@ -3,6 +3,7 @@
 #include "support/Libraries.h"
 #include "support/TempFolder.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -262,6 +263,40 @@ TEST(LibraryCache, OnePathOneLibrary)
     cache.Close(folder.Path() / "a.zov");
     EXPECT_NE(*first, *cache.Open(folder.Path() / "a.zov", log));
     EXPECT_EQ(cache.Count(), 1U);
+}
+
+TEST(LibraryFile, LoadingAndSavingEndWhenTheUserWants)
+{
+    CZovLibrary library;
+    for (int i = 0; i < 20000; ++i) {
+        library.Add(ERecordType::Resistor).SetString(EPropId::ModelName, "R" + std::to_string(i));
+    }
+    const test::CTempFolder folder;
+    for (const char* name : {"a.zov", "a.zovx"}) {
+        CVectorLog log;
+        const auto path = folder.Path() / name;
+        ASSERT_TRUE(SaveLibrary(library, path, {}, log).Ok());
+        std::vector<double> shares;
+        EXPECT_TRUE(LoadLibrary(path, {}, log, [&](double done) {
+                        shares.push_back(done);
+                        return true;
+                    }).Ok());
+        ASSERT_GE(shares.size(), 4U) << name;
+        EXPECT_TRUE(std::ranges::is_sorted(shares)) << name;
+        EXPECT_LE(shares.back(), 1.0) << name;
+
+        CVectorLog quiet;
+        const auto ended = LoadLibrary(path, {}, quiet, [](double done) { return done < 0.5; });
+        ASSERT_FALSE(ended.Ok()) << name;
+        EXPECT_EQ(ended.Error().code, EErr::Cancelled) << name;
+        EXPECT_TRUE(quiet.Lines().empty()) << "it is no fault";
+        const std::string before = folder.Read(name);
+        EXPECT_EQ(SaveLibrary(CZovLibrary(), path, {}, log, [] { return false; }).Error().code,
+                  EErr::Cancelled);
+        EXPECT_EQ(folder.Read(name), before) << name;
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 2)
+        << "nothing half is left";
 }
 
 } // namespace

@@ -70,7 +70,8 @@ TEST(Settings, EveryValueIsReadBackFromAFile)
     written.syncModelPath = false;
     written.capacitanceLess = {true, 2.2e-9};
     written.voltageMore = {true, 63.0};
-    SetGuiV2(written, true);
+    written.guiV2 = true;
+    written.storedGuiV2 = true;
     written.veldaServerIp = "10.0.0.7";
     written.veldaServerPort = 5280;
     written.columnOrder = {{7, {{0, 2}, {1, 0}}}, {9, {}}};
