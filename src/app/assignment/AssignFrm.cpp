@@ -39,7 +39,7 @@ constexpr int kWhyWidth = 260;
 
 } // namespace
 
-ZOV_BEGIN_MESSAGE_MAP(CAssignFrm, ui::CCmdTargetBase)
+ZOV_BEGIN_MESSAGE_MAP(CAssignFrm, ui::CUiFrame)
 ZOV_ON_COMMAND(ID_OPEN_DESIGN, OpenDesign)
 ZOV_ON_COMMAND_UPDATE(ID_SAVE_LIBRARY, SaveLibrary)
 ZOV_ON_COMMAND(ID_FRAME_EXIT, FrameExit)
@@ -54,7 +54,7 @@ ZOV_END_MESSAGE_MAP()
 
 CAssignFrm::CAssignFrm(CZovSession& session, QSettings& layout, const FEnvironment& environment,
                        QWidget* parent)
-    : QMainWindow(parent)
+    : CUiFrame(parent, AssignFrameCommands())
     , m_session(session)
     , m_layout(layout)
     , m_environment(environment)
@@ -72,7 +72,7 @@ CAssignFrm::CAssignFrm(CZovSession& session, QSettings& layout, const FEnvironme
 
 CAssignFrm::~CAssignFrm()
 {
-    delete m_idle;
+    StopIdleUpdates();
     delete m_view; // its work writes into the output pane
 }
 
@@ -92,7 +92,6 @@ CAssignModelView* CAssignFrm::NewView()
 
 CResult<void> CAssignFrm::OnCreate()
 {
-    m_actions = new ui::CCommandActions(AssignFrameCommands(), *this, *this);
     m_actions->SetIcons([](const QString& name) { return Images().Icon(name); });
     RETURN_IF_ERROR(MakeToolBars());
     m_view = NewView();
@@ -114,8 +113,7 @@ CResult<void> CAssignFrm::OnCreate()
     restoreGeometry(m_layout.value(QLatin1String(kGeometryKey)).toByteArray());
     restoreState(m_layout.value(QLatin1String(kStateKey)).toByteArray());
     ShowTitle();
-    m_idle = new ui::CIdleUpdate(this, [this] { OnIdleUpdateCmdUI(); });
-    OnIdleUpdateCmdUI();
+    StartIdleUpdates();
     return {};
 }
 
@@ -201,24 +199,14 @@ void CAssignFrm::MakeMenus()
     m_actions->FillMenu(*menu(tr("&Help"), "HelpMenu"), {ID_ASSIGN_ABOUT});
 }
 
-QDockWidget* CAssignFrm::MakePane(const QString& title, const char* objectName, QWidget* content,
-                                  Qt::DockWidgetArea area)
-{
-    auto* pane = new QDockWidget(title, this);
-    pane->setObjectName(QLatin1String(objectName));
-    pane->setWidget(content);
-    addDockWidget(area, pane);
-    return pane;
-}
-
 void CAssignFrm::MakePanes()
 {
-    m_outputPane = MakePane(tr("Output"), "OutputPane", m_output, Qt::BottomDockWidgetArea);
+    m_outputPane = AddPane(tr("Output"), "OutputPane", m_output, Qt::BottomDockWidgetArea);
     m_why = new QTextBrowser(this);
     m_why->setObjectName(QStringLiteral("Why"));
     m_why->setPlaceholderText(
         tr("Select a row to see why it has its model, and what else matches."));
-    m_whyPane = MakePane(tr("Why"), "WhyPane", m_why, Qt::RightDockWidgetArea);
+    m_whyPane = AddPane(tr("Why"), "WhyPane", m_why, Qt::RightDockWidgetArea);
 }
 
 void CAssignFrm::OnZovEventReplay()
@@ -294,11 +282,6 @@ void CAssignFrm::ShowTitle()
     setWindowTitle(m_view->HasDesign() ? tr("%1[*] - Model Assignment").arg(m_view->Title())
                                        : tr("Model Assignment"));
     setWindowModified(m_view->IsModified());
-}
-
-void CAssignFrm::OnIdleUpdateCmdUI()
-{
-    m_actions->UpdateAll();
 }
 
 void CAssignFrm::OpenDesign(const QString& path)

@@ -9,9 +9,7 @@
 #include "app/OutputPane.h"
 #include "app/assignment/AssignModelView.h"
 #include "ui/CommandActions.h"
-#include "ui/IdleUpdate.h"
-
-#include <QMainWindow>
+#include "ui/UiFrame.h"
 
 #include <initializer_list>
 
@@ -28,7 +26,7 @@ class CReplayBar;
 
 namespace zov::app {
 
-class CAssignFrm : public QMainWindow, public ui::CCmdTargetBase
+class CAssignFrm : public ui::CUiFrame
 {
     Q_OBJECT
     ZOV_DECLARE_MESSAGE_MAP()
@@ -44,10 +42,8 @@ public:
     CResult<void> OnCreate();
 
     [[nodiscard]] CAssignModelView& View() { return *m_view; }
-    [[nodiscard]] ui::CCommandActions& Actions() { return *m_actions; }
     /// Shows a component list or a netlist in place of the design that is open.
     void OpenDesign(const QString& path);
-    void OnIdleUpdateCmdUI();
 
 Q_SIGNALS:
     /// The library manager is to be shown.
@@ -89,8 +85,6 @@ private:
     void MakeFindBar();
     void MakeMenus();
     void MakePanes();
-    QDockWidget* MakePane(const QString& title, const char* objectName, QWidget* content,
-                          Qt::DockWidgetArea area);
     void MakeStatusBar();
     void ConnectView();
     void ShowViewMenu(const QPoint& globalPos);
@@ -102,9 +96,7 @@ private:
     CFunctionLog m_log;
     COutputPane* m_output;
     CAssignModelView* m_view = nullptr;
-    ui::CCommandActions* m_actions = nullptr;
     ui::CCommandActions* m_viewActions = nullptr;
-    ui::CIdleUpdate* m_idle = nullptr;
     QToolBar* m_mainBar = nullptr;
     ui::replay::CReplayBar* m_replayBar = nullptr;
     QToolBar* m_assignBar = nullptr;

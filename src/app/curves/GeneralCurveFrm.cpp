@@ -84,7 +84,7 @@ private:
 
 } // namespace
 
-ZOV_BEGIN_MESSAGE_MAP(CUiGeneralCurveFrm, ui::CCmdTargetBase)
+ZOV_BEGIN_MESSAGE_MAP(CUiGeneralCurveFrm, ui::CUiFrame)
 ZOV_ON_COMMAND_UPDATE_BY(ID_CURVE_OPEN, CurveOpen, OnUpdateCurveBusy)
 ZOV_ON_COMMAND(ID_CURVE_NEW_SET, CurveNewSet)
 ZOV_ON_COMMAND_UPDATE_BY(ID_CURVE_CLOSE_SET, CurveCloseSet, OnUpdateCurveBusy)
@@ -125,10 +125,9 @@ ZOV_ON_COMMAND_UPDATE_BY(ID_CURVE_PANE_MARKERS, CurvePaneMarkers, OnUpdateCurveP
 ZOV_END_MESSAGE_MAP()
 
 CUiGeneralCurveFrm::CUiGeneralCurveFrm(CLogSink& log, QWidget* parent)
-    : QMainWindow(parent, Qt::Window)
+    : CUiFrame(parent, CurveCommands())
     , m_log(log)
     , m_journal(std::make_unique<CJournal>(log))
-    , m_actions(new ui::CCommandActions(CurveCommands(), *this, *this))
     , m_tabs(new QTabWidget(this))
 {
     setObjectName(QStringLiteral("GeneralCurveFrm"));
@@ -159,8 +158,7 @@ CUiGeneralCurveFrm::CUiGeneralCurveFrm(CLogSink& log, QWidget* parent)
     MakeStatus();
     connect(m_tabs, &QTabWidget::currentChanged, this, &CUiGeneralCurveFrm::ShowPage);
     AddPage(tr("Curve"));
-    m_idle = new ui::CIdleUpdate(this, [this] { OnIdleUpdateCmdUI(); });
-    m_actions->UpdateAll();
+    StartIdleUpdates();
 }
 
 CUiGeneralCurveFrm::~CUiGeneralCurveFrm()
@@ -170,29 +168,16 @@ CUiGeneralCurveFrm::~CUiGeneralCurveFrm()
     m_markerList->setModel(nullptr);
 }
 
-void CUiGeneralCurveFrm::OnIdleUpdateCmdUI()
-{
-    m_actions->UpdateAll();
-}
-
 void CUiGeneralCurveFrm::MakePanes()
 {
-    const auto pane = [this](const QString& title, const char* name, QWidget* content,
-                             Qt::DockWidgetArea area) {
-        auto* made = new QDockWidget(title, this);
-        made->setObjectName(QLatin1String(name));
-        made->setWidget(content);
-        addDockWidget(area, made);
-        return made;
-    };
     m_curveList =
         NewTable("CurveList", tr("Open a file with Ctrl+O, or drop files on the window."), this);
     m_curveList->setEditTriggers(QAbstractItemView::EditKeyPressed |
                                  QAbstractItemView::DoubleClicked);
     m_markerList =
         NewTable("MarkerList", tr("Choose the marker mouse with M, then click on a curve."), this);
-    m_curvesPane = pane(tr("Curves"), "CurvesPane", m_curveList, Qt::RightDockWidgetArea);
-    m_markersPane = pane(tr("Markers"), "MarkersPane", m_markerList, Qt::BottomDockWidgetArea);
+    m_curvesPane = AddPane(tr("Curves"), "CurvesPane", m_curveList, Qt::RightDockWidgetArea);
+    m_markersPane = AddPane(tr("Markers"), "MarkersPane", m_markerList, Qt::BottomDockWidgetArea);
     resizeDocks({m_curvesPane}, {300}, Qt::Horizontal);
     resizeDocks({m_markersPane}, {130}, Qt::Vertical);
     connect(m_curveList, &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {

@@ -13,10 +13,9 @@
 #include "base/Sink.h"
 #include "core/ZovRcdProps.h"
 #include "ui/CommandActions.h"
-#include "ui/IdleUpdate.h"
 #include "ui/Prompt.h"
+#include "ui/UiFrame.h"
 
-#include <QMainWindow>
 #include <QTimer>
 
 #include <deque>
@@ -40,7 +39,7 @@ struct SImpedanceOf
     std::filesystem::path folder;
 };
 
-class CUiGeneralCurveFrm : public QMainWindow, public ui::CCmdTargetBase
+class CUiGeneralCurveFrm : public ui::CUiFrame
 {
     Q_OBJECT
     ZOV_DECLARE_MESSAGE_MAP()
@@ -57,11 +56,9 @@ public:
     /// Impedances of library records in a new set. The records are copied before this returns.
     void ShowImpedances(const std::vector<SImpedanceOf>& records);
 
-    [[nodiscard]] ui::CCommandActions& Actions() { return *m_actions; }
     [[nodiscard]] CCurvePage& Page() const;
     CCurvePage& AddPage(const QString& title);
     [[nodiscard]] CBackgroundJob& Job() { return m_job; }
-    void OnIdleUpdateCmdUI();
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -144,7 +141,6 @@ private:
 
     CLogSink& m_log;
     std::unique_ptr<curve::CCurveJournal> m_journal;
-    ui::CCommandActions* m_actions;
     QTabWidget* m_tabs;
     QTableView* m_curveList = nullptr;
     QTableView* m_markerList = nullptr;
@@ -152,7 +148,6 @@ private:
     QDockWidget* m_markersPane = nullptr;
     QProgressBar* m_progress = nullptr;
     QPushButton* m_cancel = nullptr;
-    ui::CIdleUpdate* m_idle = nullptr;
     std::vector<SCalcParameter> m_parameters; ///< of the calculator, for the next time
     std::deque<std::function<void()>> m_waiting;
     QTimer m_fitColumns; ///< once for any number of new rows

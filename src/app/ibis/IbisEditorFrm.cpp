@@ -34,7 +34,7 @@ QString Text(std::string_view text)
 
 } // namespace
 
-ZOV_BEGIN_MESSAGE_MAP(CIbisEditorFrm, ui::CCmdTargetBase)
+ZOV_BEGIN_MESSAGE_MAP(CIbisEditorFrm, ui::CUiFrame)
 ZOV_ON_COMMAND(ID_IBIS_OPEN, IbisOpen)
 ZOV_ON_COMMAND_UPDATE(ID_IBIS_SAVE, IbisSave)
 ZOV_ON_COMMAND_UPDATE_BY(ID_IBIS_SAVE_AS, IbisSaveAs, OnUpdateOfEdit)
@@ -59,9 +59,8 @@ ZOV_ON_COMMAND_UPDATE(ID_IBIS_STOP, IbisStop)
 ZOV_END_MESSAGE_MAP()
 
 CIbisEditorFrm::CIbisEditorFrm(CLogSink& log, QWidget* parent)
-    : QMainWindow(parent, Qt::Window)
+    : CUiFrame(parent, IbisCommands())
     , m_log(log)
-    , m_actions(new ui::CCommandActions(IbisCommands(), *this, *this))
 {
     setObjectName(QStringLiteral("IbisEditorFrm"));
     setAcceptDrops(true);
@@ -101,8 +100,7 @@ CIbisEditorFrm::CIbisEditorFrm(CLogSink& log, QWidget* parent)
     m_stop->hide();
     ConnectViews();
     ShowTitle();
-    m_idle = new ui::CIdleUpdate(this, [this] { OnIdleUpdateCmdUI(); });
-    m_actions->UpdateAll();
+    StartIdleUpdates();
 }
 
 CIbisEditorFrm::~CIbisEditorFrm()
@@ -115,11 +113,6 @@ CIbisEditorFrm::~CIbisEditorFrm()
     m_report.SetMessages({});
     m_large->SetText({}, {}, {}, QLatin1Char('|'));
     ReleaseBeside(std::move(m_file));
-}
-
-void CIbisEditorFrm::OnIdleUpdateCmdUI()
-{
-    m_actions->UpdateAll();
 }
 
 void CIbisEditorFrm::ConnectViews()

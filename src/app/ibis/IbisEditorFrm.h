@@ -11,9 +11,7 @@
 #include "base/FileState.h"
 #include "base/Sink.h"
 #include "ui/CommandActions.h"
-#include "ui/IdleUpdate.h"
-
-#include <QMainWindow>
+#include "ui/UiFrame.h"
 
 #include <filesystem>
 #include <optional>
@@ -35,7 +33,7 @@ class CEmptyHint;
 class CIbisTextEdit;
 class CLargeTextView;
 
-class CIbisEditorFrm : public QMainWindow, public ui::CCmdTargetBase
+class CIbisEditorFrm : public ui::CUiFrame
 {
     Q_OBJECT
     ZOV_DECLARE_MESSAGE_MAP()
@@ -57,10 +55,8 @@ public:
     /// False while a file is on its way in, or text is searched for.
     [[nodiscard]] bool IsIdle() const;
     [[nodiscard]] const QString& Path() const { return m_path; }
-    [[nodiscard]] ui::CCommandActions& Actions() { return *m_actions; }
     void GoToLine(std::size_t line);
     [[nodiscard]] std::size_t CurrentLine() const;
-    void OnIdleUpdateCmdUI();
 
 Q_SIGNALS:
     /// "Load Component..." was asked for.
@@ -146,7 +142,6 @@ private:
     [[nodiscard]] QDockWidget* PaneOf(unsigned command) const;
 
     CLogSink& m_log;
-    ui::CCommandActions* m_actions;
     CIbisTreeModel m_treeModel;
     CReportModel m_report;
     CCurveListModel m_curves;
@@ -170,7 +165,6 @@ private:
     QDockWidget* m_treePane = nullptr;
     QDockWidget* m_reportPane = nullptr;
     QDockWidget* m_curvesPane = nullptr;
-    ui::CIdleUpdate* m_idle = nullptr;
     std::shared_ptr<const ibis::CIBISDataParser> m_file;
     QString m_path;
     bool m_shown[3] = {true, true, true};         ///< errors, warnings, notes

@@ -52,14 +52,6 @@ void CIbisEditorFrm::MakeNotice()
 
 void CIbisEditorFrm::MakePanes()
 {
-    const auto pane = [this](const QString& title, const char* name, QWidget* content,
-                             Qt::DockWidgetArea area) {
-        auto* made = new QDockWidget(title, this);
-        made->setObjectName(QLatin1String(name));
-        made->setWidget(content);
-        addDockWidget(area, made);
-        return made;
-    };
     m_tree = new QTreeView(this);
     m_tree->setObjectName(QStringLiteral("IbisTree"));
     m_tree->setModel(&m_treeModel);
@@ -109,9 +101,9 @@ void CIbisEditorFrm::MakePanes()
 
     m_plot = new CCurvePlot(m_curves, m_markers, this);
     m_plot->SetHint(tr("Choose a table or a model\nin the tree to see its curves."));
-    m_treePane = pane(tr("Objects"), "ObjectsPane", m_tree, Qt::LeftDockWidgetArea);
-    m_reportPane = pane(tr("Report"), "ReportPane", report, Qt::BottomDockWidgetArea);
-    m_curvesPane = pane(tr("Curves"), "IbisCurvesPane", m_plot, Qt::RightDockWidgetArea);
+    m_treePane = AddPane(tr("Objects"), "ObjectsPane", m_tree, Qt::LeftDockWidgetArea);
+    m_reportPane = AddPane(tr("Report"), "ReportPane", report, Qt::BottomDockWidgetArea);
+    m_curvesPane = AddPane(tr("Curves"), "IbisCurvesPane", m_plot, Qt::RightDockWidgetArea);
     resizeDocks({m_treePane, m_curvesPane}, {320, 420}, Qt::Horizontal);
     resizeDocks({m_reportPane}, {220}, Qt::Vertical);
 }
