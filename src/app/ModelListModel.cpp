@@ -73,6 +73,8 @@ void CModelListModel::SetUnits(const CDisplayUnits& units)
 void CModelListModel::BeginChange()
 {
     m_job.Cancel();
+    m_prepare.Cancel();
+    m_base.reset(); // its rows are those of the records as they were
     if (!m_changing) {
         Q_EMIT AboutToRefill();
     }
@@ -89,6 +91,15 @@ void CModelListModel::EndChange()
     m_rows.clear();
     endResetModel();
     Fill();
+}
+
+void CModelListModel::DropLibrary(const CZovLibrary& library)
+{
+    if (Holds(library)) {
+        BeginChange();
+        std::erase_if(m_libraries, [&](const auto& own) { return own.get() == &library; });
+        EndChange();
+    }
 }
 
 void CModelListModel::RecordChanged(const CZovRcdProps& record)

@@ -42,6 +42,8 @@ public:
     void BeginChange();
     /// After it: the rows are made anew.
     void EndChange();
+    /// The library was closed: this list lets go of it.
+    void DropLibrary(const CZovLibrary& library);
     /// Only values of one record changed, the rows stay.
     void RecordChanged(const CZovRcdProps& record);
 

@@ -18,22 +18,16 @@ constexpr std::string_view kVendorSection = "ZOV Vendors";
 constexpr std::string_view kVendorLibraries = "Decap Libraries";
 constexpr std::uint64_t kListFileLimit = std::uint64_t{64} << 20U;
 
-/// The libraries that a file brings: itself, or those that a preference file lists.
-std::vector<fs::path> LibrariesOf(const fs::path& path)
+/// The settings hold more than is opened when the environment says so.
+std::vector<SListedLibrary> StoredLibraries(const ISettingsStore& store,
+                                            const FEnvironment& environment)
 {
-    if (!EqualsNoCase(ExtensionOf(path), ".zovp")) {
-        return {path};
-    }
-    std::vector<fs::path> paths;
-    const fs::path folder = fs::absolute(path).parent_path();
-    if (const auto text = ReadWholeFile(path, kListFileLimit)) {
-        if (const auto entries = ParsePreferences(*text, PathText(path), folder)) {
-            for (const SListedLibrary& entry : *entries) {
-                paths.push_back(entry.path);
-            }
-        }
-    }
-    return paths;
+    return ReadSettings(store,
+                        [&](const char* name) {
+                            return std::string_view(name) == kForgetLibraries ? std::nullopt
+                                                                              : environment(name);
+                        })
+        .externalLibraries;
 }
 
 } // namespace
@@ -44,6 +38,9 @@ CZovSession::CZovSession(ISettingsStore& store, CLogSink& log, const FEnvironmen
     , m_settings(ReadSettings(store, environment))
     , m_set(m_settings.units)
 {
+    for (const SListedLibrary& listed : StoredLibraries(store, environment)) {
+        m_remembered.push_back({listed, false, {}});
+    }
     connect(&m_job, &CBackgroundJob::Finished, this, &CZovSession::LoadNext);
     // Before the lists hear of it, and again behind a list that was still at work.
     for (const auto signal : {&CZovSession::LibraryAboutToChange, &CZovSession::LibraryChanged}) {
@@ -83,7 +80,7 @@ void CZovSession::SetVendorLibraries(const QStringList& paths)
 void CZovSession::StoreSettings()
 {
     if (m_settings.autoSaveExternalLibrary) {
-        m_settings.externalLibraries = m_set.Remembered();
+        m_settings.externalLibraries = ToRemember();
     }
     WriteSettings(m_settings, m_store);
 }
@@ -102,6 +99,40 @@ void CZovSession::Load(SLoad load)
     }
 }
 
+CZovSession::TLoaded CZovSession::Read(const TPaths& paths, const CDisplayUnits& units,
+                                       CLogSink& log, CJobState& state)
+{
+    TLoaded loaded;
+    for (std::size_t i = 0; i < paths.size() && !state.Cancelled(); ++i) {
+        std::error_code ignored;
+        if (FormOf(paths[i]) == ELibraryForm::Unknown || !fs::exists(paths[i], ignored)) {
+            continue; // told where it is opened
+        }
+        std::string messages;
+        CFunctionLog keep([&](std::string_view text) {
+            messages += text;
+            messages += '\n';
+        });
+        const CResult<SFileState> fileState = FileStateOf(paths[i]);
+        CResult<CZovLibrary> library = LoadLibrary(paths[i], units, keep, [&](double done) {
+            state.SetFraction((static_cast<double>(i) + done) / static_cast<double>(paths.size()));
+            return !state.Cancelled();
+        });
+        if (library) {
+            loaded.push_back({paths[i],
+                              std::make_shared<CZovLibrary>(library.Take()),
+                              fileState ? std::optional(*fileState) : std::nullopt,
+                              {}});
+        } else {
+            loaded.push_back({paths[i], nullptr, std::nullopt, library.TakeError()});
+        }
+        if (!messages.empty()) {
+            log.Write(messages);
+        }
+    }
+    return loaded;
+}
+
 void CZovSession::LoadNext()
 {
     if (m_loads.empty()) {
@@ -109,45 +140,29 @@ void CZovSession::LoadNext()
     }
     const SLoad load = std::move(m_loads.front());
     m_loads.pop_front();
-    m_job.Start(
-        load.what,
-        [paths = load.paths, then = load.then, &log = m_log,
-         units = m_settings.units](CJobState& state) -> CBackgroundJob::Deliver {
-            auto loaded = std::make_shared<TLoaded>();
-            for (std::size_t i = 0; i < paths.size() && !state.Cancelled(); ++i) {
-                state.SetFraction(static_cast<double>(i) / static_cast<double>(paths.size()));
-                if (FormOf(paths[i]) == ELibraryForm::Unknown) {
-                    continue;
-                }
-                // What can't be read is read again where it is opened, and told there.
-                std::string messages;
-                CFunctionLog keep([&](std::string_view text) {
-                    messages += text;
-                    messages += '\n';
+    m_job.Start(load.what,
+                [paths = load.paths, then = load.then, &log = m_log,
+                 units = m_settings.units](CJobState& state) -> CBackgroundJob::Deliver {
+                    auto loaded = std::make_shared<TLoaded>(Read(paths, units, log, state));
+                    return [loaded, then] { then(std::move(*loaded)); };
                 });
-                const CResult<SFileState> fileState = FileStateOf(paths[i]);
-                if (CResult<CZovLibrary> library = LoadLibrary(paths[i], units, keep)) {
-                    loaded->push_back({paths[i], std::make_shared<CZovLibrary>(library.Take()),
-                                       fileState ? std::optional(*fileState) : std::nullopt});
-                    if (!messages.empty()) {
-                        log.Write(messages);
-                    }
-                }
-            }
-            return [loaded, then] { then(std::move(*loaded)); };
-        });
 }
 
 void CZovSession::LoadThen(const QString& what, TPaths paths, std::function<void()> then)
 {
     Load({what, std::move(paths), [this, then = std::move(then)](const TLoaded& loaded) {
               for (const SLoaded& one : loaded) {
+                  if (!one.library) {
+                      m_set.TakeFailure(one.path, one.error);
+                      continue;
+                  }
                   m_set.TakeLoaded(one.path, one.library);
                   if (one.state) {
                       m_files.SetState(*one.library, *one.state);
                   }
               }
               then();
+              m_set.ForgetFailures();
           }});
 }
 
@@ -172,14 +187,13 @@ void CZovSession::OpenLoaded(const fs::path& path, CQuestions& questions)
 void CZovSession::OpenProject(const fs::path& path, CQuestions& questions)
 {
     LoadThen(tr("Loading %1").arg(QString::fromStdString(PathText(path.filename()))),
-             LibrariesOf(path), [this, path, &questions] { OpenLoaded(path, questions); });
+             CLibrarySet::FilesOf(path), [this, path, &questions] { OpenLoaded(path, questions); });
 }
 
 void CZovSession::OpenFolder(const fs::path& folder, CQuestions& questions)
 {
-    const fs::path library = folder / (folder.filename() += ".zov");
-    LoadThen(tr("Loading %1").arg(QString::fromStdString(PathText(library.filename()))), {library},
-             [this, folder, &questions] {
+    LoadThen(tr("Loading %1").arg(QString::fromStdString(PathText(folder.filename()))),
+             CLibrarySet::FilesOf(folder), [this, folder, &questions] {
                  if (const CResult<EOpened> opened = m_set.OpenFolder(folder, m_log, &questions);
                      !opened) {
                      Tell(opened.Error());
@@ -220,7 +234,96 @@ void CZovSession::AddExternals(const TPaths& paths, CLibraryTree::TNode collecti
 
 void CZovSession::OpenRemembered()
 {
-    AddListed(m_settings.externalLibraries, CLibraryTree::kRoot);
+    const std::vector<SListedLibrary> libraries = m_settings.externalLibraries;
+    TPaths paths;
+    for (const SListedLibrary& listed : libraries) {
+        paths.push_back(listed.path);
+    }
+    if (paths.empty()) {
+        return;
+    }
+    LoadThen(tr("Loading libraries"), paths, [this, libraries] {
+        for (const SListedLibrary& library : libraries) {
+            const std::string why = AddOne(library);
+            const auto at = std::ranges::find(m_remembered, library.path,
+                                              [](const SRemembered& r) { return r.listed.path; });
+            if (at != m_remembered.end()) {
+                at->why = why;
+                at->wasOpen = why.empty();
+            }
+            if (!why.empty()) {
+                m_log.Write("[WARNING] the external library '" + PathText(library.path) +
+                            "' could not be opened and stays remembered: " + why);
+            }
+        }
+        SyncTree();
+        if (!Unreachable().empty()) {
+            Q_EMIT SomeUnreachable();
+        }
+    });
+}
+
+std::string CZovSession::AddOne(const SListedLibrary& library)
+{
+    const CResult<EOpened> added = m_set.AddExternal(library.path, m_log, library.on);
+    if (!added) {
+        return added.Error().text;
+    }
+    return *added == EOpened::Ignored ? tr("it is no library, or it is not there").toStdString()
+                                      : std::string();
+}
+
+std::vector<CZovSession::SUnreachable> CZovSession::Unreachable() const
+{
+    std::vector<SUnreachable> unreachable;
+    for (const SRemembered& remembered : m_remembered) {
+        if (!remembered.why.empty()) {
+            unreachable.push_back({remembered.listed, remembered.why});
+        }
+    }
+    return unreachable;
+}
+
+void CZovSession::OpenUnreachable(const fs::path& path)
+{
+    LoadThen(tr("Loading libraries"), {path}, [this, path] {
+        const auto at = std::ranges::find(m_remembered, path,
+                                          [](const SRemembered& r) { return r.listed.path; });
+        if (at == m_remembered.end() || at->why.empty()) {
+            return;
+        }
+        at->why = AddOne(at->listed);
+        at->wasOpen = at->why.empty();
+        if (!at->wasOpen) {
+            Q_EMIT Failed(
+                tr("'%1' could not be opened: %2")
+                    .arg(QString::fromStdString(PathText(path)), QString::fromStdString(at->why)));
+        }
+        SyncTree();
+    });
+}
+
+void CZovSession::ForgetUnreachable(const fs::path& path)
+{
+    std::erase_if(m_remembered, [&](const SRemembered& remembered) {
+        return !remembered.why.empty() && remembered.listed.path == path;
+    });
+    Q_EMIT LibrariesChanged();
+}
+
+std::vector<SListedLibrary> CZovSession::ToRemember() const
+{
+    std::vector<SListedLibrary> list = m_set.Remembered();
+    std::size_t at = 0; // behind the last one that was remembered before it
+    for (const SRemembered& remembered : m_remembered) {
+        const auto same = std::ranges::find(list, remembered.listed.path, &SListedLibrary::path);
+        if (same != list.end()) {
+            at = static_cast<std::size_t>(same - list.begin()) + 1;
+        } else if (!remembered.wasOpen) {
+            list.insert(list.begin() + static_cast<std::ptrdiff_t>(at++), remembered.listed);
+        }
+    }
+    return list;
 }
 
 void CZovSession::AddListed(const std::vector<SListedLibrary>& libraries,
@@ -336,7 +439,8 @@ bool CZovSession::MoveNodeTo(CLibraryTree::TNode node, CLibraryTree::TNode colle
 
 void CZovSession::RemoveNode(CLibraryTree::TNode node)
 {
-    for (const TLibrary& library : m_tree.LibrariesOf(node)) {
+    std::vector<TLibrary> closed = m_tree.LibrariesOf(node);
+    for (const TLibrary& library : closed) {
         Q_EMIT LibraryAboutToChange(library.get());
         m_edits.Drop(*library);
         if (library == ProjectLibrary()) {
@@ -348,7 +452,21 @@ void CZovSession::RemoveNode(CLibraryTree::TNode node)
         m_set.RemoveExternal(static_cast<std::size_t>(at - externals.begin()));
     }
     m_tree.Remove(node);
+    for (const TLibrary& library : closed) {
+        Q_EMIT LibraryClosed(library.get());
+    }
     SyncTree();
+    ReleaseBeside(std::move(closed));
+}
+
+void CZovSession::ReleaseBeside(std::vector<TLibrary> libraries)
+{
+    auto held = std::make_shared<std::vector<TLibrary>>(std::move(libraries));
+    m_release.Abandon(); // what it holds is given back all the same
+    m_release.Start({}, [held](CJobState&) -> CBackgroundJob::Deliver {
+        held->clear();
+        return {};
+    });
 }
 
 void CZovSession::SyncTree(CLibraryTree::TNode newOnesTo)
@@ -357,12 +475,22 @@ void CZovSession::SyncTree(CLibraryTree::TNode newOnesTo)
         m_tree.AddLibrary(entry->project ? CLibraryTree::kRoot : newOnesTo, entry->library);
     }
     const std::vector<const SLibraryEntry*> entries = m_set.Entries();
+    for (SRemembered& remembered : m_remembered) {
+        const bool isOpen = std::ranges::any_of(entries, [&](const SLibraryEntry* entry) {
+            return !entry->project && entry->path == remembered.listed.path;
+        });
+        if (isOpen) {
+            remembered.wasOpen = true;
+            remembered.why.clear();
+        }
+    }
     for (const TLibrary& library : m_tree.LibrariesOf(CLibraryTree::kRoot)) {
         const bool isOpen = std::ranges::any_of(
             entries, [&](const SLibraryEntry* entry) { return entry->library == library; });
         if (!isOpen) {
             m_tree.Remove(m_tree.Find(*library));
             m_edits.Drop(*library);
+            Q_EMIT LibraryClosed(library.get());
         }
     }
     // The project library stands first, whatever was open before it.
@@ -447,22 +575,20 @@ void CZovSession::Reload(const TLibrary& library)
     Load({tr("Loading %1").arg(QString::fromStdString(library->Name())),
           {library->Path()},
           [this, library](TLoaded loaded) {
-              if (loaded.empty()) {
-                  // It can't be read: once more, for the reason.
-                  const CResult<CZovLibrary> failed =
-                      LoadLibrary(library->Path(), m_settings.units, m_log);
-                  if (!failed) {
-                      Tell(failed.Error());
-                  }
+              if (loaded.empty() || !loaded.front().library) {
+                  Tell(loaded.empty() ? Fail(EErr::NotFound, "'" + PathText(library->Path()) +
+                                                                 "' is not there any more")
+                                      : loaded.front().error);
                   return;
               }
               BeginChange(library);
-              *library = std::move(*loaded.front().library);
+              std::swap(*library, *loaded.front().library);
               if (loaded.front().state) {
                   m_files.SetState(*library, *loaded.front().state);
               }
               m_edits.Forget(library, false);
               Q_EMIT LibraryChanged(library.get());
+              ReleaseBeside({std::move(loaded.front().library)});
           }});
 }
 
@@ -498,17 +624,8 @@ CResult<void> CZovSession::Save(const TLibrary& library, const fs::path& path, E
             return Fail(EErr::Access, obstacle.text.toStdString());
         }
     }
-    CResult<void> saved;
     std::optional<SFileState> state;
-    RunBeside([&] {
-        saved = SaveLibrary(*library, target, m_settings.units, m_log);
-        if (const CResult<SFileState> now = FileStateOf(target); saved && now) {
-            state = *now;
-        }
-    });
-    if (!saved) {
-        return saved;
-    }
+    RETURN_IF_ERROR(SaveCopy(*library, target, &state));
     m_set.SavedAs(*library, target);
     if (state) {
         m_files.SetState(*library, *state);
@@ -517,6 +634,21 @@ CResult<void> CZovSession::Save(const TLibrary& library, const fs::path& path, E
     m_edits.SetSaved(library);
     Q_EMIT LibrariesChanged();
     return {};
+}
+
+CResult<void> CZovSession::SaveCopy(const CZovLibrary& library, const fs::path& path,
+                                    std::optional<SFileState>* state)
+{
+    CResult<void> saved;
+    RunBeside(tr("Saving %1").arg(QString::fromStdString(PathText(path.filename()))),
+              [&](CJobState& job) {
+                  saved = SaveLibrary(library, path, m_settings.units, m_log,
+                                      [&job] { return !job.Cancelled(); });
+                  if (CResult<SFileState> now = FileStateOf(path); state && saved && now) {
+                      *state = now.Take();
+                  }
+              });
+    return saved;
 }
 
 } // namespace zov::app

@@ -59,8 +59,20 @@ public:
     CResult<void> NewProject(const std::filesystem::path& path, CQuestions& questions);
     /// An empty library, written to the path at once, in a collection.
     CResult<void> NewExternal(const std::filesystem::path& path, CLibraryTree::TNode collection);
-    /// The external libraries that the settings remember, each on or off as it was.
+    /// The external libraries that the settings remember, each on or off as it was. Those that
+    /// can't be opened are told to the log, see Unreachable.
     void OpenRemembered();
+    /// A remembered external library that could not be opened. It stays remembered, in its place.
+    struct SUnreachable
+    {
+        SListedLibrary listed;
+        std::string why;
+    };
+    [[nodiscard]] std::vector<SUnreachable> Unreachable() const;
+    /// Tries it once more.
+    void OpenUnreachable(const std::filesystem::path& path);
+    /// It is not remembered any more.
+    void ForgetUnreachable(const std::filesystem::path& path);
     /// External libraries, loaded beside the window, into a collection.
     void AddExternals(const std::vector<std::filesystem::path>& paths,
                       CLibraryTree::TNode collection);
@@ -118,12 +130,20 @@ public:
     };
     CResult<void> Save(const TLibrary& library, const std::filesystem::path& path = {},
                        ESave how = ESave::Careful);
+    /// Writes a library to a path that is not its own afterwards. The window goes on painting.
+    /// @param state takes what the file is like then; may be null
+    CResult<void> SaveCopy(const CZovLibrary& library, const std::filesystem::path& path,
+                           std::optional<SFileState>* state = nullptr);
     /// Takes the lock that somebody else holds.
     void PassLock(const TLibrary& library);
 
 Q_SIGNALS:
-    /// Libraries were opened, closed, moved, switched or renamed.
+    /// Libraries were opened, closed, moved, switched or renamed; what is Unreachable changed.
     void LibrariesChanged();
+    /// Remembered libraries could not be opened at the start.
+    void SomeUnreachable();
+    /// A library was closed: nobody may wait for LibraryChanged of it any more.
+    void LibraryClosed(zov::CZovLibrary* library);
     /// Records of a library are about to change: workers have to let go of it.
     void LibraryAboutToChange(zov::CZovLibrary* library);
     void LibraryChanged(zov::CZovLibrary* library);
@@ -142,6 +162,7 @@ private:
         std::filesystem::path path;
         TLibrary library;
         std::optional<SFileState> state; ///< of the file before it was read
+        SError error;                    ///< why there is no library
     };
     using TLoaded = std::vector<SLoaded>;
     /// Files to read beside the window, and what is done then; one after the other.
@@ -155,7 +176,16 @@ private:
     void LoadNext();
     /// Calls back when the files wait to be opened.
     void LoadThen(const QString& what, TPaths paths, std::function<void()> then);
+    static TLoaded Read(const TPaths& paths, const CDisplayUnits& units, CLogSink& log,
+                        CJobState& state);
     void Tell(const SError& error);
+    /// @return why it could not be opened; empty when it was
+    std::string AddOne(const SListedLibrary& library);
+    /// The open external libraries and, each behind what it stood behind, the remembered ones that
+    /// are not open.
+    [[nodiscard]] std::vector<SListedLibrary> ToRemember() const;
+    /// Large memory is given back beside the window.
+    void ReleaseBeside(std::vector<TLibrary> libraries);
     /// For writing; tells when somebody else has it.
     void Hold(const TLibrary& library);
     /// Files of new libraries are looked at, those of closed ones given back.
@@ -173,8 +203,17 @@ private:
     COpenFiles m_files;
     std::weak_ptr<CZovLibrary> m_heldProject;
     std::deque<SLoad> m_loads;
+    /// What the settings held at the start, in its order.
+    struct SRemembered
+    {
+        SListedLibrary listed;
+        bool wasOpen = false; ///< from then on what is open counts
+        std::string why;      ///< it was tried and could not be opened
+    };
+    std::vector<SRemembered> m_remembered;
     CLibraryEdits m_edits;
     CBackgroundJob m_job;
+    CBackgroundJob m_release;
 };
 
 } // namespace zov::app

@@ -118,6 +118,31 @@ TEST_F(ModelListModelTest, SortsByWhatModelsSayAsItBecomesKnown)
     }
 }
 
+TEST_F(ModelListModelTest, RowsThatWereSortedBeforeAChangeAreNotUsedAfterIt)
+{
+    const auto library = Caps(3000);
+    const auto other = Caps(5);
+    model.SetLibraries({library, other});
+    model.sort(0, Qt::DescendingOrder);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return model.rowCount() == 3005; }));
+    model.SetQuery(QStringLiteral("maker:odd"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return model.rowCount() == 1502; }));
+    model.BeginChange();
+    while (library->Count() > 10) {
+        library->Remove(library->At(library->Count() - 1));
+    }
+    model.EndChange();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !model.IsFilling(); }));
+    EXPECT_EQ(model.rowCount(), 7);
+    EXPECT_EQ(Cell(0, EModelColumn::Name), QStringLiteral("C9"));
+    // A library that is closed leaves the list usable, whether it was told of a change or not.
+    model.BeginChange();
+    model.DropLibrary(*library);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !model.IsFilling(); }));
+    EXPECT_EQ(model.rowCount(), 2);
+    EXPECT_EQ(library.use_count(), 1);
+}
+
 TEST_F(ModelListModelTest, ChangesOfTheLibraryAreSafeWhileItSearches)
 {
     const auto library = Caps(200000);

@@ -55,6 +55,8 @@ enum ECommandId : unsigned
     ID_REFRESH_ZOV_LIB,
     ID_EXPAND_ALL,
     ID_COLLAPSE_ALL,
+    ID_OPEN_UNREACHABLE,
+    ID_FORGET_UNREACHABLE,
 
     ID_ADD_MODEL,
     ID_COPY_TO_LIBRARY,
@@ -69,6 +71,7 @@ enum ECommandId : unsigned
     ID_ADD_SPICE,
 
     ID_VIEW_CURVES,
+    ID_OPEN_CURVE_FILES,
     ID_VENDOR_DECAP_LIBRARY,
     ID_LOAD_IBIS,
     ID_CHECK_IBIS,

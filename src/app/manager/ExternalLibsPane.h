@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// The pane "External Libraries": the libraries that are searched besides the project library, in
-/// the order of the search, each with a check mark.
+/// the order of the search, each with a check mark; behind them those that are remembered but could
+/// not be opened.
 #pragma once
 
 #include "app/Session.h"
@@ -18,6 +19,9 @@ class CExternalLibsModel : public QAbstractTableModel
 public:
     explicit CExternalLibsModel(CZovSession& session, QObject* parent = nullptr);
 
+    /// Empty for a row whose library is open.
+    [[nodiscard]] std::filesystem::path UnreachablePath(int row) const;
+
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -26,7 +30,13 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    /// Behind the open ones; null for those.
+    [[nodiscard]] const CZovSession::SUnreachable* UnreachableAt(int row) const;
+    [[nodiscard]] QVariant UnreachableData(const CZovSession::SUnreachable& library, int column,
+                                           int role) const;
+
     CZovSession& m_session;
+    std::vector<CZovSession::SUnreachable> m_unreachable;
 };
 
 class CExternalLibsPane : public QTreeView
@@ -35,6 +45,9 @@ class CExternalLibsPane : public QTreeView
 
 public:
     CExternalLibsPane(CZovSession& session, QWidget* parent);
+    /// The file of the current row when it is one of a library that could not be opened; else
+    /// empty.
+    [[nodiscard]] std::filesystem::path CurrentUnreachable() const;
 
 Q_SIGNALS:
     /// The row of a library was chosen.

@@ -57,59 +57,61 @@ QTreeView* NewLibraryTree(CLibraryTreeModel& model, const char* objectName, QWid
 
 } // namespace
 
-ZOV_BEGIN_MESSAGE_MAP(CZovMainFrm, ui::CCmdTargetBase)
-ZOV_ON_COMMAND(ID_FILE_NEW, FileNew)
-ZOV_ON_COMMAND(ID_FILE_OPEN, FileOpen)
-ZOV_ON_COMMAND(ID_FILE_OPEN_FOLDER, FileOpenFolder)
+ZOV_BEGIN_MESSAGE_MAP(CZovMainFrm, ui::CUiFrame)
+ZOV_ON_COMMAND_UPDATE(ID_FILE_NEW, FileNew)
+ZOV_ON_COMMAND_UPDATE(ID_FILE_OPEN, FileOpen)
+ZOV_ON_COMMAND_UPDATE(ID_FILE_OPEN_FOLDER, FileOpenFolder)
 ZOV_ON_COMMAND_UPDATE(ID_FILE_SAVE, FileSave)
 ZOV_ON_COMMAND_UPDATE(ID_FILE_SAVE_AS, FileSaveAs)
-ZOV_ON_COMMAND(ID_ZOV_FRM_EXIT, ZovFrmExit)
+ZOV_ON_COMMAND_UPDATE(ID_ZOV_FRM_EXIT, ZovFrmExit)
 ZOV_ON_COMMAND_UPDATE(ID_EDIT_UNDO, EditUndo)
 ZOV_ON_COMMAND_UPDATE(ID_EDIT_REDO, EditRedo)
 ZOV_ON_COMMAND_UPDATE(ID_VIEW_TOOLBAR_MAIN, ViewToolbarMain)
 ZOV_ON_COMMAND_UPDATE(ID_ZOV_EVENT_REPLAY, ZovEventReplay)
-ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_LIBRARIES, ViewPaneLibraries, OnUpdateViewPane)
-ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_EDITOR, ViewPaneEditor, OnUpdateViewPane)
+ZOV_ON_COMMAND_UPDATE(ID_VIEW_PANE_LIBRARIES, ViewPaneLibraries)
+ZOV_ON_COMMAND_UPDATE(ID_VIEW_PANE_EDITOR, ViewPaneEditor)
 ZOV_ON_COMMAND_UPDATE(ID_VIEW_PANE_MODELS, ViewPaneModels)
-ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_EXTERNAL, ViewPaneExternal, OnUpdateViewPane)
-ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_WORKFLOW, ViewPaneWorkflow, OnUpdateViewPane)
-ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_PANE_OUTPUT, ViewPaneOutput, OnUpdateViewPane)
-ZOV_ON_COMMAND_UPDATE_BY(ID_THEME_DARK, ThemeDark, OnUpdateTheme)
-ZOV_ON_COMMAND_UPDATE_BY(ID_THEME_LIGHT, ThemeLight, OnUpdateTheme)
-ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_PROJECT, NavPageProject, OnUpdateNavPage)
-ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_SEARCH, NavPageSearch, OnUpdateNavPage)
-ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_EXT_LIBS, NavPageExtLibs, OnUpdateNavPage)
-ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_VELDA, NavPageVelda, OnUpdateNavPage)
-ZOV_ON_COMMAND_UPDATE_BY(ID_NAV_PAGE_OPTIONS, NavPageOptions, OnUpdateNavPage)
-ZOV_ON_COMMAND(ID_TOOLS_OPTIONS, ToolsOptions)
-ZOV_ON_COMMAND(ID_VELDA_LIBRARY, VeldaLibrary)
-ZOV_ON_COMMAND(ID_TOOLS_ASSIGN, ToolsAssign)
-ZOV_ON_COMMAND(ID_TOOLS_GENERATE, ToolsGenerate)
-ZOV_ON_COMMAND(ID_TOOLS_IBIS_EDITOR, ToolsIbisEditor)
-ZOV_ON_COMMAND(ID_TOOLS_COMPOSE_IBIS, ToolsComposeIbis)
+ZOV_ON_COMMAND_UPDATE(ID_VIEW_PANE_EXTERNAL, ViewPaneExternal)
+ZOV_ON_COMMAND_UPDATE(ID_VIEW_PANE_WORKFLOW, ViewPaneWorkflow)
+ZOV_ON_COMMAND_UPDATE(ID_VIEW_PANE_OUTPUT, ViewPaneOutput)
+ZOV_ON_COMMAND_UPDATE(ID_THEME_DARK, ThemeDark)
+ZOV_ON_COMMAND_UPDATE(ID_THEME_LIGHT, ThemeLight)
+ZOV_ON_COMMAND_UPDATE(ID_NAV_PAGE_PROJECT, NavPageProject)
+ZOV_ON_COMMAND_UPDATE(ID_NAV_PAGE_SEARCH, NavPageSearch)
+ZOV_ON_COMMAND_UPDATE(ID_NAV_PAGE_EXT_LIBS, NavPageExtLibs)
+ZOV_ON_COMMAND_UPDATE(ID_NAV_PAGE_VELDA, NavPageVelda)
+ZOV_ON_COMMAND_UPDATE(ID_NAV_PAGE_OPTIONS, NavPageOptions)
+ZOV_ON_COMMAND_UPDATE(ID_TOOLS_OPTIONS, ToolsOptions)
+ZOV_ON_COMMAND_UPDATE(ID_VELDA_LIBRARY, VeldaLibrary)
+ZOV_ON_COMMAND_UPDATE(ID_TOOLS_ASSIGN, ToolsAssign)
+ZOV_ON_COMMAND_UPDATE(ID_TOOLS_GENERATE, ToolsGenerate)
+ZOV_ON_COMMAND_UPDATE(ID_TOOLS_IBIS_EDITOR, ToolsIbisEditor)
+ZOV_ON_COMMAND_UPDATE(ID_TOOLS_COMPOSE_IBIS, ToolsComposeIbis)
 ZOV_ON_COMMAND_UPDATE_BY(ID_SHOW_IMPEDANCE, ShowImpedance, OnUpdateOfModels)
 ZOV_ON_COMMAND_UPDATE_BY(ID_OPEN_MODEL_FILE, OpenModelFile, OnUpdateOfModels)
-ZOV_ON_COMMAND(ID_APP_HELP, AppHelp)
-ZOV_ON_COMMAND(ID_APP_ABOUT, AppAbout)
-ZOV_ON_COMMAND(ID_NEW_ZOV_LIB_FILE, NewZovLibFile)
-ZOV_ON_COMMAND(ID_CREATE_NEW_LIB_SET, CreateNewLibSet)
+ZOV_ON_COMMAND_UPDATE(ID_APP_HELP, AppHelp)
+ZOV_ON_COMMAND_UPDATE(ID_APP_ABOUT, AppAbout)
+ZOV_ON_COMMAND_UPDATE(ID_NEW_ZOV_LIB_FILE, NewZovLibFile)
+ZOV_ON_COMMAND_UPDATE(ID_CREATE_NEW_LIB_SET, CreateNewLibSet)
 ZOV_ON_COMMAND_UPDATE(ID_RENAME_LIB_SET, RenameLibSet)
 ZOV_ON_COMMAND_UPDATE_BY(ID_ARCHIVE_LIB, ArchiveLib, OnUpdateOfLibrary)
 ZOV_ON_COMMAND_UPDATE_BY(ID_EXPORT_LIB, ExportLib, OnUpdateOfLibrary)
-ZOV_ON_COMMAND(ID_ADD_LIB, AddLib)
+ZOV_ON_COMMAND_UPDATE(ID_ADD_LIB, AddLib)
 ZOV_ON_COMMAND_UPDATE_BY(ID_EXPLORE_LIB, ExploreLib, OnUpdateOfLibrary)
 ZOV_ON_COMMAND_UPDATE_BY(ID_REMOVE_LIB, RemoveLib, OnUpdateOfLibrary)
 ZOV_ON_COMMAND_UPDATE_BY(ID_LIB_MOVE_UP, LibMoveUp, OnUpdateMoveLibBtn)
 ZOV_ON_COMMAND_UPDATE_BY(ID_LIB_MOVE_DOWN, LibMoveDown, OnUpdateMoveLibBtn)
-ZOV_ON_COMMAND(ID_IMPORT_LIB_FILE, ImportLibFile)
-ZOV_ON_COMMAND(ID_IMPORT_FROM_FOLDER, ImportFromFolder)
-ZOV_ON_COMMAND(ID_IMPORT_PREF_FILE, ImportPrefFile)
+ZOV_ON_COMMAND_UPDATE(ID_IMPORT_LIB_FILE, ImportLibFile)
+ZOV_ON_COMMAND_UPDATE(ID_IMPORT_FROM_FOLDER, ImportFromFolder)
+ZOV_ON_COMMAND_UPDATE(ID_IMPORT_PREF_FILE, ImportPrefFile)
 ZOV_ON_FUNCTION_UPDATE_BY(ID_REFRESH_ZOV_LIB, RefreshZovLib, OnUpdateOfLibrary)
-ZOV_ON_COMMAND(ID_EXPAND_ALL, ExpandAll)
-ZOV_ON_COMMAND(ID_COLLAPSE_ALL, CollapseAll)
+ZOV_ON_COMMAND_UPDATE_BY(ID_OPEN_UNREACHABLE, OpenUnreachable, OnUpdateUnreachable)
+ZOV_ON_COMMAND_UPDATE_BY(ID_FORGET_UNREACHABLE, ForgetUnreachable, OnUpdateUnreachable)
+ZOV_ON_COMMAND_UPDATE(ID_EXPAND_ALL, ExpandAll)
+ZOV_ON_COMMAND_UPDATE(ID_COLLAPSE_ALL, CollapseAll)
 ZOV_ON_COMMAND_UPDATE(ID_ADD_MODEL, AddModel)
 ZOV_ON_COMMAND_UPDATE_BY(ID_COPY_TO_LIBRARY, CopyToLibrary, OnUpdateOfModels)
-ZOV_ON_COMMAND(ID_MANAGE_COLUMNS, ManageColumns)
+ZOV_ON_COMMAND_UPDATE(ID_MANAGE_COLUMNS, ManageColumns)
 ZOV_ON_COMMAND_UPDATE_BY(ID_EDIT_MODELS, EditModels, OnUpdateOfModels)
 ZOV_ON_COMMAND_UPDATE_BY(ID_DELETE_MODELS, DeleteModels, OnUpdateOfModels)
 ZOV_ON_COMMAND_UPDATE_BY(ID_ADD_IC, AddIc, OnUpdateAddModelOf)
@@ -121,18 +123,19 @@ ZOV_ON_COMMAND_UPDATE_BY(ID_ADD_CONNECTOR, AddConnector, OnUpdateAddModelOf)
 ZOV_ON_COMMAND_UPDATE_BY(ID_ADD_PACKAGE, AddPackage, OnUpdateAddModelOf)
 ZOV_ON_COMMAND_UPDATE_BY(ID_ADD_SPICE, AddSpice, OnUpdateAddModelOf)
 ZOV_ON_COMMAND_UPDATE_BY(ID_VIEW_CURVES, ViewCurves, OnUpdateWindow)
+ZOV_ON_COMMAND_UPDATE_BY(ID_OPEN_CURVE_FILES, OpenCurveFiles, OnUpdateWindow)
 ZOV_ON_COMMAND_UPDATE_BY(ID_VENDOR_DECAP_LIBRARY, VendorDecapLibrary, OnUpdateWindow)
 ZOV_ON_COMMAND_UPDATE_BY(ID_LOAD_IBIS, LoadIbis, OnUpdateWindow)
 ZOV_ON_COMMAND_UPDATE_BY(ID_CHECK_IBIS, CheckIbis, OnUpdateWindow)
 ZOV_END_MESSAGE_MAP()
 
 CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnvironment& environment)
-    : m_layout(layout)
+    : CUiFrame(nullptr, MainCommands())
+    , m_layout(layout)
     , m_environment(environment)
     , m_output(new COutputPane(this))
     , m_session(store, *m_output, environment)
     , m_questions(*this)
-    , m_actions(new ui::CCommandActions(MainCommands(), *this, *this))
     , m_treeModel(m_session)
     , m_progress(new QProgressBar(this))
     , m_cancel(new QPushButton(tr("Cancel"), this))
@@ -167,10 +170,10 @@ CZovMainFrm::CZovMainFrm(QSettings& layout, ISettingsStore& store, const FEnviro
     ArrangePanes();
     MakeAutosave();
     RestoreLayout();
+    LimitShortcuts();
     ShowLibraries();
     ShowTitle();
-    m_idle = new ui::CIdleUpdate(this, [this] { OnIdleUpdateCmdUI(); });
-    m_actions->UpdateAll();
+    StartIdleUpdates();
 }
 
 CZovMainFrm::~CZovMainFrm()
@@ -178,38 +181,27 @@ CZovMainFrm::~CZovMainFrm()
     OnDestroy();
 }
 
-void CZovMainFrm::OnIdleUpdateCmdUI()
-{
-    m_actions->UpdateAll();
-}
-
-QDockWidget* CZovMainFrm::MakePane(const QString& title, const char* objectName, QWidget* content,
-                                   Qt::DockWidgetArea area)
-{
-    auto* pane = new QDockWidget(title, this);
-    pane->setObjectName(QLatin1String(objectName));
-    pane->setWidget(content);
-    addDockWidget(area, pane);
-    return pane;
-}
-
 void CZovMainFrm::MakePanes()
 {
     m_tree = NewLibraryTree(m_treeModel, "LibraryTree", this);
     m_librariesPane =
-        MakePane(tr("Opened Libraries"), "OpenedLibraries", m_tree, Qt::LeftDockWidgetArea);
+        AddPane(tr("Opened Libraries"), "OpenedLibraries", m_tree, Qt::LeftDockWidgetArea);
     m_workflow = new CQZovWorkflow(*m_actions, this);
     addDockWidget(Qt::LeftDockWidgetArea, m_workflow);
-    auto* externals = new CExternalLibsPane(m_session, this);
-    ui::CQtHelpTopicEventFilter::SetTopic(*externals, QStringLiteral("ExternalLibraries"));
-    m_externalPane = MakePane(tr("External Libraries"), "ExternalLibrariesPane", externals,
-                              Qt::LeftDockWidgetArea);
+    m_externals = new CExternalLibsPane(m_session, this);
+    ui::CQtHelpTopicEventFilter::SetTopic(*m_externals, QStringLiteral("ExternalLibraries"));
+    connect(m_externals, &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
+        ShowExternalMenu(m_externals->viewport()->mapToGlobal(pos));
+    });
+    m_externalPane = AddPane(tr("External Libraries"), "ExternalLibrariesPane", m_externals,
+                             Qt::LeftDockWidgetArea);
     tabifyDockWidget(m_workflow, m_externalPane);
     m_workflow->raise();
-    connect(externals, &CExternalLibsPane::LibraryChosen, this, [this](const CZovLibrary& library) {
-        m_tree->setCurrentIndex(m_treeModel.IndexOf(m_session.Tree().Find(library)));
-    });
-    m_outputPane = MakePane(tr("Output"), "OutputPane", m_output, Qt::BottomDockWidgetArea);
+    connect(m_externals, &CExternalLibsPane::LibraryChosen, this,
+            [this](const CZovLibrary& library) {
+                m_tree->setCurrentIndex(m_treeModel.IndexOf(m_session.Tree().Find(library)));
+            });
+    m_outputPane = AddPane(tr("Output"), "OutputPane", m_output, Qt::BottomDockWidgetArea);
 
     m_models = new CModelListView(kProjectList, this);
     m_models->setObjectName(QStringLiteral("Models"));
@@ -287,13 +279,30 @@ void CZovMainFrm::MakeMenus()
                         {ID_VIEW_PANE_LIBRARIES, ID_VIEW_PANE_MODELS, ID_VIEW_PANE_EDITOR,
                          ID_VIEW_PANE_EXTERNAL, ID_VIEW_PANE_WORKFLOW, ID_VIEW_PANE_OUTPUT});
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
-    m_actions->FillMenu(*tools,
-                        {ID_TOOLS_OPTIONS, ui::kSeparator, ID_TOOLS_ASSIGN, ID_VIEW_CURVES,
-                         ID_TOOLS_GENERATE, ID_VENDOR_DECAP_LIBRARY, ui::kSeparator,
-                         ID_TOOLS_IBIS_EDITOR, ID_LOAD_IBIS, ID_CHECK_IBIS, ID_TOOLS_COMPOSE_IBIS});
+    m_actions->FillMenu(*tools, {ID_TOOLS_OPTIONS, ui::kSeparator, ID_TOOLS_ASSIGN, ID_VIEW_CURVES,
+                                 ID_OPEN_CURVE_FILES, ID_TOOLS_GENERATE, ID_VENDOR_DECAP_LIBRARY,
+                                 ui::kSeparator, ID_TOOLS_IBIS_EDITOR, ID_LOAD_IBIS, ID_CHECK_IBIS,
+                                 ID_TOOLS_COMPOSE_IBIS});
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     m_actions->FillMenu(*help, {ID_APP_HELP, ID_APP_ABOUT});
     ShowRecent();
+}
+
+void CZovMainFrm::LimitShortcuts()
+{
+    const auto limit = [this](unsigned command, std::initializer_list<QWidget*> widgets) {
+        QAction* action = m_actions->Action(command);
+        action->setShortcutContext(Qt::WidgetShortcut);
+        for (QWidget* widget : widgets) {
+            widget->addAction(action);
+        }
+    };
+    limit(ID_DELETE_MODELS, {&m_models->Table(), &m_search->Table(), &m_external->Table()});
+    limit(ID_RENAME_LIB_SET, {m_tree});
+    limit(ID_REMOVE_LIB, {m_tree});
+    limit(ID_LIB_MOVE_UP, {m_tree, m_externals});
+    limit(ID_LIB_MOVE_DOWN, {m_tree, m_externals});
+    limit(ID_FORGET_UNREACHABLE, {m_externals});
 }
 
 void CZovMainFrm::MakeToolBars()
@@ -350,6 +359,14 @@ void CZovMainFrm::ConnectSession()
             }
         }
     });
+    connect(&m_session, &CZovSession::LibraryClosed, this, [this](CZovLibrary* library) {
+        for (CModelListView* list : Lists()) {
+            list->Model().DropLibrary(*library);
+        }
+    });
+    // Behind the end of the loading, which clears the status bar.
+    connect(&m_session, &CZovSession::SomeUnreachable, this, &CZovMainFrm::ShowUnreachable,
+            Qt::QueuedConnection);
     connect(&m_session, &CZovSession::SettingsChanged, this, [this] {
         for (CModelListView* list : Lists()) {
             list->Take(m_session.Settings());
@@ -500,15 +517,6 @@ void CZovMainFrm::ShowPage(int page)
         m_search->SearchField().setFocus();
         m_search->SearchField().selectAll();
     }
-}
-
-QDockWidget* CZovMainFrm::PaneOf(unsigned command) const
-{
-    return command == ID_VIEW_PANE_EXTERNAL   ? m_externalPane
-           : command == ID_VIEW_PANE_WORKFLOW ? m_workflow
-           : command == ID_VIEW_PANE_OUTPUT   ? m_outputPane
-           : command == ID_VIEW_PANE_EDITOR   ? m_editorPane
-                                              : m_librariesPane;
 }
 
 std::array<CModelListView*, 3> CZovMainFrm::Lists() const

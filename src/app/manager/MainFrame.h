@@ -11,9 +11,8 @@
 #include "app/manager/LibraryTreeModel.h"
 #include "app/manager/ZovWorkflow.h"
 #include "ui/CommandActions.h"
-#include "ui/IdleUpdate.h"
+#include "ui/UiFrame.h"
 
-#include <QMainWindow>
 #include <QPointer>
 
 #include <array>
@@ -39,11 +38,12 @@ class CReplayBar;
 namespace zov::app {
 
 class CAutosave;
+class CExternalLibsPane;
 class CRecordEditor;
 class CAssignFrm;
 class CToolWindows;
 
-class CZovMainFrm : public QMainWindow, public ui::CCmdTargetBase
+class CZovMainFrm : public ui::CUiFrame
 {
     Q_OBJECT
     ZOV_DECLARE_MESSAGE_MAP()
@@ -55,7 +55,6 @@ public:
     ~CZovMainFrm() override;
 
     [[nodiscard]] CZovSession& Session() { return m_session; }
-    [[nodiscard]] ui::CCommandActions& Actions() { return *m_actions; }
     /// A library, a preference file or a folder, as project.
     void Open(const QString& path);
     /// What the command line names: the first as project, further ones as external libraries;
@@ -63,7 +62,6 @@ public:
     void OpenAtStart(const QStringList& paths);
     /// Nothing is being loaded, searched or sorted.
     [[nodiscard]] bool IsIdle() const;
-    void OnIdleUpdateCmdUI();
     [[nodiscard]] ui::replay::CReplayBar& ReplayBar() { return *m_replayBar; }
 
 protected:
@@ -80,13 +78,17 @@ private:
     bool OnKeyDown(int key);
     // Commands, in the order of their table.
     void OnFileNew();
+    void OnUpdateFileNew(ui::CCmdUI& ui) { ui.Enable(); }
     void OnFileOpen();
+    void OnUpdateFileOpen(ui::CCmdUI& ui) { ui.Enable(); }
     void OnFileOpenFolder();
+    void OnUpdateFileOpenFolder(ui::CCmdUI& ui) { ui.Enable(); }
     void OnFileSave();
     void OnUpdateFileSave(ui::CCmdUI& ui);
     void OnFileSaveAs();
     void OnUpdateFileSaveAs(ui::CCmdUI& ui);
     void OnZovFrmExit();
+    void OnUpdateZovFrmExit(ui::CCmdUI& ui) { ui.Enable(); }
     void OnEditUndo();
     void OnUpdateEditUndo(ui::CCmdUI& ui);
     void OnEditRedo();
@@ -96,55 +98,84 @@ private:
     void OnZovEventReplay();
     void OnUpdateZovEventReplay(ui::CCmdUI& ui);
     void OnViewPaneLibraries();
+    void OnUpdateViewPaneLibraries(ui::CCmdUI& ui);
     void OnViewPaneEditor();
+    void OnUpdateViewPaneEditor(ui::CCmdUI& ui);
     void OnViewPaneModels();
     void OnUpdateViewPaneModels(ui::CCmdUI& ui);
     void OnViewPaneExternal();
+    void OnUpdateViewPaneExternal(ui::CCmdUI& ui);
     void OnViewPaneWorkflow();
+    void OnUpdateViewPaneWorkflow(ui::CCmdUI& ui);
     void OnViewPaneOutput();
-    void OnUpdateViewPane(ui::CCmdUI& ui);
+    void OnUpdateViewPaneOutput(ui::CCmdUI& ui);
     void OnThemeDark();
+    void OnUpdateThemeDark(ui::CCmdUI& ui);
     void OnThemeLight();
-    void OnUpdateTheme(ui::CCmdUI& ui);
+    void OnUpdateThemeLight(ui::CCmdUI& ui);
     void OnNavPageProject();
+    void OnUpdateNavPageProject(ui::CCmdUI& ui);
     void OnNavPageSearch();
+    void OnUpdateNavPageSearch(ui::CCmdUI& ui);
     void OnNavPageExtLibs();
+    void OnUpdateNavPageExtLibs(ui::CCmdUI& ui);
     void OnNavPageVelda();
+    void OnUpdateNavPageVelda(ui::CCmdUI& ui);
     void OnNavPageOptions();
-    void OnUpdateNavPage(ui::CCmdUI& ui);
+    void OnUpdateNavPageOptions(ui::CCmdUI& ui);
     void OnToolsOptions();
+    void OnUpdateToolsOptions(ui::CCmdUI& ui) { ui.Enable(); }
     void OnVeldaLibrary();
+    void OnUpdateVeldaLibrary(ui::CCmdUI& ui) { ui.Enable(); }
     void OnToolsAssign();
+    void OnUpdateToolsAssign(ui::CCmdUI& ui) { ui.Enable(); }
     void OnToolsGenerate();
+    void OnUpdateToolsGenerate(ui::CCmdUI& ui) { ui.Enable(); }
     void OnToolsIbisEditor();
+    void OnUpdateToolsIbisEditor(ui::CCmdUI& ui) { ui.Enable(); }
     void OnToolsComposeIbis();
+    void OnUpdateToolsComposeIbis(ui::CCmdUI& ui) { ui.Enable(); }
     void OnShowImpedance();
     void OnOpenModelFile();
     void OnAppHelp();
+    void OnUpdateAppHelp(ui::CCmdUI& ui) { ui.Enable(); }
     void OnAppAbout();
+    void OnUpdateAppAbout(ui::CCmdUI& ui) { ui.Enable(); }
     void OnNewZovLibFile();
+    void OnUpdateNewZovLibFile(ui::CCmdUI& ui) { ui.Enable(); }
     void OnCreateNewLibSet();
+    void OnUpdateCreateNewLibSet(ui::CCmdUI& ui) { ui.Enable(); }
     void OnRenameLibSet();
     void OnUpdateRenameLibSet(ui::CCmdUI& ui);
     void OnArchiveLib();
     void OnExploreLib();
     void OnExportLib();
     void OnAddLib();
+    void OnUpdateAddLib(ui::CCmdUI& ui) { ui.Enable(); }
     void OnRemoveLib();
     void OnUpdateOfLibrary(ui::CCmdUI& ui);
     void OnLibMoveUp();
     void OnLibMoveDown();
     void OnUpdateMoveLibBtn(ui::CCmdUI& ui);
     void OnImportLibFile();
+    void OnUpdateImportLibFile(ui::CCmdUI& ui) { ui.Enable(); }
     void OnImportFromFolder();
+    void OnUpdateImportFromFolder(ui::CCmdUI& ui) { ui.Enable(); }
     void OnImportPrefFile();
+    void OnUpdateImportPrefFile(ui::CCmdUI& ui) { ui.Enable(); }
     void RefreshZovLib();
+    void OnOpenUnreachable();
+    void OnForgetUnreachable();
+    void OnUpdateUnreachable(ui::CCmdUI& ui);
     void OnExpandAll();
+    void OnUpdateExpandAll(ui::CCmdUI& ui);
     void OnCollapseAll();
+    void OnUpdateCollapseAll(ui::CCmdUI& ui);
     void OnAddModel();
     void OnUpdateAddModel(ui::CCmdUI& ui);
     void OnCopyToLibrary();
     void OnManageColumns();
+    void OnUpdateManageColumns(ui::CCmdUI& ui);
     void OnEditModels();
     void OnDeleteModels();
     void OnUpdateOfModels(ui::CCmdUI& ui);
@@ -158,6 +189,7 @@ private:
     void OnAddSpice();
     void OnUpdateAddModelOf(ui::CCmdUI& ui);
     void OnViewCurves();
+    void OnOpenCurveFiles();
     void OnVendorDecapLibrary();
     void OnLoadIbis();
     void OnCheckIbis();
@@ -179,9 +211,9 @@ private:
     void ArrangePanes();
     void MakeMenus();
     void MakeToolBars();
+    /// Keys of models work in the lists, those of libraries in the tree.
+    void LimitShortcuts();
     void MakePanes();
-    QDockWidget* MakePane(const QString& title, const char* objectName, QWidget* content,
-                          Qt::DockWidgetArea area);
     void MakeEditorPane();
     void ShowInEditor();
     void MakeAutosave();
@@ -192,6 +224,9 @@ private:
     void ShowTreeMenu(const QPoint& globalPos);
     void FillMoveTo(QMenu& menu);
     void ShowModelMenu(const QPoint& globalPos);
+    void ShowExternalMenu(const QPoint& globalPos);
+    /// Remembered libraries that could not be opened are told without a box.
+    void ShowUnreachable();
     void ShowTitle();
     void ShowTheme(bool dark);
     void RestoreLayout();
@@ -212,7 +247,6 @@ private:
     /// the root.
     [[nodiscard]] CLibraryTree::TNode SelectedCollection() const;
     [[nodiscard]] CZovSession::TLibrary SelectedLibrary() const;
-    [[nodiscard]] QDockWidget* PaneOf(unsigned command) const;
     [[nodiscard]] std::array<CModelListView*, 3> Lists() const;
     [[nodiscard]] CModelListView& CurrentList() const;
 
@@ -232,8 +266,6 @@ private:
     COutputPane* m_output;
     CZovSession m_session;
     CBoxQuestions m_questions;
-    ui::CCommandActions* m_actions;
-    ui::CIdleUpdate* m_idle;
     CLibraryTreeModel m_treeModel;
     QTreeView* m_tree = nullptr;
     CModelListView* m_models = nullptr;
@@ -245,6 +277,7 @@ private:
     QDockWidget* m_librariesPane = nullptr;
     QDockWidget* m_outputPane = nullptr;
     QDockWidget* m_externalPane = nullptr;
+    CExternalLibsPane* m_externals = nullptr;
     CQZovWorkflow* m_workflow = nullptr;
     QPointer<CHelpWindow> m_help;
     std::map<unsigned, std::function<void()>> m_windows;

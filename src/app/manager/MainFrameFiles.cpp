@@ -48,7 +48,7 @@ std::filesystem::path PathOf(const QString& text)
 
 void CZovMainFrm::Report(const CResult<void>& result)
 {
-    if (!result) {
+    if (!result && result.Error().code != EErr::Cancelled) {
         m_session.Log().Write("[Error] " + result.Error().Full());
         ui::CPrompt::Tell(this, QString::fromStdString(result.Error().text), ui::EIcon::Error);
     }
@@ -185,7 +185,9 @@ bool CZovMainFrm::MayClose()
     }
     const ui::EAnswer answer = ui::CPrompt::Ask(
         this,
-        tr("%n libraries are modified. Save them?", nullptr, static_cast<int>(modified.size())),
+        modified.size() == 1
+            ? tr("'%1' is modified. Save it?").arg(QString::fromStdString(modified.front()->Name()))
+            : tr("%1 libraries are modified. Save them?").arg(modified.size()),
         ui::EButtons::YesNoCancel);
     if (answer == ui::EAnswer::Yes) {
         OnFileSave();
@@ -307,9 +309,14 @@ void CZovMainFrm::OnThemeLight()
     ShowTheme(false);
 }
 
-void CZovMainFrm::OnUpdateTheme(ui::CCmdUI& ui)
+void CZovMainFrm::OnUpdateThemeDark(ui::CCmdUI& ui)
 {
-    ui.SetCheck((ui.Command() == ID_THEME_DARK) == m_dark);
+    ui.SetCheck(m_dark);
+}
+
+void CZovMainFrm::OnUpdateThemeLight(ui::CCmdUI& ui)
+{
+    ui.SetCheck(!m_dark);
 }
 
 void CZovMainFrm::OnViewToolbarMain()
@@ -363,9 +370,29 @@ void CZovMainFrm::OnViewPaneOutput()
     m_outputPane->setVisible(m_outputPane->isHidden());
 }
 
-void CZovMainFrm::OnUpdateViewPane(ui::CCmdUI& ui)
+void CZovMainFrm::OnUpdateViewPaneLibraries(ui::CCmdUI& ui)
 {
-    ui.SetCheck(!PaneOf(ui.Command())->isHidden());
+    ui.SetCheck(!m_librariesPane->isHidden());
+}
+
+void CZovMainFrm::OnUpdateViewPaneEditor(ui::CCmdUI& ui)
+{
+    ui.SetCheck(!m_editorPane->isHidden());
+}
+
+void CZovMainFrm::OnUpdateViewPaneExternal(ui::CCmdUI& ui)
+{
+    ui.SetCheck(!m_externalPane->isHidden());
+}
+
+void CZovMainFrm::OnUpdateViewPaneWorkflow(ui::CCmdUI& ui)
+{
+    ui.SetCheck(!m_workflow->isHidden());
+}
+
+void CZovMainFrm::OnUpdateViewPaneOutput(ui::CCmdUI& ui)
+{
+    ui.SetCheck(!m_outputPane->isHidden());
 }
 
 void CZovMainFrm::OnNavPageProject()
@@ -393,11 +420,29 @@ void CZovMainFrm::OnNavPageOptions()
     ShowPage(kOptionsPage);
 }
 
-void CZovMainFrm::OnUpdateNavPage(ui::CCmdUI& ui)
+void CZovMainFrm::OnUpdateNavPageProject(ui::CCmdUI& ui)
 {
-    constexpr unsigned kCommands[] = {ID_NAV_PAGE_PROJECT, ID_NAV_PAGE_SEARCH, ID_NAV_PAGE_EXT_LIBS,
-                                      ID_NAV_PAGE_VELDA, ID_NAV_PAGE_OPTIONS};
-    ui.SetCheck(ui.Command() == kCommands[m_pages->currentIndex()]);
+    ui.SetCheck(m_pages->currentIndex() == kProjectPage);
+}
+
+void CZovMainFrm::OnUpdateNavPageSearch(ui::CCmdUI& ui)
+{
+    ui.SetCheck(m_pages->currentIndex() == kSearchPage);
+}
+
+void CZovMainFrm::OnUpdateNavPageExtLibs(ui::CCmdUI& ui)
+{
+    ui.SetCheck(m_pages->currentIndex() == kExternalPage);
+}
+
+void CZovMainFrm::OnUpdateNavPageVelda(ui::CCmdUI& ui)
+{
+    ui.SetCheck(m_pages->currentIndex() == kVeldaPage);
+}
+
+void CZovMainFrm::OnUpdateNavPageOptions(ui::CCmdUI& ui)
+{
+    ui.SetCheck(m_pages->currentIndex() == kOptionsPage);
 }
 
 void CZovMainFrm::OnToolsOptions()

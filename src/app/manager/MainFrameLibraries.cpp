@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // The main frame's commands on the library tree and on the models of a list.
+#include "app/BackgroundJob.h"
 #include "app/RunBeside.h"
 #include "app/editor/RecordEditor.h"
 #include "app/manager/AddLibDlg.h"
 #include "app/manager/CommandIds.h"
+#include "app/manager/ExternalLibsPane.h"
 #include "app/manager/MainFrame.h"
 #include "base/File.h"
 #include "base/Text.h"
@@ -11,6 +13,7 @@
 #include "core/LibraryFiles.h"
 #include "ui/Prompt.h"
 
+#include <QDockWidget>
 #include <QMenu>
 #include <QStatusBar>
 #include <QTreeView>
@@ -109,9 +112,13 @@ void CZovMainFrm::Archive(const CZovSession::TLibrary& library, const SArchivePl
                           const std::filesystem::path& target)
 {
     CResult<void> written;
-    statusBar()->showMessage(tr("Archiving %1").arg(QString::fromStdString(library->Name())));
-    RunBeside([&] { written = WriteArchive(*library, plan, target, {}); });
-    statusBar()->clearMessage();
+    RunBeside(tr("Archiving %1").arg(QString::fromStdString(library->Name())),
+              [&](CJobState& state) {
+                  written = WriteArchive(*library, plan, target, [&state](double done) {
+                      state.SetFraction(done);
+                      return !state.Cancelled();
+                  });
+              });
     Report(written);
     if (written) {
         m_session.Log().Write("'" + library->Name() + "' was archived with " +
@@ -129,12 +136,7 @@ void CZovMainFrm::OnExportLib()
     if (path.isEmpty()) {
         return;
     }
-    CResult<void> saved;
-    RunBeside([&] {
-        saved = zov::SaveLibrary(*library, TextPath(path.toStdString()), m_session.Settings().units,
-                                 m_session.Log());
-    });
-    Report(saved);
+    Report(m_session.SaveCopy(*library, TextPath(path.toStdString())));
 }
 
 void CZovMainFrm::OnAddLib()
@@ -240,6 +242,21 @@ void CZovMainFrm::RefreshZovLib()
     m_session.Reload(library);
 }
 
+void CZovMainFrm::OnOpenUnreachable()
+{
+    m_session.OpenUnreachable(m_externals->CurrentUnreachable());
+}
+
+void CZovMainFrm::OnForgetUnreachable()
+{
+    m_session.ForgetUnreachable(m_externals->CurrentUnreachable());
+}
+
+void CZovMainFrm::OnUpdateUnreachable(ui::CCmdUI& ui)
+{
+    ui.Enable(!m_externals->CurrentUnreachable().empty());
+}
+
 void CZovMainFrm::OnExpandAll()
 {
     m_tree->expandAll();
@@ -248,6 +265,16 @@ void CZovMainFrm::OnExpandAll()
 void CZovMainFrm::OnCollapseAll()
 {
     m_tree->collapseAll();
+}
+
+void CZovMainFrm::OnUpdateExpandAll(ui::CCmdUI& ui)
+{
+    ui.Enable(m_treeModel.rowCount() > 0);
+}
+
+void CZovMainFrm::OnUpdateCollapseAll(ui::CCmdUI& ui)
+{
+    ui.Enable(m_treeModel.rowCount() > 0);
 }
 
 void CZovMainFrm::OnUpdateOfModels(ui::CCmdUI& ui)
@@ -269,6 +296,31 @@ void CZovMainFrm::ShowTreeMenu(const QPoint& globalPos)
     m_actions->FillMenu(menu, {ID_IMPORT_LIB_FILE, ID_IMPORT_FROM_FOLDER, ID_IMPORT_PREF_FILE,
                                ID_REFRESH_ZOV_LIB, ui::kSeparator, ID_EXPAND_ALL, ID_COLLAPSE_ALL});
     menu.exec(globalPos);
+}
+
+void CZovMainFrm::ShowExternalMenu(const QPoint& globalPos)
+{
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("ExternalLibrariesMenu"));
+    m_actions->UpdateAll();
+    if (m_externals->CurrentUnreachable().empty()) {
+        m_actions->FillMenu(menu,
+                            {ID_ADD_LIB, ID_IMPORT_LIB_FILE, ui::kSeparator, ID_EXPLORE_LIB,
+                             ID_REFRESH_ZOV_LIB, ID_LIB_MOVE_UP, ID_LIB_MOVE_DOWN, ID_REMOVE_LIB});
+    } else {
+        m_actions->FillMenu(menu, {ID_OPEN_UNREACHABLE, ID_FORGET_UNREACHABLE});
+    }
+    menu.exec(globalPos);
+}
+
+void CZovMainFrm::ShowUnreachable()
+{
+    if (!m_externalPane->isHidden()) {
+        m_externalPane->raise();
+    }
+    statusBar()->showMessage(
+        tr("External libraries that could not be opened: %1. See the pane 'Output'.")
+            .arg(m_session.Unreachable().size()));
 }
 
 void CZovMainFrm::FillMoveTo(QMenu& menu)

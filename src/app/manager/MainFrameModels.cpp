@@ -9,13 +9,14 @@
 #include "ui/Prompt.h"
 
 #include <QDockWidget>
+#include <QStackedWidget>
 
 namespace zov::app {
 
 void CZovMainFrm::MakeEditorPane()
 {
     m_editor = new CRecordEditor(m_session, this);
-    m_editorPane = MakePane(tr("Editor"), "EditorPane", m_editor, Qt::RightDockWidgetArea);
+    m_editorPane = AddPane(tr("Editor"), "EditorPane", m_editor, Qt::RightDockWidgetArea);
     for (CModelListView* list : Lists()) {
         connect(list, &CModelListView::SelectionChanged, this, [this, list] {
             if (list == &CurrentList()) {
@@ -136,6 +137,11 @@ void CZovMainFrm::OnManageColumns()
         dialog.Store(settings);
         m_session.SetSettings(std::move(settings));
     }
+}
+
+void CZovMainFrm::OnUpdateManageColumns(ui::CCmdUI& ui)
+{
+    ui.Enable(m_pages->currentIndex() < kVeldaPage);
 }
 
 void CZovMainFrm::OnDeleteModels()

@@ -11,6 +11,7 @@ namespace zov::app {
 void CZovMainFrm::FillWindows()
 {
     m_windows[ID_VIEW_CURVES] = [this] { m_toolWindows->Curves(); };
+    m_windows[ID_OPEN_CURVE_FILES] = [this] { m_toolWindows->OpenCurveFiles(); };
     m_windows[ID_LOAD_IBIS] = [this] { m_toolWindows->LoadIbis(); };
     m_windows[ID_CHECK_IBIS] = [this] { m_toolWindows->CheckIbis(); };
     m_windows[ID_VENDOR_DECAP_LIBRARY] = [this] {
@@ -36,6 +37,11 @@ void CZovMainFrm::OnUpdateWindow(ui::CCmdUI& ui)
 void CZovMainFrm::OnViewCurves()
 {
     OpenWindow(ID_VIEW_CURVES);
+}
+
+void CZovMainFrm::OnOpenCurveFiles()
+{
+    OpenWindow(ID_OPEN_CURVE_FILES);
 }
 
 void CZovMainFrm::OnVendorDecapLibrary()

@@ -91,7 +91,7 @@ public:
         const SZovSettings& settings = options.settings;
         this->m_form.ui_IDC_AUTO_SAVE->setChecked(settings.autoSaveExternalLibrary);
         this->m_form.ui_IDC_SYNC_MODEL_PATH->setChecked(settings.syncModelPath);
-        this->m_form.ui_IDC_GUI_V2->setChecked(settings.guiV2);
+        this->m_form.ui_IDC_GUI_V2->setChecked(settings.storedGuiV2);
         for (const SLimit& limit : m_limits) {
             const SHideLimit& hide = settings.*limit.member;
             limit.check->setChecked(hide.on);
@@ -104,9 +104,8 @@ public:
         SZovSettings& settings = options.settings;
         settings.autoSaveExternalLibrary = this->m_form.ui_IDC_AUTO_SAVE->isChecked();
         settings.syncModelPath = this->m_form.ui_IDC_SYNC_MODEL_PATH->isChecked();
-        if (this->m_form.ui_IDC_GUI_V2->isChecked() != settings.guiV2) {
-            SetGuiV2(settings, this->m_form.ui_IDC_GUI_V2->isChecked());
-        }
+        // From the next start on: until then the list of the interface in use is kept.
+        settings.storedGuiV2 = this->m_form.ui_IDC_GUI_V2->isChecked();
         for (const SLimit& limit : m_limits) {
             const std::optional<double> value =
                 ParseQuantity(limit.edit->text().toStdString(), limit.quantity);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/manager/ToolWindows.h"
 
+#include "app/curves/CurveCommands.h"
 #include "app/curves/CurveForms.h"
 #include "app/ibis/ComposeWizard.h"
 #include "app/ibis/IbisCommands.h"
@@ -49,6 +50,11 @@ CUiGeneralCurveFrm& CToolWindows::Curves()
     }
     BringUp(*m_curves);
     return *m_curves;
+}
+
+void CToolWindows::OpenCurveFiles()
+{
+    Curves().RouteCommand(ID_CURVE_OPEN);
 }
 
 CIbisEditorFrm& CToolWindows::IbisEditor(const QString& path)

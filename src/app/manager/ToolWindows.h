@@ -24,6 +24,8 @@ public:
 
     /// The curve frame, made when it is first asked for.
     CUiGeneralCurveFrm& Curves();
+    /// Asks for files and shows their curves.
+    void OpenCurveFiles();
     /// The editor that shows a file, or one that shows none; an empty path brings any to the front.
     CIbisEditorFrm& IbisEditor(const QString& path);
     /// Asks for a file and shows it with what the checker says.

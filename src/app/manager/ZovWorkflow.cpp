@@ -16,12 +16,17 @@
 namespace zov::app {
 namespace {
 
-constexpr SWorkflowStep kLibraryStep = {"Open or make a library",
-                                        "Models are kept in the project library.", ID_FILE_OPEN};
+constexpr SWorkflowStep kOpenStep = {"Open a library", "Models are kept in the project library.",
+                                     ID_FILE_OPEN};
+constexpr SWorkflowStep kNewStep = {"Or make a new one", "", ID_FILE_NEW};
+constexpr SWorkflowStep kTouchstoneStep = {"View S-parameters",
+                                           "See what a Touchstone file holds before it is used.",
+                                           ID_OPEN_CURVE_FILES};
 constexpr SWorkflowStep kSaveStep = {"Save the library", "", ID_FILE_SAVE};
 
 constexpr std::array kIcSteps = {
-    kLibraryStep,
+    kOpenStep,
+    kNewStep,
     SWorkflowStep{"Check an IBIS file", "Finds what a simulator would stumble over.",
                   ID_CHECK_IBIS},
     SWorkflowStep{"Look into an IBIS file", "Its components, pins and models.", ID_LOAD_IBIS},
@@ -29,39 +34,43 @@ constexpr std::array kIcSteps = {
     kSaveStep,
 };
 constexpr std::array kDiscreteSteps = {
-    kLibraryStep,
-    SWorkflowStep{"Generate from a part list", "A model for each row of a spreadsheet.",
-                  ID_TOOLS_GENERATE},
+    kOpenStep,
+    kNewStep,
     SWorkflowStep{"Vendor decap libraries", "Makers' data that complete generated capacitors.",
                   ID_VENDOR_DECAP_LIBRARY},
+    SWorkflowStep{"Generate from a part list", "A model for each row of a spreadsheet.",
+                  ID_TOOLS_GENERATE},
     SWorkflowStep{"Add a capacitor", "", ID_ADD_CAPACITOR},
     SWorkflowStep{"Add an inductor", "", ID_ADD_INDUCTOR},
     SWorkflowStep{"Add a resistor", "", ID_ADD_RESISTOR},
-    SWorkflowStep{"View curves", "S-parameters and impedances.", ID_VIEW_CURVES},
+    SWorkflowStep{"Compare impedances", "Of the models that are selected in the list.",
+                  ID_SHOW_IMPEDANCE},
     kSaveStep,
 };
 constexpr std::array kVrmSteps = {
-    kLibraryStep,
+    kOpenStep,
+    kNewStep,
     SWorkflowStep{"Add a VRM", "Then enter its rails with their voltages.", ID_ADD_VRM},
-    SWorkflowStep{"View curves", "Output impedance and measured data.", ID_VIEW_CURVES},
+    SWorkflowStep{"View curves", "Measured output impedances, for example.", ID_OPEN_CURVE_FILES},
     kSaveStep,
 };
 constexpr std::array kConnectorSteps = {
-    kLibraryStep,
-    SWorkflowStep{"View S-parameters", "See what a Touchstone file holds before it is used.",
-                  ID_VIEW_CURVES},
+    kOpenStep,
+    kNewStep,
+    kTouchstoneStep,
     SWorkflowStep{"Add a connector", "Then choose its circuit file.", ID_ADD_CONNECTOR},
     kSaveStep,
 };
 constexpr std::array kPackageSteps = {
-    kLibraryStep,
-    SWorkflowStep{"View S-parameters", "See what a Touchstone file holds before it is used.",
-                  ID_VIEW_CURVES},
+    kOpenStep,
+    kNewStep,
+    kTouchstoneStep,
     SWorkflowStep{"Add a package", "Then choose its circuit file.", ID_ADD_PACKAGE},
     kSaveStep,
 };
 constexpr std::array kSpiceSteps = {
-    kLibraryStep,
+    kOpenStep,
+    kNewStep,
     SWorkflowStep{"Import sub-circuits", "Each sub-circuit of an .sp file becomes a model.",
                   ID_IMPORT_LIB_FILE},
     SWorkflowStep{"Add a SPICE circuit", "Then choose its file and sub-circuit.", ID_ADD_SPICE},

@@ -3,6 +3,7 @@
 // own are named in docs/desktop.md.
 #include "MainFrameFixture.h"
 #include "app/manager/ExternalLibsPane.h"
+#include "app/manager/ToolWindows.h"
 #include "app/manager/ZovWorkflow.h"
 #include "support/SourcePaths.h"
 #include "ui/UiDialog.h"
@@ -16,6 +17,8 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include <functional>
+#include <map>
 #include <set>
 
 namespace zov::app {
@@ -262,6 +265,86 @@ TEST_F(CommandsTest, RefreshReadsTheFileAgain)
     EXPECT_EQ(Models().Model().rowCount(), 5);
 }
 
+TEST_F(CommandsTest, RememberedLibrariesThatAreAwayAreShownTriedAgainAndRemoved)
+{
+    const std::filesystem::path away = folder.Path() / "away.zov";
+    const std::filesystem::path gone = folder.Path() / "gone.zov";
+    store.SetText(kZovSection, "External Library",
+                  FormatLibraryList({{{away, true}, {gone, true}}}));
+    CZovMainFrm started(layout, store, [](const char*) { return std::nullopt; });
+    started.OpenAtStart({});
+    auto& pane = *started.findChild<CExternalLibsPane*>();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return pane.model()->rowCount() == 2; }));
+    const auto cell = [&](int row, int column, int role = Qt::DisplayRole) {
+        return pane.model()->index(row, column).data(role).toString();
+    };
+    EXPECT_EQ(cell(0, 0) + QLatin1Char('|') + cell(0, 1) + QLatin1Char('|') + cell(0, 2),
+              QStringLiteral("away|not opened|%1").arg(Text(away)));
+    EXPECT_TRUE(cell(0, 0, Qt::ToolTipRole).contains(QStringLiteral("stays remembered")));
+    EXPECT_TRUE(answers.Shown().empty()) << "no box at the start";
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return started.findChild<COutputPane*>()->toPlainText().contains(Text(away)); }));
+    const auto enabled = [&](unsigned command) {
+        started.OnIdleUpdateCmdUI();
+        return started.Actions().Action(command)->isEnabled();
+    };
+    EXPECT_FALSE(enabled(ID_OPEN_UNREACHABLE));
+    pane.setCurrentIndex(pane.model()->index(0, 0));
+    EXPECT_TRUE(enabled(ID_OPEN_UNREACHABLE));
+    started.Actions().Action(ID_OPEN_UNREACHABLE)->trigger();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return started.IsIdle(); }));
+    EXPECT_TRUE(answers.Shown().back().text.contains(Text(away)))
+        << "asked for: a box says why not";
+    Library("away", 2);
+    pane.setCurrentIndex(pane.model()->index(0, 0));
+    started.Actions().Action(ID_OPEN_UNREACHABLE)->trigger();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return started.IsIdle(); }));
+    ASSERT_EQ(started.Session().Set().Externals().size(), 1U);
+    EXPECT_EQ(cell(0, 1), QStringLiteral("2"));
+    pane.setCurrentIndex(pane.model()->index(1, 0));
+    EXPECT_TRUE(enabled(ID_FORGET_UNREACHABLE));
+    started.Actions().Action(ID_FORGET_UNREACHABLE)->trigger();
+    EXPECT_EQ(pane.model()->rowCount(), 1);
+    EXPECT_FALSE(enabled(ID_FORGET_UNREACHABLE));
+    EXPECT_TRUE(started.close());
+    EXPECT_EQ(ParseLibraryList(*store.Text(kZovSection, "External Library")),
+              (std::vector<SListedLibrary>{{away, true}}));
+}
+
+TEST_F(CommandsTest, KeysActOnWhatHasTheFocus)
+{
+    OpenProject(Library("project", 3));
+    frame.Session().AddExternals({Library("a", 1), Library("b", 1)}, CLibraryTree::kRoot);
+    WaitIdle();
+    frame.show();
+    frame.activateWindow();
+    Tree().setCurrentIndex(Tree().model()->index(0, 0));
+    WaitIdle();
+    Models().Table().selectRow(0);
+    Tree().setCurrentIndex(Tree().model()->index(2, 0));
+    WaitIdle();
+    Models().Table().selectRow(0);
+    frame.OnIdleUpdateCmdUI();
+    Models().Table().setFocus();
+    QTest::keyClick(&Models().Table(), Qt::Key_Up, Qt::ControlModifier);
+    EXPECT_EQ(frame.Session().Set().Externals()[0].path.stem(), "a") << "the list has the focus";
+    Tree().setFocus();
+    QTest::keyClick(&Tree(), Qt::Key_Up, Qt::ControlModifier);
+    EXPECT_EQ(frame.Session().Set().Externals()[0].path.stem(), "b");
+    answers.Then(ui::EAnswer::No);
+    QTest::keyClick(&Tree(), Qt::Key_Delete);
+    EXPECT_EQ(answers.Shown().back().text,
+              QStringLiteral("Remove the selected libraries or library collections?"));
+    WaitIdle();
+    Models().Table().selectRow(0);
+    frame.OnIdleUpdateCmdUI();
+    Models().Table().setFocus();
+    answers.Then(ui::EAnswer::No);
+    QTest::keyClick(&Models().Table(), Qt::Key_Delete);
+    EXPECT_EQ(answers.Shown().back().text, QStringLiteral("Delete the selected model?"));
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
 TEST_F(CommandsTest, ACancelledLoadLetsTheWindowGoOnAtOnce)
 {
     const std::filesystem::path large = Library("large", 200000);
@@ -276,7 +359,7 @@ TEST_F(CommandsTest, ACancelledLoadLetsTheWindowGoOnAtOnce)
     EXPECT_EQ(Models().Model().rowCount(), 2);
 }
 
-TEST_F(CommandsTest, EachWorkflowPageHasItsKeyAndItsStepsStartTheirWork)
+TEST_F(CommandsTest, EachWorkflowPageHasItsKeyAndItsSteps)
 {
     auto& workflow = At<CQZovWorkflow>("ZOVWorkflow");
     const char* keys[] = {"ZOVWorkflowIC",        "ZOVWorkflowDiscrete", "ZOVWorkFlowVRM",
@@ -286,30 +369,127 @@ TEST_F(CommandsTest, EachWorkflowPageHasItsKeyAndItsStepsStartTheirWork)
         EXPECT_EQ(workflow.ContextKey(), QLatin1String(keys[page]));
     }
     EXPECT_STREQ(CQZovWorkflow::ContextKeyOf(17), "ZOVWorkflowIC");
+    frame.OnIdleUpdateCmdUI();
+    EXPECT_FALSE(At<QToolButton>("page_step5").isEnabled()) << "there is no library yet";
+    EXPECT_FALSE(At<QToolButton>("page_step6").isEnabled()) << "nothing to save";
+    EXPECT_FALSE(At<QToolButton>("page_2_step8").isEnabled()) << "no model is selected";
+}
 
-    const std::tuple<const char*, unsigned, ERecordType> adding[] = {
-        {"page_step4", ID_ADD_IC, ERecordType::Ic},
-        {"page_2_step4", ID_ADD_CAPACITOR, ERecordType::Capacitor},
-        {"page_2_step5", ID_ADD_INDUCTOR, ERecordType::Inductor},
-        {"page_2_step6", ID_ADD_RESISTOR, ERecordType::Resistor},
-        {"page_3_step2", ID_ADD_VRM, ERecordType::Vrm},
-        {"page_4_step3", ID_ADD_CONNECTOR, ERecordType::Connector},
-        {"page_5_step3", ID_ADD_PACKAGE, ERecordType::Package},
-        {"page_6_step3", ID_ADD_SPICE, ERecordType::Spice},
+/// Every step of every page is clicked, and what it names is there afterwards.
+TEST_F(CommandsTest, EachStepOfEachWorkflowPageStartsItsWork)
+{
+    const std::filesystem::path ibis = folder.Write("c.ibs", "[IBIS Ver] 4.2\n[End]\n");
+    const std::filesystem::path touchstone =
+        folder.Write("z.s1p", "# MHz S RI R 50\n1 0.5 0\n10 0.25 0\n");
+    const auto asksFor = [&](const char* title, const std::filesystem::path& path) {
+        answers.ThenPath(Text(path));
+        return [this, title, before = answers.Shown().size()] {
+            ASSERT_GT(answers.Shown().size(), before);
+            EXPECT_EQ(answers.Shown()[before].title, QLatin1String(title));
+            WaitIdle();
+        };
     };
-    frame.OnIdleUpdateCmdUI();
-    EXPECT_FALSE(At<QToolButton>("page_step4").isEnabled()) << "there is no library yet";
+    const auto shows = [&](const char* form) {
+        answers.ThenDialog([form](QDialog& dialog) {
+            EXPECT_EQ(dialog.objectName(), QLatin1String(form));
+            dialog.reject();
+        });
+        return [] {};
+    };
+    const auto adds = [&](ERecordType type) {
+        const std::size_t before = frame.Session().ProjectLibrary()->CountOf(type);
+        return [this, type, before] {
+            WaitIdle();
+            EXPECT_EQ(frame.Session().ProjectLibrary()->CountOf(type), before + 1);
+            ASSERT_EQ(Models().Selected().size(), 1U);
+            EXPECT_EQ(Models().Selected()[0]->Type(), type) << "selected, to be edited";
+        };
+    };
+    /// What is answered before the click; gives what is looked at behind it.
+    const std::map<unsigned, std::function<std::function<void()>()>> works = {
+        {ID_FILE_OPEN,
+         [&] {
+             answers.Then(ui::EAnswer::Yes);
+             return asksFor("Open Library", Library("opened", 1));
+         }},
+        {ID_FILE_NEW,
+         [&] {
+             answers.Then(ui::EAnswer::Yes);
+             return asksFor("New ZOV Library", folder.Path() / "made.zov");
+         }},
+        {ID_CHECK_IBIS,
+         [&]() -> std::function<void()> {
+             answers.ThenPath(Text(ibis));
+             return [&] {
+                 auto* editor = frame.findChild<CIbisEditorFrm*>();
+                 ASSERT_NE(editor, nullptr);
+                 ASSERT_TRUE(QTest::qWaitFor([&] { return editor->IsIdle(); }));
+                 EXPECT_EQ(editor->Path(), Text(ibis));
+             };
+         }},
+        {ID_OPEN_CURVE_FILES,
+         [&]() -> std::function<void()> {
+             answers.ThenPath(Text(touchstone));
+             answers.ThenDialog([](QDialog& dialog) { dialog.accept(); });
+             return [&] {
+                 auto* curves = frame.findChild<CUiGeneralCurveFrm*>();
+                 ASSERT_NE(curves, nullptr);
+                 ASSERT_TRUE(QTest::qWaitFor([&] { return !curves->Job().IsRunning(); }));
+                 EXPECT_EQ(curves->Page().Set().Curves().back()->Header().name, "S11");
+             };
+         }},
+        {ID_SHOW_IMPEDANCE,
+         [&]() -> std::function<void()> {
+             return [&] {
+                 auto* curves = frame.findChild<CUiGeneralCurveFrm*>();
+                 ASSERT_NE(curves, nullptr);
+                 EXPECT_TRUE(curves->isVisible());
+                 ASSERT_TRUE(QTest::qWaitFor([&] { return !curves->Job().IsRunning(); }));
+             };
+         }},
+        {ID_LOAD_IBIS, [&] { return shows("dlg_IDD_ZOV_LOAD_IBIS"); }},
+        {ID_VENDOR_DECAP_LIBRARY, [&] { return shows("dlg_IDD_VENDOR_DECAP_LIBRARY"); }},
+        {ID_TOOLS_GENERATE, [&] { return shows("dlg_IDD_DLG_ZOVGENMAIN"); }},
+        {ID_IMPORT_LIB_FILE,
+         [&]() -> std::function<void()> {
+             answers.ThenPaths({Text(folder.Write("c.sp", ".SUBCKT one 1 2\nR1 1 2 1\n.ENDS\n"))});
+             return [&] {
+                 WaitIdle();
+                 ASSERT_EQ(frame.Session().Set().Externals().size(), 1U);
+                 EXPECT_EQ(frame.Session().Set().Externals()[0].library->At(0).Name(), "one");
+             };
+         }},
+        {ID_FILE_SAVE,
+         [&]() -> std::function<void()> {
+             return [&] { EXPECT_TRUE(frame.Session().ModifiedLibraries().empty()); };
+         }},
+        {ID_ADD_IC, [&] { return adds(ERecordType::Ic); }},
+        {ID_ADD_CAPACITOR, [&] { return adds(ERecordType::Capacitor); }},
+        {ID_ADD_INDUCTOR, [&] { return adds(ERecordType::Inductor); }},
+        {ID_ADD_RESISTOR, [&] { return adds(ERecordType::Resistor); }},
+        {ID_ADD_VRM, [&] { return adds(ERecordType::Vrm); }},
+        {ID_ADD_CONNECTOR, [&] { return adds(ERecordType::Connector); }},
+        {ID_ADD_PACKAGE, [&] { return adds(ERecordType::Package); }},
+        {ID_ADD_SPICE, [&] { return adds(ERecordType::Spice); }},
+    };
+    frame.show();
     OpenProject(Library("project", 0));
-    frame.OnIdleUpdateCmdUI();
-    for (const auto& [button, command, type] : adding) {
-        EXPECT_TRUE(IsEnabled(command));
-        At<QToolButton>(button).click();
-        WaitIdle();
-        EXPECT_EQ(frame.Session().ProjectLibrary()->CountOf(type), 1U) << button;
-        EXPECT_EQ(Models().Selected().size(), 1U) << button;
+    for (const SWorkflowPage& page : WorkflowPages()) {
+        for (std::size_t i = 0; i < page.steps.size(); ++i) {
+            const QString name =
+                QStringLiteral("%1_step%2").arg(QLatin1String(page.objectName)).arg(i + 1);
+            SCOPED_TRACE(name.toStdString());
+            const std::function<void()> look = works.at(page.steps[i].command)();
+            frame.OnIdleUpdateCmdUI();
+            auto* button = frame.findChild<QToolButton*>(name);
+            ASSERT_NE(button, nullptr);
+            ASSERT_TRUE(button->isEnabled());
+            button->click();
+            look();
+            EXPECT_EQ(answers.Unexpected(), 0);
+        }
     }
-    Trigger(ID_EDIT_UNDO);
-    EXPECT_EQ(frame.Session().ProjectLibrary()->CountOf(ERecordType::Spice), 0U);
+    EXPECT_TRUE(answers.AllUsed());
 }
 
 TEST_F(CommandsTest, WindowsOpenAndCloseWithTheFrame)
