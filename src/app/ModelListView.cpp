@@ -14,6 +14,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QScrollBar>
+#include <QStyle>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -23,12 +25,30 @@ namespace zov::app {
 namespace {
 
 constexpr int kRowPadding = 6;
+constexpr int kCellPadding = 4;
 
 template <typename TList>
 auto FindList(TList& lists, std::uint32_t id)
 {
     return std::ranges::find_if(lists, [id](const auto& list) { return list.list == id; });
 }
+
+/// Numbers at the right of a cell stand apart from the text of the next one.
+class CPaddedDelegate final : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override
+    {
+        QStyleOptionViewItem item(option);
+        initStyleOption(&item, index);
+        const QStyle& style = *item.widget->style();
+        style.drawPrimitive(QStyle::PE_PanelItemViewItem, &item, painter, item.widget);
+        item.rect.adjust(kCellPadding, 0, -kCellPadding, 0);
+        style.drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+    }
+};
 
 QString CsvField(QString text)
 {
@@ -55,6 +75,7 @@ CModelTable::CModelTable(QWidget* parent)
     setTabKeyNavigation(false);
     setHorizontalScrollMode(ScrollPerPixel);
     setContextMenuPolicy(Qt::CustomContextMenu);
+    setItemDelegate(new CPaddedDelegate(this));
     verticalHeader()->hide();
     // A fixed height: rows of a million records are not measured one by one.
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -272,29 +293,40 @@ void CModelListView::Store(SZovSettings& settings) const
     put(settings.columnVisibility, std::move(visible));
 }
 
+std::vector<int> CModelListView::SelectedRows() const
+{
+    std::vector<int> rows;
+    // By ranges: asking the toolkit for each row takes seconds when a million are selected.
+    for (const QItemSelectionRange& range : m_table->selectionModel()->selection()) {
+        for (int row = range.top(); row <= range.bottom(); ++row) {
+            rows.push_back(row);
+        }
+    }
+    std::ranges::sort(rows);
+    const auto doubles = std::ranges::unique(rows);
+    rows.erase(doubles.begin(), doubles.end());
+    return rows;
+}
+
 std::vector<CZovRcdProps*> CModelListView::Selected() const
 {
-    QModelIndexList rows = m_table->selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end());
     std::vector<CZovRcdProps*> records;
-    for (const QModelIndex& row : rows) {
-        records.push_back(m_model.RecordAt(row.row()));
+    for (const int row : SelectedRows()) {
+        records.push_back(m_model.RecordAt(row));
     }
     return records;
 }
 
 std::vector<CModelListView::SSelected> CModelListView::SelectedByLibrary() const
 {
-    QModelIndexList rows = m_table->selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end());
     std::vector<SSelected> selected;
-    for (const QModelIndex& row : rows) {
-        const std::shared_ptr<CZovLibrary> library = m_model.LibraryAt(row.row());
+    for (const int row : SelectedRows()) {
+        const std::shared_ptr<CZovLibrary> library = m_model.LibraryAt(row);
         auto at = std::ranges::find(selected, library, &SSelected::library);
         if (at == selected.end()) {
             at = selected.insert(at, {library, {}});
         }
-        at->records.push_back(m_model.RecordAt(row.row()));
+        at->records.push_back(m_model.RecordAt(row));
     }
     return selected;
 }
@@ -384,12 +416,9 @@ QString CModelListView::SelectionAsCsv() const
     const auto addRow = [&](int row) {
         addLine([&](int column) { return m_model.index(row, column).data().toString(); });
     };
-    QModelIndexList rows = m_table->selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end());
-    for (const QModelIndex& row : rows) {
-        addRow(row.row());
-    }
-    for (int row = 0; rows.isEmpty() && row < m_model.rowCount(); ++row) {
+    const std::vector<int> rows = SelectedRows();
+    std::ranges::for_each(rows, addRow);
+    for (int row = 0; rows.empty() && row < m_model.rowCount(); ++row) {
         addRow(row);
     }
     return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');

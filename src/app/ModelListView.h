@@ -9,6 +9,8 @@
 #include <QTableView>
 #include <QWidget>
 
+#include <vector>
+
 class QLabel;
 class QLineEdit;
 
@@ -81,6 +83,8 @@ private:
     void ShowHint();
     void ShowColumnMenu(const QPoint& pos);
     void SearchChanged();
+    /// In rising order.
+    [[nodiscard]] std::vector<int> SelectedRows() const;
     void KeepSelection();
     void RestoreSelection();
 

@@ -16,6 +16,10 @@ namespace {
 
 constexpr std::string_view kVendorSection = "ZOV Vendors";
 constexpr std::string_view kVendorLibraries = "Decap Libraries";
+constexpr std::string_view kCollectionSection = "ZOV Collections";
+constexpr std::string_view kCollectionSets = "Sets";
+/// Below this no path is relative.
+constexpr const char* kNowhere = "/";
 constexpr std::uint64_t kListFileLimit = std::uint64_t{64} << 20U;
 
 /// The settings hold more than is opened when the environment says so.
@@ -41,6 +45,7 @@ CZovSession::CZovSession(ISettingsStore& store, CLogSink& log, const FEnvironmen
     for (const SListedLibrary& listed : StoredLibraries(store, environment)) {
         m_remembered.push_back({listed, false, {}});
     }
+    ReadCollections();
     connect(&m_job, &CBackgroundJob::Finished, this, &CZovSession::LoadNext);
     // Before the lists hear of it, and again behind a list that was still at work.
     for (const auto signal : {&CZovSession::LibraryAboutToChange, &CZovSession::LibraryChanged}) {
@@ -81,6 +86,7 @@ void CZovSession::StoreSettings()
 {
     if (m_settings.autoSaveExternalLibrary) {
         m_settings.externalLibraries = ToRemember();
+        StoreCollections();
     }
     WriteSettings(m_settings, m_store);
 }
@@ -240,6 +246,7 @@ void CZovSession::OpenRemembered()
         paths.push_back(listed.path);
     }
     if (paths.empty()) {
+        RestoreCollections();
         return;
     }
     LoadThen(tr("Loading libraries"), paths, [this, libraries] {
@@ -257,6 +264,7 @@ void CZovSession::OpenRemembered()
             }
         }
         SyncTree();
+        RestoreCollections();
         if (!Unreachable().empty()) {
             Q_EMIT SomeUnreachable();
         }
@@ -299,6 +307,8 @@ void CZovSession::OpenUnreachable(const fs::path& path)
                 tr("'%1' could not be opened: %2")
                     .arg(QString::fromStdString(PathText(path)), QString::fromStdString(at->why)));
         }
+        SyncTree();
+        PutWhereItWas(path);
         SyncTree();
     });
 }
@@ -362,29 +372,60 @@ void CZovSession::ImportPreferences(const fs::path& path, CLibraryTree::TNode pa
     AddListed(*listed, AddCollection(parent, PathText(path.stem())));
 }
 
-CResult<void> CZovSession::LoadConfiguration(const fs::path& path)
+void CZovSession::ReadCollections()
 {
-    RETURN_IF_ERROR(m_set.LoadConfiguration(path, m_log));
-    SyncTree();
-    for (const SExternalLibSet& set : m_set.ExternalLibSets()) {
-        const CLibraryTree::TNode collection = m_tree.CollectionAt(set.name);
+    const std::string text = m_store.Text(kCollectionSection, kCollectionSets).value_or("");
+    auto sets = ParseSetConfiguration(text, std::string(kCollectionSection), kNowhere);
+    if (sets && *sets) {
+        m_rememberedSets = std::move(**sets);
+    }
+}
+
+void CZovSession::PutWhereItWas(const fs::path& path)
+{
+    const auto opened = std::ranges::find(m_set.Externals(), path, &SLibraryEntry::path);
+    if (opened == m_set.Externals().end()) {
+        return;
+    }
+    for (const SExternalLibSet& set : m_rememberedSets) {
+        if (std::ranges::find(set.libraries, path, &SListedLibrary::path) != set.libraries.end()) {
+            m_tree.MoveTo(m_tree.Find(*opened->library), m_tree.CollectionAt(set.name));
+        }
+    }
+}
+
+void CZovSession::RestoreCollections()
+{
+    for (const SExternalLibSet& set : m_rememberedSets) {
+        m_tree.CollectionAt(set.name);
         for (const SListedLibrary& listed : set.libraries) {
-            for (const SLibraryEntry& entry : m_set.Externals()) {
-                if (entry.path == listed.path) {
-                    m_tree.MoveTo(m_tree.Find(*entry.library), collection);
-                }
-            }
+            PutWhereItWas(listed.path);
         }
     }
     SyncTree();
-    return {};
 }
 
-CResult<void> CZovSession::SaveConfiguration(const fs::path& path) const
+void CZovSession::StoreCollections()
 {
-    const std::vector<SExternalLibSet> sets =
+    std::vector<SExternalLibSet> sets =
         m_tree.ToSets([this](const CZovLibrary& library) { return IsOn(library); });
-    return WriteFileAtomic(path, FormatSetConfiguration(sets, fs::absolute(path).parent_path()));
+    // Libraries that were not opened go back to where they were.
+    for (const SExternalLibSet& old : m_rememberedSets) {
+        for (const SListedLibrary& listed : old.libraries) {
+            const bool isAway = std::ranges::any_of(m_remembered, [&](const SRemembered& one) {
+                return !one.wasOpen && one.listed.path == listed.path;
+            });
+            if (!isAway) {
+                continue;
+            }
+            auto at = std::ranges::find(sets, old.name, &SExternalLibSet::name);
+            if (at == sets.end()) {
+                at = sets.insert(at, {old.name, true, {}});
+            }
+            at->libraries.push_back(listed);
+        }
+    }
+    m_store.SetText(kCollectionSection, kCollectionSets, FormatSetConfiguration(sets, kNowhere));
 }
 
 CZovSession::TLibrary CZovSession::ProjectLibrary() const

@@ -82,10 +82,6 @@ public:
     void ImportPreferences(const std::filesystem::path& path, CLibraryTree::TNode parent);
     /// Drops what is being loaded and what waits for it. Doesn't wait for a file that is half read.
     void CancelLoading();
-    /// The sets of a JSON configuration in place of the external libraries.
-    CResult<void> LoadConfiguration(const std::filesystem::path& path);
-    /// The collections as a configuration.
-    CResult<void> SaveConfiguration(const std::filesystem::path& path) const;
 
     [[nodiscard]] TLibrary ProjectLibrary() const;
     [[nodiscard]] bool IsOn(const CZovLibrary& library) const;
@@ -184,6 +180,12 @@ private:
     /// The open external libraries and, each behind what it stood behind, the remembered ones that
     /// are not open.
     [[nodiscard]] std::vector<SListedLibrary> ToRemember() const;
+    /// Collections are kept with the settings, as a configuration keeps sets.
+    void ReadCollections();
+    void StoreCollections();
+    void RestoreCollections();
+    /// An external library into the collection that it was in.
+    void PutWhereItWas(const std::filesystem::path& path);
     /// Large memory is given back beside the window.
     void ReleaseBeside(std::vector<TLibrary> libraries);
     /// For writing; tells when somebody else has it.
@@ -211,6 +213,7 @@ private:
         std::string why;      ///< it was tried and could not be opened
     };
     std::vector<SRemembered> m_remembered;
+    std::vector<SExternalLibSet> m_rememberedSets; ///< the collections then
     CLibraryEdits m_edits;
     CBackgroundJob m_job;
     CBackgroundJob m_release;

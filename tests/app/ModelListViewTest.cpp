@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -15,6 +16,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -53,6 +55,32 @@ TEST_F(ModelListViewTest, TypingSearchesAndTellsWhatIsWrong)
     EXPECT_TRUE(count->text().contains(QStringLiteral("'x' is no value of Volt")));
     view.SearchField().clear();
     ASSERT_TRUE(QTest::qWaitFor([&] { return view.Model().rowCount() == 3; }));
+}
+
+TEST_F(ModelListViewTest, ALargeSelectionStaysInANewOrder)
+{
+    constexpr int kMany = 30000;
+    while (library->Count() < kMany) {
+        library->Add(ERecordType::Capacitor)
+            .SetString(EPropId::ModelName, std::to_string(library->Count() * 7919 % kMany));
+    }
+    view.Model().SetLibraries({library});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view.Model().rowCount() == kMany; }));
+    view.Table().selectAll();
+    EXPECT_EQ(view.Selected().size(), library->Count());
+    view.Table().selectionModel()->select(view.Model().index(5, 0), QItemSelectionModel::Deselect |
+                                                                        QItemSelectionModel::Rows);
+    const CZovRcdProps* left = view.Model().RecordAt(5);
+    QElapsedTimer clock;
+    clock.start();
+    QSignalSpy filled(&view.Model(), &CModelListModel::Filled);
+    view.Model().sort(0, Qt::DescendingOrder);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return filled.count() > 0; }));
+    EXPECT_LT(clock.elapsed(), 5000) << "one range behind the other, not row by row";
+    const auto selected = view.Selected();
+    EXPECT_EQ(selected.size(), library->Count() - 1);
+    EXPECT_EQ(std::ranges::find(selected, left), selected.end());
+    EXPECT_EQ(view.SelectedByLibrary().front().records, selected);
 }
 
 TEST_F(ModelListViewTest, TheSelectionStaysWithItsRecords)

@@ -2,10 +2,10 @@
 #include "app/manager/ExternalLibsPane.h"
 
 #include "base/File.h"
+#include "ui/ListHint.h"
 
 #include <QGuiApplication>
 #include <QHeaderView>
-#include <QPainter>
 
 namespace zov::app {
 namespace {
@@ -170,15 +170,9 @@ std::filesystem::path CExternalLibsPane::CurrentUnreachable() const
 void CExternalLibsPane::paintEvent(QPaintEvent* event)
 {
     QTreeView::paintEvent(event);
-    if (m_model.rowCount() > 0) {
-        return;
-    }
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
-    painter.drawText(viewport()->rect().adjusted(12, 12, -12, -12),
-                     Qt::AlignCenter | Qt::TextWordWrap,
-                     tr("No external library is open. Import one with the button 'Import Library "
-                        "from File', or drop library files on the tree of opened libraries."));
+    ui::PaintListHint(*this, tr("No external library is open. Import one with the button 'Import "
+                                "Library from File', or drop library files on the tree of opened "
+                                "libraries."));
 }
 
 } // namespace zov::app

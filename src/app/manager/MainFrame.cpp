@@ -14,12 +14,15 @@
 #include "app/manager/VeldaDlg.h"
 #include "base/File.h"
 #include "ui/EventFilters.h"
+#include "ui/ListHint.h"
 #include "ui/Prompt.h"
 #include "ui/replay/ReplayBar.h"
 
+#include <QCoreApplication>
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QProgressBar>
@@ -41,9 +44,25 @@ constexpr std::uint32_t kProjectList = 1;
 constexpr std::uint32_t kSearchList = 2;
 constexpr std::uint32_t kExternalList = 3;
 
+class CLibraryTreeView final : public QTreeView
+{
+public:
+    using QTreeView::QTreeView;
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        QTreeView::paintEvent(event);
+        ui::PaintListHint(*this, QCoreApplication::translate(
+                                     "CLibraryTreeView",
+                                     "No library is open. Open one with Ctrl+O or make a new one "
+                                     "with Ctrl+N; the menu of the right button has more."));
+    }
+};
+
 QTreeView* NewLibraryTree(CLibraryTreeModel& model, const char* objectName, QWidget* parent)
 {
-    auto* tree = new QTreeView(parent);
+    auto* tree = new CLibraryTreeView(parent);
     tree->setObjectName(QLatin1String(objectName));
     tree->setModel(&model);
     tree->header()->hide();
@@ -217,9 +236,9 @@ void CZovMainFrm::MakePanes()
                                 "left."));
     m_pages = new QStackedWidget(this);
     m_pages->setObjectName(QStringLiteral("Pages"));
-    for (CModelListView* list : {m_models, m_search, m_external}) {
-        m_pages->addWidget(list);
-    }
+    m_pages->addWidget(NewProjectPage());
+    m_pages->addWidget(m_search);
+    m_pages->addWidget(m_external);
     for (const int page : {kVeldaPage, kOptionsPage}) {
         m_pages->insertWidget(page, new QWidget(m_pages));
     }
@@ -244,6 +263,29 @@ void CZovMainFrm::MakePanes()
             m_session.SetSettings(std::move(settings));
         });
     }
+}
+
+QWidget* CZovMainFrm::NewProjectPage()
+{
+    m_projectPage = new QMainWindow(m_pages, Qt::Widget);
+    m_projectPage->setObjectName(QStringLiteral("ProjectPage"));
+    m_modelsPane = new QDockWidget(tr("Models"), m_projectPage);
+    m_modelsPane->setObjectName(QStringLiteral("ModelsPane"));
+    m_modelsPane->setWidget(m_models);
+    m_projectPage->addDockWidget(Qt::TopDockWidgetArea, m_modelsPane);
+    auto* hint = new QLabel(tr("The pane 'Models' is closed. The menu View, Pane brings it back."),
+                            m_projectPage);
+    hint->setAlignment(Qt::AlignCenter);
+    hint->setWordWrap(true);
+    hint->setForegroundRole(QPalette::PlaceholderText);
+    hint->hide();
+    m_projectPage->setCentralWidget(hint);
+    const auto showHint = [this, hint] {
+        hint->setVisible(m_modelsPane->isHidden() || m_modelsPane->isFloating());
+    };
+    connect(m_modelsPane, &QDockWidget::visibilityChanged, hint, showHint);
+    connect(m_modelsPane, &QDockWidget::topLevelChanged, hint, showHint);
+    return m_projectPage;
 }
 
 void CZovMainFrm::ArrangePanes()

@@ -215,6 +215,8 @@ private:
     void LimitShortcuts();
     void MakePanes();
     void MakeEditorPane();
+    /// The page "Project": the pane "Models", or where it is when it was closed.
+    QWidget* NewProjectPage();
     void ShowInEditor();
     void MakeAutosave();
     void ConnectSession();
@@ -275,6 +277,8 @@ private:
     QToolBar* m_mainBar = nullptr;
     ui::replay::CReplayBar* m_replayBar = nullptr;
     QDockWidget* m_librariesPane = nullptr;
+    QMainWindow* m_projectPage = nullptr;
+    QDockWidget* m_modelsPane = nullptr;
     QDockWidget* m_outputPane = nullptr;
     QDockWidget* m_externalPane = nullptr;
     CExternalLibsPane* m_externals = nullptr;

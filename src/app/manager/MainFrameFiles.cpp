@@ -32,6 +32,7 @@ namespace {
 constexpr int kRecentFiles = 8;
 const char* const kGeometryKey = "MainFrame/Geometry";
 const char* const kStateKey = "MainFrame/State";
+const char* const kModelsKey = "MainFrame/ModelsState";
 const char* const kThemeKey = "MainFrame/DarkTheme";
 const char* const kRecentKey = "MainFrame/RecentFiles";
 
@@ -284,12 +285,14 @@ void CZovMainFrm::RestoreLayout()
 {
     restoreGeometry(m_layout.value(QLatin1String(kGeometryKey)).toByteArray());
     restoreState(m_layout.value(QLatin1String(kStateKey)).toByteArray());
+    m_projectPage->restoreState(m_layout.value(QLatin1String(kModelsKey)).toByteArray());
 }
 
 void CZovMainFrm::StoreLayout()
 {
     m_layout.setValue(QLatin1String(kGeometryKey), saveGeometry());
     m_layout.setValue(QLatin1String(kStateKey), saveState());
+    m_layout.setValue(QLatin1String(kModelsKey), m_projectPage->saveState());
     m_layout.setValue(QLatin1String(kThemeKey), m_dark);
 }
 
@@ -336,13 +339,15 @@ void CZovMainFrm::OnViewPaneLibraries()
 
 void CZovMainFrm::OnViewPaneModels()
 {
+    const bool isShown = !m_modelsPane->isHidden() && m_pages->currentIndex() == kProjectPage;
     ShowPage(kProjectPage);
+    m_modelsPane->setVisible(!isShown);
     m_models->Table().setFocus();
 }
 
 void CZovMainFrm::OnUpdateViewPaneModels(ui::CCmdUI& ui)
 {
-    ui.SetCheck(m_pages->currentIndex() == kProjectPage);
+    ui.SetCheck(!m_modelsPane->isHidden() && m_pages->currentIndex() == kProjectPage);
 }
 
 /// A pane behind another one in the same place comes to the front first.

@@ -7,6 +7,7 @@
 #include "app/manager/ZovWorkflow.h"
 #include "support/SourcePaths.h"
 #include "ui/UiDialog.h"
+#include "ui/replay/ReplayBar.h"
 
 #include <QDockWidget>
 #include <QLineEdit>
@@ -17,6 +18,7 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include <fstream>
 #include <functional>
 #include <map>
 #include <set>
@@ -52,6 +54,87 @@ TEST_F(CommandsTest, EveryCommandHasOneHandler)
         const bool isMenu = command.id == ID_LIB_MOVE_TO; // a menu of collections
         EXPECT_EQ(frame.FindTarget(command.id) != nullptr, !isMenu) << command.name;
     }
+}
+
+/// Every handler stands in the table of the documents, with tests that are there.
+TEST_F(CommandsTest, TheDocumentsNameATestForEachCommand)
+{
+    const auto readAll = [](const std::string& path) {
+        std::ifstream in(test::SourceFolder() + path);
+        return std::string{std::istreambuf_iterator<char>(in), {}};
+    };
+    const std::string documents = readAll("/docs/desktop.md");
+    std::string tests;
+    for (const char* file : {"Commands", "MainFrame", "Options", "Story", "ToolWindows"}) {
+        tests += readAll(std::string("/tests/app/manager/") + file + "Test.cpp");
+    }
+    ASSERT_FALSE(tests.empty());
+    std::size_t rows = 0;
+    for (const ui::SCommand& command : MainCommands()) {
+        const std::size_t at = documents.find('`' + std::string(command.name) + '`');
+        ASSERT_NE(at, std::string::npos) << command.name;
+        const std::string line = documents.substr(at, documents.find('\n', at) - at);
+        const std::size_t cell = line.rfind("| ", line.size() - 3) + 2;
+        const std::string named = line.substr(cell, line.size() - 2 - cell);
+        EXPECT_NE(tests.find(", " + named + ")"), std::string::npos) << line;
+        ++rows;
+    }
+    EXPECT_EQ(rows, MainCommands().size());
+}
+
+TEST_F(CommandsTest, EnabledStatesFollowTheSelection)
+{
+    const std::set<unsigned> ofLibrary = {ID_ARCHIVE_LIB, ID_EXPLORE_LIB, ID_EXPORT_LIB,
+                                          ID_REMOVE_LIB, ID_REFRESH_ZOV_LIB};
+    const std::set<unsigned> ofModels = {ID_COPY_TO_LIBRARY, ID_DELETE_MODELS, ID_EDIT_MODELS,
+                                         ID_SHOW_IMPEDANCE, ID_OPEN_MODEL_FILE};
+    const std::set<unsigned> ofProject = {
+        ID_FILE_SAVE_AS, ID_ADD_MODEL, ID_ADD_IC,        ID_ADD_CAPACITOR, ID_ADD_INDUCTOR,
+        ID_ADD_RESISTOR, ID_ADD_VRM,   ID_ADD_CONNECTOR, ID_ADD_PACKAGE,   ID_ADD_SPICE};
+    const std::set<unsigned> ofTree = {ID_EXPAND_ALL, ID_COLLAPSE_ALL};
+    const std::set<unsigned> ofPlace = {ID_LIB_MOVE_UP, ID_LIB_MOVE_DOWN, ID_RENAME_LIB_SET};
+    const std::set<unsigned> ofWork = {ID_FILE_SAVE,        ID_EDIT_UNDO,          ID_EDIT_REDO,
+                                       ID_OPEN_UNREACHABLE, ID_FORGET_UNREACHABLE, ID_LIB_MOVE_TO};
+    const auto expectOnly = [&](const char* when, std::initializer_list<std::set<unsigned>> sets) {
+        frame.OnIdleUpdateCmdUI();
+        std::set<unsigned> expected;
+        for (const std::set<unsigned>& set : sets) {
+            expected.insert(set.begin(), set.end());
+        }
+        for (const auto* set : {&ofLibrary, &ofModels, &ofProject, &ofTree, &ofPlace, &ofWork}) {
+            for (const unsigned command : *set) {
+                const QAction& action = *frame.Actions().Action(command);
+                EXPECT_EQ(action.isEnabled(), expected.contains(command))
+                    << when << ": " << action.objectName().toStdString();
+            }
+        }
+    };
+    expectOnly("nothing is open", {});
+    OpenProject(Library("project", 3));
+    expectOnly("a project", {ofProject, ofTree});
+    Models().Table().selectRow(0);
+    expectOnly("a model", {ofProject, ofTree, ofModels});
+    SelectProject();
+    WaitIdle();
+    Models().Table().clearSelection();
+    expectOnly("the project in the tree", {ofProject, ofTree, ofLibrary});
+    frame.Session().AddCollection(CLibraryTree::kRoot, "first");
+    frame.Session().AddCollection(CLibraryTree::kRoot, "last");
+    Tree().setCurrentIndex(Tree().model()->index(1, 0));
+    expectOnly("a collection",
+               {ofProject, ofTree, {ID_REMOVE_LIB, ID_LIB_MOVE_DOWN, ID_RENAME_LIB_SET}});
+    Tree().setCurrentIndex(Tree().model()->index(2, 0));
+    expectOnly("the last one",
+               {ofProject, ofTree, {ID_REMOVE_LIB, ID_LIB_MOVE_UP, ID_RENAME_LIB_SET}});
+    // What is always possible.
+    for (const unsigned command :
+         {ID_FILE_NEW, ID_FILE_OPEN, ID_FILE_OPEN_FOLDER, ID_ZOV_FRM_EXIT, ID_VELDA_LIBRARY,
+          ID_TOOLS_OPTIONS, ID_APP_HELP, ID_APP_ABOUT, ID_IMPORT_LIB_FILE, ID_IMPORT_FROM_FOLDER,
+          ID_IMPORT_PREF_FILE, ID_NEW_ZOV_LIB_FILE, ID_CREATE_NEW_LIB_SET}) {
+        EXPECT_TRUE(frame.Actions().Action(command)->isEnabled()) << command;
+    }
+    Trigger(ID_NAV_PAGE_OPTIONS);
+    EXPECT_FALSE(IsEnabled(ID_MANAGE_COLUMNS)) << "no list is shown";
 }
 
 TEST_F(CommandsTest, AFolderIsOpenedAndALibrarySavedElsewhere)
@@ -104,7 +187,17 @@ TEST_F(CommandsTest, BarsAndPanesComeAndGo)
 
     Trigger(ID_VIEW_TOOLBAR_MAIN);
     EXPECT_FALSE(At<QToolBar>("ZovMain").isVisible());
+    Trigger(ID_ZOV_EVENT_REPLAY);
+    EXPECT_TRUE(frame.ReplayBar().isVisible());
+    Trigger(ID_ZOV_EVENT_REPLAY);
+    EXPECT_FALSE(frame.ReplayBar().isVisible());
     Trigger(ID_NAV_PAGE_SEARCH);
+    EXPECT_FALSE(frame.Actions().Action(ID_VIEW_PANE_MODELS)->isChecked());
+    Trigger(ID_VIEW_PANE_MODELS);
+    EXPECT_TRUE(Models().isVisible()) << "it comes to the front";
+    EXPECT_EQ(At<QDockWidget>("ModelsPane").windowTitle(), QStringLiteral("Models"));
+    Trigger(ID_VIEW_PANE_MODELS);
+    EXPECT_FALSE(Models().isVisible());
     Trigger(ID_VIEW_PANE_MODELS);
     EXPECT_TRUE(Models().isVisible());
 }
@@ -331,6 +424,8 @@ TEST_F(CommandsTest, KeysActOnWhatHasTheFocus)
     Tree().setFocus();
     QTest::keyClick(&Tree(), Qt::Key_Up, Qt::ControlModifier);
     EXPECT_EQ(frame.Session().Set().Externals()[0].path.stem(), "b");
+    QTest::keyClick(&Tree(), Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(frame.Session().Set().Externals()[0].path.stem(), "a");
     answers.Then(ui::EAnswer::No);
     QTest::keyClick(&Tree(), Qt::Key_Delete);
     EXPECT_EQ(answers.Shown().back().text,

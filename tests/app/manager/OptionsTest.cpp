@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MainFrameFixture.h"
+#include "support/SourcePaths.h"
 #include "ui/UiDialog.h"
 
 #include <QCheckBox>
@@ -183,6 +184,11 @@ TEST_F(OptionsTest, EveryFormIsMadeByItsName)
         EXPECT_EQ(dialog->objectName(), name);
         EXPECT_FALSE(dialog->windowTitle().isEmpty()) << name.toStdString();
         EXPECT_NE(dialog->layout(), nullptr) << name.toStdString() << ": no fixed places";
+    }
+    for (const auto& form :
+         std::filesystem::directory_iterator(test::SourceFolder() + "/src/app/forms")) {
+        const QString name = QString::fromStdString(form.path().stem().string());
+        EXPECT_TRUE(ui::CDialogForms::Names().contains(name)) << name.toStdString();
     }
     EXPECT_EQ(ui::CDialogForms::Create(QStringLiteral("dlg_IDD_ZOV_DLG_OPTIONS"), nullptr), nullptr)
         << "it needs the open libraries";
