@@ -465,6 +465,18 @@ bool CZovSession::RenameCollection(CLibraryTree::TNode node, const std::string& 
     return renamed;
 }
 
+bool CZovSession::CanMoveNode(CLibraryTree::TNode node, int by) const
+{
+    if (!m_tree.CanMove(node, by)) {
+        return false;
+    }
+    const TLibrary project = ProjectLibrary();
+    if (!project || m_tree.ParentOf(node) != CLibraryTree::kRoot) {
+        return true;
+    }
+    return m_tree.LibraryOf(node) != project && (by > 0 || m_tree.PlaceOf(node) > 1);
+}
+
 void CZovSession::MoveNode(CLibraryTree::TNode node, int by)
 {
     m_tree.Move(node, by);

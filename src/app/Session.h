@@ -89,6 +89,8 @@ public:
 
     CLibraryTree::TNode AddCollection(CLibraryTree::TNode parent, const std::string& name);
     bool RenameCollection(CLibraryTree::TNode node, const std::string& name);
+    /// The project library stays the first of all.
+    [[nodiscard]] bool CanMoveNode(CLibraryTree::TNode node, int by) const;
     void MoveNode(CLibraryTree::TNode node, int by);
     bool MoveNodeTo(CLibraryTree::TNode node, CLibraryTree::TNode collection);
     /// Closes the libraries of a node and below and takes it out of the tree.

@@ -267,7 +267,8 @@ void CZovMainFrm::MakePanes()
 
 QWidget* CZovMainFrm::NewProjectPage()
 {
-    m_projectPage = new QMainWindow(m_pages, Qt::Widget);
+    m_projectPage = new QMainWindow(m_pages);
+    m_projectPage->setWindowFlags(Qt::Widget); // a page, though it can hold panes
     m_projectPage->setObjectName(QStringLiteral("ProjectPage"));
     m_modelsPane = new QDockWidget(tr("Models"), m_projectPage);
     m_modelsPane->setObjectName(QStringLiteral("ModelsPane"));

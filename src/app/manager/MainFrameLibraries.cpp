@@ -187,7 +187,7 @@ void CZovMainFrm::OnLibMoveDown()
 
 void CZovMainFrm::OnUpdateMoveLibBtn(ui::CCmdUI& ui)
 {
-    ui.Enable(m_session.Tree().CanMove(SelectedNode(), ui.Command() == ID_LIB_MOVE_UP ? -1 : 1));
+    ui.Enable(m_session.CanMoveNode(SelectedNode(), ui.Command() == ID_LIB_MOVE_UP ? -1 : 1));
 }
 
 void CZovMainFrm::OnImportLibFile()

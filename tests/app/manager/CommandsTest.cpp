@@ -434,6 +434,8 @@ TEST_F(CommandsTest, KeysActOnWhatHasTheFocus)
     Models().Table().selectRow(0);
     frame.OnIdleUpdateCmdUI();
     Models().Table().setFocus();
+    ASSERT_TRUE(IsEnabled(ID_DELETE_MODELS));
+    ASSERT_EQ(QApplication::focusWidget(), &Models().Table());
     answers.Then(ui::EAnswer::No);
     QTest::keyClick(&Models().Table(), Qt::Key_Delete);
     EXPECT_EQ(answers.Shown().back().text, QStringLiteral("Delete the selected model?"));
