@@ -2,6 +2,7 @@
 #include "app/Session.h"
 
 #include "app/RecordTexts.h"
+#include "app/ReleaseBeside.h"
 #include "app/RunBeside.h"
 #include "base/File.h"
 #include "base/Text.h"
@@ -240,13 +241,13 @@ void CZovSession::AddExternals(const TPaths& paths, CLibraryTree::TNode collecti
 
 void CZovSession::OpenRemembered()
 {
+    RestoreCollections(); // they are there whatever becomes of their libraries
     const std::vector<SListedLibrary> libraries = m_settings.externalLibraries;
     TPaths paths;
     for (const SListedLibrary& listed : libraries) {
         paths.push_back(listed.path);
     }
     if (paths.empty()) {
-        RestoreCollections();
         return;
     }
     LoadThen(tr("Loading libraries"), paths, [this, libraries] {
@@ -509,17 +510,9 @@ void CZovSession::RemoveNode(CLibraryTree::TNode node)
         Q_EMIT LibraryClosed(library.get());
     }
     SyncTree();
-    ReleaseBeside(std::move(closed));
-}
-
-void CZovSession::ReleaseBeside(std::vector<TLibrary> libraries)
-{
-    auto held = std::make_shared<std::vector<TLibrary>>(std::move(libraries));
-    m_release.Abandon(); // what it holds is given back all the same
-    m_release.Start({}, [held](CJobState&) -> CBackgroundJob::Deliver {
-        held->clear();
-        return {};
-    });
+    for (TLibrary& library : closed) {
+        ReleaseBeside(std::move(library));
+    }
 }
 
 void CZovSession::SyncTree(CLibraryTree::TNode newOnesTo)
@@ -641,7 +634,7 @@ void CZovSession::Reload(const TLibrary& library)
               }
               m_edits.Forget(library, false);
               Q_EMIT LibraryChanged(library.get());
-              ReleaseBeside({std::move(loaded.front().library)});
+              ReleaseBeside(std::move(loaded.front().library));
           }});
 }
 

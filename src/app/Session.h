@@ -188,8 +188,6 @@ private:
     void RestoreCollections();
     /// An external library into the collection that it was in.
     void PutWhereItWas(const std::filesystem::path& path);
-    /// Large memory is given back beside the window.
-    void ReleaseBeside(std::vector<TLibrary> libraries);
     /// For writing; tells when somebody else has it.
     void Hold(const TLibrary& library);
     /// Files of new libraries are looked at, those of closed ones given back.
@@ -218,7 +216,6 @@ private:
     std::vector<SExternalLibSet> m_rememberedSets; ///< the collections then
     CLibraryEdits m_edits;
     CBackgroundJob m_job;
-    CBackgroundJob m_release;
 };
 
 } // namespace zov::app

@@ -157,12 +157,15 @@ TEST_F(SessionTest, CollectionsComeBackWithTheirLibraries)
 TEST_F(SessionTest, WhatWasNotLoadedIsNotForgotten)
 {
     Remember({{Library("large", 100000), true}, {Library("one"), true}});
+    store.SetText("ZOV Collections", "Sets",
+                  R"({"Version": 1, "ExternalLibSets": [{"Name": "empty", "Libraries": []}]})");
     CZovSession session(store, log, environment);
     session.OpenRemembered();
     session.CancelLoading();
     EXPECT_TRUE(session.Set().Externals().empty());
     session.StoreSettings();
     EXPECT_EQ(Stored(), "large one ");
+    EXPECT_NE(store.Text("ZOV Collections", "Sets")->find("\"empty\""), std::string::npos);
 }
 
 TEST_F(SessionTest, AStartWithoutRememberedLibrariesKeepsTheListForTheNext)

@@ -2,11 +2,11 @@
 #include "app/ibis/IbisEditorFrm.h"
 
 #include "app/Images.h"
+#include "app/ReleaseBeside.h"
 #include "app/ibis/IbisCommands.h"
 #include "app/ibis/IbisCurves.h"
 #include "app/ibis/IbisTextEdit.h"
 #include "app/ibis/LargeTextView.h"
-#include "app/ibis/ReleaseBeside.h"
 #include "ui/EventFilters.h"
 
 #include <QApplication>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // The IBIS editor's files: loading, checking, saving, searching.
+#include "app/ReleaseBeside.h"
 #include "app/ibis/EmptyHint.h"
 #include "app/ibis/IbisEditorFrm.h"
 #include "app/ibis/IbisTextEdit.h"
 #include "app/ibis/LargeTextView.h"
-#include "app/ibis/ReleaseBeside.h"
 #include "base/File.h"
 #include "ui/Prompt.h"
 

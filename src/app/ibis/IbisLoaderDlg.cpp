@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/ibis/IbisLoaderDlg.h"
 
+#include "app/ReleaseBeside.h"
 #include "app/RunBeside.h"
 #include "app/ibis/ModelBrowserDlg.h"
-#include "app/ibis/ReleaseBeside.h"
 #include "app/ibis/ReportModel.h"
 #include "base/File.h"
 #include "ui/EventFilters.h"

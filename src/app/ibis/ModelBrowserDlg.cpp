@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/ibis/ModelBrowserDlg.h"
 
+#include "app/ReleaseBeside.h"
 #include "app/ibis/EmptyHint.h"
 #include "app/ibis/IbisCurves.h"
 #include "app/ibis/IbisModelDlg.h"
-#include "app/ibis/ReleaseBeside.h"
 #include "base/File.h"
 
 #include <QFileInfo>
