@@ -167,8 +167,10 @@ private:
         const SValueRange range = m_values.RangeOf(begin, end);
         if (!range.Empty() && !(m_xLog && m_values.Abscissa(begin) <= 0.0)) {
             const double px = m_xMap.transform(m_values.Abscissa(begin));
-            if (!m_yLog || range.low > 0.0) {
-                Put(px, range.low);
+            const bool isLeft = m_yLog && range.low <= 0.0;
+            const double low = isLeft ? m_values.LeastPositiveOf(begin, end) : range.low;
+            if (!isLeft || low > 0.0) {
+                Put(px, low);
             }
             Put(px, range.high);
         }

@@ -117,6 +117,7 @@ void CCurveValues::Summarise(const std::function<bool()>& cancelled)
     m_rising = m_view != ECurveView::Smith &&
                std::adjacent_find(m_x.begin(), m_x.end(), falls) == m_x.end();
     m_blocks.resize((Count() + kBlock - 1) / kBlock);
+    m_leastBlocks.resize(m_blocks.size());
     m_superBlocks.resize((m_blocks.size() + kBlock - 1) / kBlock);
     if (!m_rising) {
         m_xBlocks.resize(m_blocks.size());
@@ -141,8 +142,9 @@ void CCurveValues::SummariseBlock(std::size_t block)
         x.Include(at.x);
         m_blocks[block].Include(at.y);
         TakeLeast(m_leastX, at.x);
-        TakeLeast(m_leastY, at.y);
+        TakeLeast(m_leastBlocks[block], at.y);
     }
+    TakeLeast(m_leastY, m_leastBlocks[block]);
     m_xRange.Include(x);
     if (!m_rising) {
         m_xBlocks[block] = x;
@@ -251,6 +253,17 @@ SValueRange CCurveValues::RangeOf(std::size_t begin, std::size_t end) const
         }
     }
     return range;
+}
+
+double CCurveValues::LeastPositiveOf(std::size_t begin, std::size_t end) const
+{
+    double least = 0.0;
+    while (begin < end) {
+        const bool isBlock = begin % kBlock == 0 && (begin + kBlock <= end || end == Count());
+        TakeLeast(least, isBlock ? m_leastBlocks[begin / kBlock] : Y(begin));
+        begin += isBlock ? kBlock : 1;
+    }
+    return least;
 }
 
 } // namespace zov::app

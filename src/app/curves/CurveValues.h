@@ -91,6 +91,8 @@ public:
 
     /// Of the points from `begin` to before `end`; what is no finite number does not count.
     [[nodiscard]] SValueRange RangeOf(std::size_t begin, std::size_t end) const;
+    /// Smallest value above 0 of these points; 0 for none.
+    [[nodiscard]] double LeastPositiveOf(std::size_t begin, std::size_t end) const;
     [[nodiscard]] SValueRange XRange() const { return m_xRange; }
     [[nodiscard]] SValueRange YRange() const { return RangeOf(0, Count()); }
     /// Smallest value above 0, for logarithmic axes; 0 for none.
@@ -127,6 +129,7 @@ private:
     double m_leastY = 0.0;
     std::vector<SValueRange> m_blocks;      ///< of kBlock points
     std::vector<SValueRange> m_superBlocks; ///< of kBlock blocks
+    std::vector<double> m_leastBlocks;      ///< smallest value above 0 of each block, or 0
     std::vector<SValueRange> m_xBlocks;     ///< like m_blocks, of a curve that is not rising
     std::vector<TExtremes> m_extremes;      ///< the same
 };

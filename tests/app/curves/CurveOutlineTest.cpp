@@ -81,6 +81,27 @@ TEST(CurveOutline, NoPeakIsLost)
     }
 }
 
+TEST(CurveOutline, DipsAmongValuesThatALogarithmicAxisLacksAreDrawn)
+{
+    constexpr std::size_t kCount = 40000;
+    for (const std::size_t dip : {20001U, 20032U, 39000U}) {
+        auto curve = std::make_shared<curve::CCurve>();
+        for (std::size_t i = 0; i < kCount; ++i) {
+            curve->Points().Add(std::array{static_cast<double>(i), i == dip     ? 1e-6
+                                                                   : i % 3 == 0 ? -1.0
+                                                                                : 2.0});
+        }
+        const CCurveValues values(curve, ECurveView::Real, {});
+        EXPECT_EQ(values.LeastPositiveY(), 1e-6);
+        double lowest = 0;
+        for (const QPolygonF& piece : OutlineOf(values, Map(0, kCount, 0, 800),
+                                                Map(1e-7, 10, 600, 0, true), {0, 0, 800, 600})) {
+            lowest = std::max(lowest, piece.boundingRect().bottom());
+        }
+        EXPECT_NEAR(lowest, 525.0, 1e-6) << dip;
+    }
+}
+
 TEST(CurveOutline, RangesAreThoseOfEachPoint)
 {
     const CCurveValues values(Ramp(20000), ECurveView::Real, {});
