@@ -98,7 +98,9 @@ std::optional<SDiscreteModel> CZovRcdProps::GetDiscreteModel() const
 
 void CZovRcdProps::PutSlot(EPropId id, std::uint64_t value)
 {
-    if (m_nameIndexed && id == EPropId::ModelName) {
+    // Replacing a record by one of its own name, as imports do, costs no new index.
+    if (m_nameIndexed && id == EPropId::ModelName &&
+        !EqualsNoCase(Name(), CRecordStore::TextOf(value))) {
         m_store->namesChanged = true;
     }
     m_store->TellChanged(id);

@@ -3,6 +3,7 @@
 #include "core/ZovLibrary.h"
 #include "support/Libraries.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 #include <map>
 #include <set>
@@ -214,6 +215,28 @@ TEST(Library, FindsByNameAndTypeThroughEveryChange)
                 << "step " << step;
         }
     }
+}
+
+TEST(Library, ReplacingRecordsUnderTheirNamesCostsNoNewIndexEach)
+{
+    constexpr int kCount = 20'000; // with an index each this takes minutes
+    CZovLibrary library;
+    CZovLibrary imported;
+    for (int i = 0; i < kCount; ++i) {
+        library.Add(ERecordType::Resistor).SetString(EPropId::ModelName, "r-" + std::to_string(i));
+        imported.Add(ERecordType::Resistor).SetString(EPropId::ModelName, "R-" + std::to_string(i));
+    }
+    const auto start = std::chrono::steady_clock::now();
+    for (const CZovRcdProps* record : imported.Records()) {
+        CZovRcdProps* found = library.Find(ERecordType::Resistor, record->Name());
+        ASSERT_NE(found, nullptr);
+        library.Replace(*found, *record);
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    EXPECT_EQ(library.At(7).Name(), "R-7");
+    library.At(7).SetString(EPropId::ModelName, "other");
+    EXPECT_EQ(library.Find(ERecordType::Resistor, "R-7"), nullptr);
+    EXPECT_EQ(library.Find(ERecordType::Resistor, "OTHER"), &library.At(7));
 }
 
 TEST(Library, CopiesBetweenLibraries)
