@@ -103,6 +103,7 @@ CIBISLoaderDlg::CIBISLoaderDlg(QWidget* parent, CLogSink& log)
     m_series->setObjectName(QStringLiteral("ui_IDC_SERIES_LIST"));
     m_buses->setObjectName(QStringLiteral("ui_IDC_BUS_EDITOR"));
     m_buses->SetDefinitions(nullptr, nullptr);
+    OrderTabs();
     BindButton(*m_form.ui_IDC_BROWSE, ID_LOADER_BROWSE);
     BindButton(*m_form.ui_IDC_REPORT, ID_LOADER_REPORT);
     BindButton(*m_form.ui_IDC_MODELS, ID_LOADER_MODELS);
@@ -130,6 +131,30 @@ CIBISLoaderDlg::CIBISLoaderDlg(QWidget* parent, CLogSink& log)
     });
     connect(&m_job, &CBackgroundJob::Finished, this, &CUiDialog::OnIdleUpdateCmdUI);
     OnIdleUpdateCmdUI();
+}
+
+/// The editors are no part of the form, and would come last.
+void CIBISLoaderDlg::OrderTabs()
+{
+    QWidget* before = m_form.ui_IDC_TABS;
+    const auto next = [&before](QWidget* widget) {
+        setTabOrder(before, widget);
+        before = widget;
+    };
+    next(&m_pins->List().Filter());
+    next(&m_pins->List().Table());
+    next(m_form.ui_IDC_ADD_SELECTED);
+    for (QWidget* const editor :
+         {static_cast<QWidget*>(m_series), static_cast<QWidget*>(m_buses)}) {
+        for (const char* name : {"Filter", "Rows", "ComponentType", "BusTree", "AddBus", "AddGroup",
+                                 "AddReference", "AddClock", "AddSignal", "RemoveDefinition"}) {
+            if (auto* widget = editor->findChild<QWidget*>(QLatin1String(name))) {
+                next(widget);
+            }
+        }
+    }
+    next(m_form.ui_IDC_MESSAGES);
+    next(m_form.ui_IDC_ASSIGN_CONTROLLER);
 }
 
 CIBISLoaderDlg::~CIBISLoaderDlg()

@@ -42,6 +42,7 @@ Q_SIGNALS:
     void EditorAsked(const QString& path);
 
 private:
+    void OrderTabs();
     void OnBrowse();
     void OnShowReport();
     void OnShowModels();

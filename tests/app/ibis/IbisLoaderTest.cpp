@@ -413,6 +413,38 @@ TEST_F(IbisLoaderTest, ManySignalsAreTakenAtOnceButThoseInUse)
     EXPECT_EQ(Message(), QStringLiteral("'Ref1' is already in use.")) << "as a timing reference";
 }
 
+TEST_F(IbisLoaderTest, TheTabKeyGoesFromTopToBottom)
+{
+    const char* const wanted[] = {"ui_IDC_BROWSE",
+                                  "ui_IDC_REPORT",
+                                  "ui_IDC_MODELS",
+                                  "Filter",
+                                  "Rows",
+                                  "ui_IDC_ADD_SELECTED",
+                                  "ComponentType",
+                                  "BusTree",
+                                  "AddBus",
+                                  "AddGroup",
+                                  "AddReference",
+                                  "AddClock",
+                                  "AddSignal",
+                                  "RemoveDefinition",
+                                  "ui_IDC_MESSAGES",
+                                  "ui_IDC_ASSIGN_CONTROLLER",
+                                  "ui_IDC_SAVE_COPY"};
+    std::size_t found = 0;
+    const QWidget* const first = &Child<QPushButton>("ui_IDC_BROWSE");
+    const QWidget* at = first;
+    do {
+        if (found < std::size(wanted) && at->objectName() == QLatin1String(wanted[found])) {
+            ++found;
+        }
+        at = at->nextInFocusChain();
+    } while (at != first);
+    EXPECT_EQ(found, std::size(wanted))
+        << "stopped before " << wanted[std::min<std::size_t>(found, 16)];
+}
+
 TEST_F(IbisLoaderTest, SignalsNeedATimingReference)
 {
     Open(File());
