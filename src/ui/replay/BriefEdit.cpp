@@ -118,22 +118,36 @@ CResult<SRecord> ApplyBrief(const SRecord& record, const SBrief& brief, const st
         all.push_back(run.line);
     }
     const std::span<const SBriefLine> lines = brief.lines;
-    const std::size_t same =
-        static_cast<std::size_t>(std::ranges::mismatch(lines, all).in1 - lines.begin());
-    if ((lines.size() - same) * (all.size() - same) > kMaxCells) {
+    const std::size_t shorter = std::min(lines.size(), all.size());
+    std::size_t head = 0;
+    while (head < shorter && lines[head] == all[head]) {
+        ++head;
+    }
+    std::size_t tail = 0;
+    while (tail < shorter - head && lines[lines.size() - 1 - tail] == all[all.size() - 1 - tail]) {
+        ++tail;
+    }
+    const std::size_t changed = lines.size() - head - tail;
+    const std::size_t candidates = all.size() - head - tail;
+    if (changed * candidates > kMaxCells) {
         return Fail(EErr::Limit, file + ": too much is changed to be compared with the record");
     }
-    const std::vector<std::size_t> found = Align(lines.subspan(same), std::span(all).subspan(same));
-    if (same + found.size() < lines.size()) {
+    const std::vector<std::size_t> found =
+        Align(lines.subspan(head, changed), std::span(all).subspan(head, candidates));
+    if (found.size() < changed) {
         return Fail(EErr::Format,
                     fmt::format("{}: action {} ({}) is none of the record at this place; lines can "
                                 "be taken out, their delays and typed texts changed",
-                                file, same + found.size() + 1, lines[same + found.size()].action));
+                                file, head + found.size() + 1, lines[head + found.size()].action));
     }
+    const auto runOf = [&](std::size_t i) {
+        const bool isTail = i >= head + changed;
+        return i < head ? i : isTail ? i + all.size() - lines.size() : head + found[i - head];
+    };
     SRecord edited = record;
     edited.events.clear();
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        const SBriefRun& run = runs[i < same ? i : same + found[i - same]];
+        const SBriefRun& run = runs[runOf(i)];
         const auto begin = record.events.begin() + static_cast<std::ptrdiff_t>(run.first);
         TakeOver(lines[i], run.line, {begin, begin + static_cast<std::ptrdiff_t>(run.count)},
                  edited.events);
