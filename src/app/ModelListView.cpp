@@ -303,8 +303,7 @@ std::vector<int> CModelListView::SelectedRows() const
         }
     }
     std::ranges::sort(rows);
-    const auto doubles = std::ranges::unique(rows);
-    rows.erase(doubles.begin(), doubles.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     return rows;
 }
 
