@@ -24,6 +24,8 @@
 #include <QToolButton>
 #include <QTreeView>
 
+#include <utility>
+
 namespace zov::app {
 namespace {
 
@@ -124,8 +126,8 @@ void CIbisEditorFrm::ConnectViews()
     connect(m_edit, &QPlainTextEdit::cursorPositionChanged, this, &CIbisEditorFrm::FollowText);
     connect(m_large, &CLargeTextView::CurrentLineChanged, this, &CIbisEditorFrm::FollowText);
     connect(m_edit, &CIbisTextEdit::Filled, this, [this] {
-        if (m_lineAfterFill > 1) {
-            m_edit->GoToLine(m_lineAfterFill);
+        if (const auto goBack = std::exchange(m_goBack, nullptr)) {
+            goBack();
         }
     });
     connect(m_edit, &QPlainTextEdit::modificationChanged, this, &QWidget::setWindowModified);

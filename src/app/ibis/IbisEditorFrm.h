@@ -14,6 +14,7 @@
 #include "ui/UiFrame.h"
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 
 class QDockWidget;
@@ -113,7 +114,10 @@ private:
     };
     void Load(const QString& path, ETextToo text);
     void Take(SLoaded& loaded, ETextToo text);
+    /// False: what was typed while the text came in is kept instead.
+    bool MayTakeText(const SLoaded& loaded);
     void ShowReport(const SLoaded& loaded);
+    void ShowTextInPlace(SLoaded& loaded, bool isSame);
     void ShowText(SLoaded& loaded);
     void ShowVerdict(const QString& verdict);
     void ClearCurves();
@@ -172,7 +176,7 @@ private:
     CIbisFileText m_fileText;                     ///< of the text that is edited, as last on disk
     std::optional<SFileState> m_state;            ///< of the file when it was read or written last
     std::optional<SFileStamp> m_seen;             ///< of a change that was told
-    std::size_t m_lineAfterFill = 1; ///< where the user was in the text that comes in anew
+    std::function<void()> m_goBack; ///< to where the user was in the text that comes in anew
     bool m_following = false;
     CBackgroundJob m_job;
     CBackgroundJob m_search;

@@ -46,6 +46,7 @@ bool HasType(const QString& path, EFileType type)
 struct CIbisEditorFrm::SLoaded
 {
     QString path;
+    int revision = 0; ///< of the edited text when reading began
     std::shared_ptr<ibis::CIBISDataParser> parser = std::make_shared<ibis::CIBISDataParser>();
     /// Of files without objects.
     std::shared_ptr<ibis::SIPCheckInfo> check = std::make_shared<ibis::SIPCheckInfo>();
@@ -139,11 +140,26 @@ void CIbisEditorFrm::Load(const QString& path, ETextToo text)
     m_job.Abandon();
     auto loaded = std::make_shared<SLoaded>();
     loaded->path = path;
+    loaded->revision = m_edit->document()->revision();
     m_job.Start(tr("Checking and reading %1").arg(QFileInfo(path).fileName()),
                 [this, loaded, text](CJobState& state) -> CBackgroundJob::Deliver {
                     loaded->Read(state);
                     return [this, loaded, text] { Take(*loaded, text); };
                 });
+}
+
+bool CIbisEditorFrm::MayTakeText(const SLoaded& loaded)
+{
+    if (!IsModified() || m_edit->document()->revision() == loaded.revision) {
+        return true; // nothing typed, or asked about before
+    }
+    if (m_path != loaded.path) {
+        return MayLeave();
+    }
+    m_noticeText->setText(tr("Another program changed this file since it was read."));
+    m_notice->findChild<QWidget*>(QStringLiteral("ReadAgain"))->setEnabled(true);
+    m_notice->show();
+    return false;
 }
 
 void CIbisEditorFrm::Take(SLoaded& loaded, ETextToo text)
@@ -153,12 +169,14 @@ void CIbisEditorFrm::Take(SLoaded& loaded, ETextToo text)
         ui::CPrompt::Tell(this, QString::fromStdString(loaded.fault), ui::EIcon::Error);
         return;
     }
+    if (text == ETextToo::Yes && !MayTakeText(loaded)) {
+        return;
+    }
     const bool isSame = m_path == loaded.path;
     m_path = loaded.path;
     if (!loaded.Check().problem.empty()) {
         m_log.Write(loaded.Check().problem);
     }
-    const std::size_t line = isSame ? CurrentLine() : 1;
     m_following = true;
     std::shared_ptr<const void> before =
         std::exchange(m_file, loaded.hasObjects ? loaded.parser : nullptr);
@@ -169,16 +187,12 @@ void CIbisEditorFrm::Take(SLoaded& loaded, ETextToo text)
     if (text == ETextToo::Yes) {
         m_state = loaded.state;
         m_notice->hide();
-        m_lineAfterFill = line;
-        ShowText(loaded);
+        ShowTextInPlace(loaded, isSame);
     }
     // Nobody else has it any more.
     ReleaseBeside(std::move(before));
     if (text == ETextToo::No) {
         m_edit->Settle();
-    }
-    if (text == ETextToo::No || (isSame && IsLarge())) {
-        GoToLine(line);
         FollowText();
     }
     ShowTitle();
@@ -204,6 +218,22 @@ void CIbisEditorFrm::ShowReport(const SLoaded& loaded)
 void CIbisEditorFrm::ShowVerdict(const QString& verdict)
 {
     m_verdict->setText(verdict);
+}
+
+/// A text that is read again stays where the user was in it.
+void CIbisEditorFrm::ShowTextInPlace(SLoaded& loaded, bool isSame)
+{
+    m_goBack = nullptr;
+    if (isSame && !IsLarge()) {
+        m_goBack = [this, place = m_edit->Place()] { m_edit->GoTo(place); };
+    }
+    const bool wasLarge = IsLarge();
+    const CLargeTextView::SPlace place = m_large->Place();
+    ShowText(loaded);
+    if (isSame && wasLarge && IsLarge()) {
+        m_large->GoTo(place);
+        FollowText();
+    }
 }
 
 void CIbisEditorFrm::ShowText(SLoaded& loaded)

@@ -85,7 +85,7 @@ void CIbisEditorFrm::MakePanes()
 
     auto* bar = new QToolBar(this);
     m_actions->FillToolBar(*bar, {ID_IBIS_SHOW_ERRORS, ID_IBIS_SHOW_WARNINGS, ID_IBIS_SHOW_NOTES,
-                                  ui::kSeparator, ID_IBIS_NEXT_MESSAGE, ID_IBIS_PREVIOUS_MESSAGE});
+                                  ui::kSeparator, ID_IBIS_PREVIOUS_MESSAGE, ID_IBIS_NEXT_MESSAGE});
     bar->addWidget(m_reportSearch);
     auto* split = new QSplitter(Qt::Horizontal, this);
     split->addWidget(m_reportList);

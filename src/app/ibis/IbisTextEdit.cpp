@@ -136,6 +136,29 @@ void CIbisTextEdit::GoToLine(std::size_t line)
     centerCursor();
 }
 
+CIbisTextEdit::SPlace CIbisTextEdit::Place() const
+{
+    const QTextCursor cursor = textCursor();
+    const QTextBlock anchor = document()->findBlock(cursor.anchor());
+    return {cursor.blockNumber(),         cursor.positionInBlock(),
+            anchor.blockNumber(),         cursor.anchor() - anchor.position(),
+            verticalScrollBar()->value(), horizontalScrollBar()->value()};
+}
+
+void CIbisTextEdit::GoTo(const SPlace& place)
+{
+    const auto positionOf = [this](int line, int column) {
+        const QTextBlock block = document()->findBlockByNumber(std::min(line, blockCount() - 1));
+        return block.position() + std::min(column, block.length() - 1);
+    };
+    QTextCursor cursor(document());
+    cursor.setPosition(positionOf(place.anchorLine, place.anchorColumn));
+    cursor.setPosition(positionOf(place.line, place.column), QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+    verticalScrollBar()->setValue(place.top);
+    horizontalScrollBar()->setValue(place.left);
+}
+
 std::size_t CIbisTextEdit::CurrentLine() const
 {
     return static_cast<std::size_t>(textCursor().blockNumber()) + 1;

@@ -41,6 +41,18 @@ public:
     /// From 1; the line comes into the middle.
     void GoToLine(std::size_t line);
     [[nodiscard]] std::size_t CurrentLine() const;
+    /// What the user sees and has chosen, to come back to when the text comes in anew.
+    struct SPlace
+    {
+        int line = 0; ///< of the cursor, from 0
+        int column = 0;
+        int anchorLine = 0; ///< the other end of the selection
+        int anchorColumn = 0;
+        int top = 0; ///< of the scroll bars
+        int left = 0;
+    };
+    [[nodiscard]] SPlace Place() const;
+    void GoTo(const SPlace& place);
     /// Where a line of the text that came in, or was saved, is now that lines were added and
     /// removed; and back. Lines from 1.
     [[nodiscard]] std::size_t LineInText(std::size_t line) const;

@@ -221,6 +221,21 @@ void CLargeTextView::GoToLine(std::size_t line)
     viewport()->update();
 }
 
+CLargeTextView::SPlace CLargeTextView::Place() const
+{
+    return {m_current, m_anchor, verticalScrollBar()->value(), horizontalScrollBar()->value()};
+}
+
+void CLargeTextView::GoTo(const SPlace& place)
+{
+    const std::size_t last = std::max<std::size_t>(1, LineCount());
+    m_current = std::min(place.current, last);
+    m_anchor = std::min(place.anchor, last);
+    verticalScrollBar()->setValue(place.top);
+    horizontalScrollBar()->setValue(place.left);
+    viewport()->update();
+}
+
 /// At most as much as a clipboard is good for.
 void CLargeTextView::CopyLines() const
 {

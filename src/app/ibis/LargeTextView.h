@@ -35,6 +35,16 @@ public:
                  std::vector<std::size_t> lineStarts, QChar comment);
     void GoToLine(std::size_t line);
     [[nodiscard]] std::size_t CurrentLine() const { return m_current; }
+    /// The chosen lines and what is on the screen, to come back to when the text is read again.
+    struct SPlace
+    {
+        std::size_t current = 1;
+        std::size_t anchor = 1;
+        int top = 0;
+        int left = 0;
+    };
+    [[nodiscard]] SPlace Place() const;
+    void GoTo(const SPlace& place);
     [[nodiscard]] std::size_t LineCount() const
     {
         return m_starts.empty() ? 0 : m_starts.size() - 1;

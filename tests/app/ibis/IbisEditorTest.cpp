@@ -17,10 +17,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QTimer>
+#include <QToolBar>
 #include <QTreeView>
 
 #include <cstdio>
@@ -300,6 +303,8 @@ TEST_F(IbisEditorTest, AnotherProgramsChangeIsToldAndNotOverwritten)
     WaitIdle();
     EXPECT_EQ(edit.Text().toStdString(), others);
     EXPECT_FALSE(frame.isWindowModified());
+    EXPECT_EQ(edit.textCursor().position(), 1) << "behind what was typed before";
+    QTest::keyClick(&edit, Qt::Key_Home);
     QTest::keyClicks(&edit, QStringLiteral("|"));
     Trigger(ID_IBIS_SAVE);
     WaitIdle();
@@ -335,6 +340,74 @@ TEST_F(IbisEditorTest, ACheckShowsWhatAnotherProgramWrote)
     QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(),
               QStringLiteral("ERROR (line    4) - Invalid Keyword: Theirs"));
+}
+
+TEST_F(IbisEditorTest, SavingAndCheckingLeaveTheUsersPlace)
+{
+    std::string text = "[IBIS Ver] 4.2\n[File Name] odd.ibs\n";
+    for (int i = 0; i < 400; ++i) {
+        text += "| line that is long enough to choose a part of " + std::to_string(i) + "\n";
+    }
+    Open(folder.Write("odd.ibs", text + "[End]\n"));
+    frame.show();
+    auto& edit = Child<CIbisTextEdit>("IbisText");
+    const auto places = [&] {
+        const QTextCursor cursor = edit.textCursor();
+        return std::vector<int>{cursor.position(), cursor.anchor(),
+                                edit.verticalScrollBar()->value()};
+    };
+    EXPECT_EQ(places(), (std::vector<int>{0, 0, 0})) << "a fresh file is shown from its top";
+    frame.GoToLine(200);
+    QTest::keyClick(&edit, Qt::Key_End);
+    const int end = edit.textCursor().positionInBlock();
+    // What is typed while the saved file is checked goes where the cursor is.
+    QTest::keyClicks(&edit, QStringLiteral("ab"));
+    Trigger(ID_IBIS_SAVE);
+    QTest::keyClicks(&edit, QStringLiteral("cd"));
+    WaitIdle();
+    QTest::keyClicks(&edit, QStringLiteral("ef"));
+    EXPECT_TRUE(edit.textCursor().block().text().endsWith(QStringLiteral("197abcdef")));
+    EXPECT_EQ(edit.textCursor().positionInBlock(), end + 6);
+
+    QTest::keyClick(&edit, Qt::Key_Left, Qt::ShiftModifier);
+    QTest::keyClick(&edit, Qt::Key_Up, Qt::ShiftModifier);
+    edit.verticalScrollBar()->setValue(edit.verticalScrollBar()->value() + 3);
+    const std::vector<int> before = places();
+    EXPECT_NE(before[0], before[1]);
+    answers.ThenPath(Text(folder.Path() / "other.ibs"));
+    Trigger(ID_IBIS_SAVE_AS);
+    WaitIdle();
+    EXPECT_EQ(places(), before);
+    Trigger(ID_IBIS_CHECK);
+    WaitIdle();
+    EXPECT_EQ(places(), before);
+    folder.Write("other.ibs", folder.Read("other.ibs") + "| theirs\n");
+    Trigger(ID_IBIS_CHECK);
+    WaitIdle();
+    EXPECT_TRUE(edit.Text().endsWith(QStringLiteral("| theirs\n")));
+    EXPECT_EQ(places(), before) << "the same in a text that was read again";
+    folder.Write("other.ibs", folder.Read("other.ibs") + "| more\n");
+    Trigger(ID_IBIS_CHECK);
+    QTest::keyClicks(&edit, QStringLiteral("typed"));
+    WaitIdle();
+    EXPECT_TRUE(edit.Text().contains(QStringLiteral("typed"))) << "not lost to what came in";
+    EXPECT_TRUE(Child<QWidget>("ChangedNotice").isVisible());
+    EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(IbisEditorTest, ArrowsStandInOneOrder)
+{
+    int bars = 0;
+    for (const QToolBar* bar : frame.findChildren<QToolBar*>()) {
+        const QList<QAction*> actions = bar->actions();
+        const auto previous = actions.indexOf(frame.Actions().Action(ID_IBIS_PREVIOUS_MESSAGE));
+        const auto next = actions.indexOf(frame.Actions().Action(ID_IBIS_NEXT_MESSAGE));
+        if (next >= 0) {
+            ++bars;
+            EXPECT_EQ(next, previous + 1);
+        }
+    }
+    EXPECT_EQ(bars, 2);
 }
 
 TEST_F(IbisEditorTest, TablesOfOneNameInTwoModelsAreDrawnEach)
@@ -520,9 +593,17 @@ TEST_F(IbisEditorTest, LargeFilesAreShownNotEdited)
     Trigger(ID_IBIS_FIND_NEXT);
     WaitIdle();
     EXPECT_EQ(frame.CurrentLine(), last);
+    const auto place = [&] {
+        const CLargeTextView::SPlace at = view.Place();
+        return std::vector<std::size_t>{at.current, at.anchor, static_cast<std::size_t>(at.top)};
+    };
+    QTest::keyClick(&view, Qt::Key_Up, Qt::ShiftModifier);
+    view.verticalScrollBar()->setValue(view.verticalScrollBar()->value() - 5);
+    const auto before = place();
     Trigger(ID_IBIS_CHECK);
     WaitIdle();
-    EXPECT_EQ(frame.CurrentLine(), last) << "a check keeps the place";
+    EXPECT_EQ(place(), before) << "a check keeps the place";
+    EXPECT_EQ(frame.CurrentLine(), last - 1);
     EXPECT_FALSE(frame.grab().isNull());
 }
 
