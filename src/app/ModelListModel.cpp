@@ -54,6 +54,13 @@ bool CModelListModel::SetQuery(const QString& text)
     return true;
 }
 
+void CModelListModel::SetType(ERecordType type)
+{
+    m_request.type = type;
+    m_base.reset();
+    Fill();
+}
+
 void CModelListModel::SetHideRules(const SHideRules& rules)
 {
     m_request.hide = rules;

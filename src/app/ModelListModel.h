@@ -30,6 +30,9 @@ public:
     /// is then in QueryError.
     bool SetQuery(const QString& text);
     [[nodiscard]] const QString& QueryError() const { return m_queryError; }
+    /// Shows only models of one type; Any shows all.
+    void SetType(ERecordType type);
+    [[nodiscard]] ERecordType Type() const { return m_request.type; }
     void SetHideRules(const SHideRules& rules);
     void SetUnits(const CDisplayUnits& units);
     [[nodiscard]] const CDisplayUnits& Units() const { return m_units; }

@@ -204,8 +204,10 @@ void CModelListView::ShowCount()
 
 void CModelListView::ShowHint()
 {
-    m_table->SetHint(m_model.Total() == 0
-                         ? m_emptyHint
+    m_table->SetHint(m_model.Total() == 0 ? m_emptyHint
+                     : m_model.Type() != ERecordType::Any
+                         ? tr("No model of this type is found. Clear the search field, or show "
+                              "all types.")
                          : tr("No model is found. Clear the search field to see all."));
 }
 

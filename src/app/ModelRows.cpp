@@ -151,8 +151,12 @@ std::vector<SModelRow> Filter(const std::vector<const CZovLibrary*>& libraries,
     std::vector<SModelRow> rows;
     rows.reserve(matches.Count());
     std::size_t done = 0;
+    const auto hasType = [&](const SModelRow& row) {
+        return request.type == ERecordType::Any ||
+               libraries[row.source]->At(row.record).Type() == request.type;
+    };
     const auto goesOnWith = [&](const SModelRow& row) {
-        if (matches.Has(row) &&
+        if (hasType(row) && matches.Has(row) &&
             !(hides && request.hide.Hides(libraries[row.source]->At(row.record)))) {
             rows.push_back(row);
         }

@@ -55,6 +55,7 @@ struct SHideRules
 struct SRowRequest
 {
     CRecordQuery query;
+    ERecordType type = ERecordType::Any; ///< the only one that is shown
     SHideRules hide;
     SRowOrder order;
 };

@@ -17,6 +17,7 @@
 
 #include <memory>
 #include <unordered_map>
+#include <unordered_set>
 
 class QSettings;
 
@@ -156,6 +157,9 @@ private:
 
     void FindModel(EFindMode mode);
     void Assign(const std::vector<AssignRow*>& rows, const SModelRef& model);
+    [[nodiscard]] std::unordered_set<const AssignRow*> OtherTypeRows(const SModelRef& model) const;
+    QString TellOtherTypes(const SModelRef& model,
+                           const std::unordered_set<const AssignRow*>& known) const;
     std::vector<AssignRow*> RowsToGenerate() const;
     bool Export();
     void Remember(const QString& mapFile);

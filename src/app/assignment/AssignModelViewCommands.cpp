@@ -68,18 +68,68 @@ bool CAssignModelView::CanEdit() const
 
 // --- giving and taking models ----------------------------------------------------------------
 
+/// Rows that have the model though the design asks for another type.
+std::unordered_set<const AssignRow*> CAssignModelView::OtherTypeRows(const SModelRef& model) const
+{
+    std::unordered_set<const AssignRow*> others;
+    for (const AssignRow* row : m_table->Rows()) {
+        const ERecordType required = m_table->ComponentOf(*row).requiredType;
+        if (required == ERecordType::Any || required == model.type) {
+            continue;
+        }
+        const std::vector<SModelRef> models = m_table->ModelsOf(*row);
+        if (!models.empty() && models.front().record == model.record) {
+            others.insert(row);
+        }
+    }
+    return others;
+}
+
+/// Writes a line for each such row that was none before; returns what the status bar says of them.
+QString CAssignModelView::TellOtherTypes(const SModelRef& model,
+                                         const std::unordered_set<const AssignRow*>& known) const
+{
+    const std::unordered_set<const AssignRow*> others = OtherTypeRows(model);
+    QString line;
+    int count = 0;
+    for (const AssignRow* row : m_table->Rows()) {
+        if (!others.contains(row) || known.contains(row)) {
+            continue;
+        }
+        ++count;
+        line = tr("'%1': the design asks for a model of type %2, and '%3' is of type %4.")
+                   .arg(Shown(row->Name()),
+                        Shown(InfoOf(m_table->ComponentOf(*row).requiredType).name),
+                        Shown(model.record->Name()), Shown(InfoOf(model.type).name));
+        m_output.Write(line.toStdString());
+    }
+    return count < 2 ? line
+                     : tr("Rows with a model of another type than the design asks for: %1; "
+                          "\"Output\" names them.")
+                           .arg(count);
+}
+
 void CAssignModelView::Assign(const std::vector<AssignRow*>& rows, const SModelRef& model)
 {
     CBoxQuestions questions(*this);
+    std::unordered_set<const AssignRow*> known = OtherTypeRows(model);
+    for (const AssignRow* row : rows) {
+        known.erase(row); // the user chose it for them just now
+    }
     const std::size_t given = m_table->Assign(rows, model, questions, m_output);
     if (given > 0) {
         SetModified(true);
     }
+    QString told = TellOtherTypes(model, known);
     if (given < rows.size()) {
-        Q_EMIT Told(tr("Rows that were refused the model: %1; \"Output\" says why.")
-                        .arg(rows.size() - given));
+        told = tr("Rows that were refused the model: %1; \"Output\" says why.")
+                   .arg(rows.size() - given) +
+               QLatin1Char(' ') + told;
     }
     RefreshStatus();
+    if (!told.isEmpty()) {
+        Q_EMIT Told(told.trimmed());
+    }
 }
 
 void CAssignModelView::FindModel(EFindMode mode)
@@ -142,17 +192,22 @@ void CAssignModelView::OnBrowseModel()
 {
     std::vector<AssignRow*> rows = SelectedRows();
     if (rows.size() == 1) {
-        CDlgAssignModel dialog(&m_session, Shown(rows.front()->Name()), this);
+        CDlgAssignModel dialog(&m_session, Shown(rows.front()->Name()),
+                               m_table->ComponentOf(*rows.front()).requiredType, this);
         if (dialog.DoModal() == ui::EAnswer::Ok && dialog.Chosen()) {
             Assign(rows, dialog.Chosen());
         }
         return;
     }
     QStringList names;
+    ERecordType required = m_table->ComponentOf(*rows.front()).requiredType;
     for (const AssignRow* row : rows) {
         names += Shown(row->Name());
+        if (m_table->ComponentOf(*row).requiredType != required) {
+            required = ERecordType::Any;
+        }
     }
-    CDlgAssignModelEx dialog(&m_session, names, this);
+    CDlgAssignModelEx dialog(&m_session, names, required, this);
     if (dialog.DoModal() == ui::EAnswer::Ok && dialog.Chosen()) {
         std::vector<AssignRow*> checked;
         for (std::size_t i = 0; i < rows.size(); ++i) {

@@ -16,12 +16,13 @@ void RegisterAssignmentForms()
                 return std::make_unique<CDlgFindModel>(SFindRequest(), parent);
             });
         ui::CDialogForms::Register(QStringLiteral("dlg_IDD_ZOV_DLG_ASSIGNM"), [](QWidget* parent) {
-            return std::make_unique<CDlgAssignModel>(nullptr, QString(), parent);
+            return std::make_unique<CDlgAssignModel>(nullptr, QString(), ERecordType::Any, parent);
         });
-        ui::CDialogForms::Register(
-            QStringLiteral("dlg_IDD_ZOV_DLG_ASSIGNMEX"), [](QWidget* parent) {
-                return std::make_unique<CDlgAssignModelEx>(nullptr, QStringList(), parent);
-            });
+        ui::CDialogForms::Register(QStringLiteral("dlg_IDD_ZOV_DLG_ASSIGNMEX"),
+                                   [](QWidget* parent) {
+                                       return std::make_unique<CDlgAssignModelEx>(
+                                           nullptr, QStringList(), ERecordType::Any, parent);
+                                   });
         ui::CDialogForms::Register(QStringLiteral("dlg_IDD_ZOV_DLG_CREATEM"), [](QWidget* parent) {
             return std::make_unique<CDlgCreateModel>(nullptr, SDesignComponent(), parent);
         });

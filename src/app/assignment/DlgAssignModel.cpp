@@ -5,6 +5,7 @@
 #include "base/File.h"
 #include "ui/ShownText.h"
 
+#include <QCheckBox>
 #include <QPushButton>
 #include <QStandardItemModel>
 
@@ -31,7 +32,8 @@ QString DetailsOf(const SModelRef& model, const CDisplayUnits& units)
 
 } // namespace
 
-CModelPick::CModelPick(const CZovSession* session, QComboBox& library, QLayout& place)
+CModelPick::CModelPick(const CZovSession* session, ERecordType required, QComboBox& library,
+                       QCheckBox& allTypes, QLayout& place)
     : QObject(&library)
     , m_list(new CModelListView(kBrowseList))
 {
@@ -51,6 +53,16 @@ CModelPick::CModelPick(const CZovSession* session, QComboBox& library, QLayout& 
     }
     connect(&library, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &CModelPick::ShowLibrary);
+    allTypes.setVisible(required != ERecordType::Any);
+    if (required != ERecordType::Any) {
+        allTypes.setToolTip(tr("The design asks for a model of type %1; only those are listed "
+                               "until this is checked")
+                                .arg(Shown(InfoOf(required).name)));
+    }
+    m_list->Model().SetType(required);
+    connect(&allTypes, &QCheckBox::toggled, this, [this, required](bool all) {
+        m_list->Model().SetType(all ? ERecordType::Any : required);
+    });
     connect(m_list, &CModelListView::SelectionChanged, this, &CModelPick::ChosenChanged);
     connect(m_list, &CModelListView::Activated, this, &CModelPick::Activated);
     ShowLibrary(0);
@@ -75,9 +87,10 @@ SModelRef CModelPick::Chosen() const
 }
 
 CDlgAssignModel::CDlgAssignModel(const CZovSession* session, const QString& component,
-                                 QWidget* parent)
+                                 ERecordType required, QWidget* parent)
     : CqtDialogRes(parent)
-    , m_pick(new CModelPick(session, *m_form.ui_IDC_LIBRARY, *m_form.ui_IDC_MODELS_LAYOUT))
+    , m_pick(new CModelPick(session, required, *m_form.ui_IDC_LIBRARY, *m_form.ui_IDC_ALL_TYPES,
+                            *m_form.ui_IDC_MODELS_LAYOUT))
 {
     m_form.ui_IDC_COMPONENT->setText(tr("Model for '%1':").arg(component));
     QPushButton* assign = m_form.ui_IDC_BUTTONS->button(QDialogButtonBox::Ok);
@@ -93,9 +106,10 @@ CDlgAssignModel::CDlgAssignModel(const CZovSession* session, const QString& comp
 }
 
 CDlgAssignModelEx::CDlgAssignModelEx(const CZovSession* session, const QStringList& components,
-                                     QWidget* parent)
+                                     ERecordType required, QWidget* parent)
     : CqtDialogRes(parent)
-    , m_pick(new CModelPick(session, *m_form.ui_IDC_LIBRARY, *m_form.ui_IDC_MODELS_LAYOUT))
+    , m_pick(new CModelPick(session, required, *m_form.ui_IDC_LIBRARY, *m_form.ui_IDC_ALL_TYPES,
+                            *m_form.ui_IDC_MODELS_LAYOUT))
     , m_components(new QStandardItemModel(this))
     , m_units(session == nullptr ? CDisplayUnits() : session->Settings().units)
 {

@@ -11,6 +11,7 @@
 #include "ui_dlg_IDD_ZOV_DLG_ASSIGNMEX.h"
 
 class QAbstractButton;
+class QCheckBox;
 class QComboBox;
 class QStandardItemModel;
 
@@ -22,8 +23,11 @@ class CModelPick : public QObject
     Q_OBJECT
 
 public:
-    /// @param session null: no library is offered
-    CModelPick(const CZovSession* session, QComboBox& library, QLayout& place);
+    /// @param session  null: no library is offered
+    /// @param required the type that is shown until the user checks `allTypes`; Any shows all, and
+    ///                 there is nothing to check then
+    CModelPick(const CZovSession* session, ERecordType required, QComboBox& library,
+               QCheckBox& allTypes, QLayout& place);
 
     [[nodiscard]] SModelRef Chosen() const;
     [[nodiscard]] CModelListView& List() { return *m_list; }
@@ -45,7 +49,9 @@ class CDlgAssignModel : public ui::CqtDialogRes<Ui::dlg_IDD_ZOV_DLG_ASSIGNM>
 
 public:
     /// @param component that the model is for
-    CDlgAssignModel(const CZovSession* session, const QString& component, QWidget* parent);
+    /// @param required  the type that the design asks for
+    CDlgAssignModel(const CZovSession* session, const QString& component, ERecordType required,
+                    QWidget* parent);
 
     [[nodiscard]] SModelRef Chosen() const { return m_pick->Chosen(); }
 
@@ -58,7 +64,9 @@ class CDlgAssignModelEx : public ui::CqtDialogRes<Ui::dlg_IDD_ZOV_DLG_ASSIGNMEX>
     Q_OBJECT
 
 public:
-    CDlgAssignModelEx(const CZovSession* session, const QStringList& components, QWidget* parent);
+    /// @param required the type that the design asks for all of them; Any when they differ
+    CDlgAssignModelEx(const CZovSession* session, const QStringList& components,
+                      ERecordType required, QWidget* parent);
 
     [[nodiscard]] SModelRef Chosen() const { return m_pick->Chosen(); }
     /// Whether the model is for the component of that place; all are at first.

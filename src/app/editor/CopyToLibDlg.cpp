@@ -106,11 +106,8 @@ CCopyToLibDlg::CCopyToLibDlg(CZovSession& session, std::size_t count, const CZov
     m_form.ui_IDC_WHAT->setText(count == 1 ? tr("Copy the selected model to another library.")
                                            : tr("Copy %1 models to another library.").arg(count));
     AddTargets(from);
-    const bool any = !m_targets.empty();
     m_form.ui_IDC_HINT->setText(
-        any ? tr("Files that the models name stay where they are; their names are adapted.")
-            : tr("There is no other library. Open or import one first."));
-    m_form.ui_IDC_BUTTONS->button(QDialogButtonBox::Ok)->setEnabled(any);
+        tr("Files that the models name stay where they are; their names are adapted."));
     connect(m_form.ui_IDC_BUTTONS, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(m_form.ui_IDC_BUTTONS, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }
@@ -133,6 +130,8 @@ void CCopyToLibDlg::AddTargets(const CZovLibrary* from)
             m_targets.push_back({library, CLibraryTree::kRoot});
         }
     }
+    m_form.ui_IDC_TARGET->addItem(tr("(new library)"));
+    m_targets.push_back({nullptr, CLibraryTree::kRoot});
     for (const auto& [collection, name] : tree.Collections()) {
         m_form.ui_IDC_TARGET->addItem(tr("%1 / (new library)").arg(Shown(name)));
         m_targets.push_back({nullptr, collection});

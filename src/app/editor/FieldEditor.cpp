@@ -48,6 +48,34 @@ std::string NameFrom(const std::filesystem::path& folder, const std::filesystem:
 
 } // namespace
 
+/// A text below a field. Form layouts remember heights for widths that a field had before its
+/// remark came, so the text insists on the height that it needs itself.
+class CFieldRemark final : public QLabel
+{
+public:
+    explicit CFieldRemark(QWidget* parent)
+        : QLabel(parent)
+    {
+        setWordWrap(true);
+    }
+    void Say(const QString& text)
+    {
+        setText(text);
+        setVisible(!text.isEmpty());
+        FitHeight();
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QLabel::resizeEvent(event);
+        FitHeight();
+    }
+
+private:
+    void FitHeight() { setMinimumHeight(text().isEmpty() ? 0 : heightForWidth(width())); }
+};
+
 CFieldEditor::CFieldEditor(const SRecordField& field, const SFieldContext& context, QWidget* parent)
     : QWidget(parent)
     , m_field(field)
@@ -58,9 +86,8 @@ CFieldEditor::CFieldEditor(const SRecordField& field, const SFieldContext& conte
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     Make();
-    m_remark = new QLabel(this);
+    m_remark = new CFieldRemark(this);
     m_remark->setObjectName(QLatin1String("Remark_") + QLatin1String(field.info.name));
-    m_remark->setWordWrap(true);
     m_remark->hide();
     layout->addWidget(m_remark);
 }
@@ -204,9 +231,13 @@ void CFieldEditor::TextTyped()
     const QString text = TypedText();
     QString loaded = Shown(FieldText(m_loaded, m_field.info, m_context.units));
     loaded.remove(QLatin1Char('\r'));
-    if (!m_differ && text == loaded) {
+    const bool isSharedName = m_context.several && m_field.owner == EPropId::ModelName;
+    if (text == loaded && (!m_differ || isSharedName)) {
         m_value = m_loaded; // every digit and line end as it was
         m_error.clear();
+        m_edited = !isSharedName;
+    } else if (isSharedName) {
+        m_error = tr("Models can't share a name. Select one model to rename it.");
     } else if (CResult<SFieldValue> value =
                    ParseField(text.toStdString(), m_field.info, m_context.units)) {
         m_value = value.Take();
@@ -333,8 +364,7 @@ void CFieldEditor::SetWanted(bool wanted)
 void CFieldEditor::Check()
 {
     const QString remark = m_error.isEmpty() ? Remark() : m_error;
-    m_remark->setText(remark);
-    m_remark->setVisible(!remark.isEmpty());
+    m_remark->Say(remark);
     if (m_open != nullptr) {
         m_open->setEnabled(!FilePath().empty());
     }

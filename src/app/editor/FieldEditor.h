@@ -11,13 +11,13 @@
 #include <functional>
 
 class QComboBox;
-class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class QToolButton;
 
 namespace zov::app {
 
+class CFieldRemark;
 class CUiEditorListCtrl;
 
 /// What fields need to know of the world.
@@ -27,6 +27,7 @@ struct SFieldContext
     std::filesystem::path folder; ///< of the library; empty for one that was never saved
     /// The folder in which a circuit file is looked for, too.
     std::function<QString()> trackFolder;
+    bool several = false; ///< more than one record is shown
     /// Whether another record has that name.
     std::function<bool(const std::string&)> isNameTaken;
 };
@@ -89,7 +90,7 @@ private:
     QComboBox* m_choice = nullptr;
     CUiEditorListCtrl* m_rows = nullptr;
     QToolButton* m_open = nullptr;
-    QLabel* m_remark = nullptr;
+    CFieldRemark* m_remark = nullptr;
 };
 
 } // namespace zov::app

@@ -162,6 +162,7 @@ void CRecordEditor::ShowPagesOf(ERecordType type)
 void CRecordEditor::Load(bool keepTyped)
 {
     m_context.units = m_session.Settings().units;
+    m_context.several = m_records.size() > 1;
     m_context.folder =
         m_library && !m_library->Path().empty()
             ? std::filesystem::absolute(m_library->Path()).lexically_normal().parent_path()

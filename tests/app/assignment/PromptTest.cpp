@@ -4,7 +4,9 @@
 #include "app/assignment/DlgAssignModel.h"
 #include "app/assignment/DlgCreateModel.h"
 
+#include <QCheckBox>
 #include <QStandardItemModel>
+#include <QStatusBar>
 #include <QTreeView>
 
 namespace zov::app::test {
@@ -317,6 +319,51 @@ TEST_F(CPromptTest, BrowsingShowsLibrariesAndComponents)
     answers.ThenDialog([](QDialog& dialog) { dialog.reject(); });
     Trigger(ID_BROWSE_MODEL);
     EXPECT_EQ(Cells(), QStringLiteral("A=CPU : NEW|B=|C=CPU : NEW|"));
+}
+
+TEST_F(CPromptTest, BrowsingBeginsWithTheTypeThatTheDesignAsksFor)
+{
+    OpenDesign("Component,RefDes,Model Type\nR10K,R1,Resistor\nC1U,C1,Capacitor\nX,U1,\n");
+    const auto browse = [&](std::initializer_list<int> rows, int typed, bool all, int take) {
+        Select(rows);
+        answers.ThenDialog([&](QDialog& dialog) {
+            auto& list = *dialog.findChild<CModelListView*>(QStringLiteral("BrowseModels"));
+            auto& box = *dialog.findChild<QCheckBox*>(QStringLiteral("ui_IDC_ALL_TYPES"));
+            const auto settled = [&] {
+                return QTest::qWaitFor([&] { return !list.Model().IsFilling(); });
+            };
+            ASSERT_TRUE(settled());
+            EXPECT_EQ(list.Model().rowCount(), typed);
+            EXPECT_EQ(box.isVisible(), typed < 6);
+            box.setChecked(all);
+            ASSERT_TRUE(settled());
+            EXPECT_EQ(list.Model().rowCount(), all ? 6 : typed);
+            if (take >= 0) {
+                list.Select(Project()->At(static_cast<std::size_t>(take)));
+                dialog.accept();
+            }
+        });
+        Trigger(ID_BROWSE_MODEL);
+    };
+    browse({0}, 0, false, -1);
+    browse({1}, 2, false, 2);
+    EXPECT_EQ(Cells(), QStringLiteral("R10K=|C1U=C100N|X=|"));
+    EXPECT_EQ(Output(), QString());
+    browse({0, 1}, 6, false, -1); // of different types
+    browse({2}, 6, false, 0);
+    EXPECT_EQ(Output(), QString()) << "any type will do";
+
+    answers.Then(EAnswer::No);
+    browse({0}, 0, true, 2);
+    EXPECT_EQ(Cells(), QStringLiteral("R10K=C100N|C1U=C100N|X=CPU|"));
+    const QString line = QStringLiteral(
+        "'R10K': the design asks for a model of type Resistor, and 'C100N' is of type Capacitor.");
+    EXPECT_TRUE(Output().trimmed().endsWith(line));
+    EXPECT_EQ(Output().count(QStringLiteral("asks for")), 1);
+    EXPECT_EQ(frame.statusBar()->currentMessage(), line);
+    EXPECT_TRUE(Cells(EAssignColumn::Status).startsWith(QStringLiteral("R10K=Validated")));
+    browse({0}, 0, true, 0); // the one after it is asked about no more
+    EXPECT_EQ(Output().count(QStringLiteral("of type Resistor")), 2);
 }
 
 TEST_F(CPromptTest, ModelsAreCreatedForComponents)

@@ -131,17 +131,24 @@ TEST_F(ModelDialogsTest, TargetsAreTheOtherLibrariesAndNewOnesInCollections)
     const CLibraryTree::TNode set = session.AddCollection(CLibraryTree::kRoot, "Parts");
     CCopyToLibDlg dialog(session, 2, from.get(), nullptr);
     auto* target = dialog.findChild<QComboBox*>(QStringLiteral("ui_IDC_TARGET"));
-    ASSERT_EQ(target->count(), 2);
+    ASSERT_EQ(target->count(), 3);
     EXPECT_EQ(target->itemText(0), QStringLiteral("to"));
-    EXPECT_EQ(target->itemText(1), QStringLiteral("Parts / (new library)"));
+    EXPECT_EQ(target->itemText(1), QStringLiteral("(new library)"));
+    EXPECT_EQ(target->itemText(2), QStringLiteral("Parts / (new library)"));
     EXPECT_EQ(dialog.Target(), to);
-    target->setCurrentIndex(1);
+    target->setCurrentIndex(2);
     EXPECT_EQ(dialog.Target(), nullptr) << "no name was given";
     answers.ThenPath(QString::fromStdString((folder.Path() / "fresh.zov").string()));
     const CZovSession::TLibrary made = dialog.Target();
     ASSERT_NE(made, nullptr);
     EXPECT_EQ(made->Name(), "fresh");
     EXPECT_EQ(session.Tree().LibrariesOf(set).size(), 1U);
+    target->setCurrentIndex(1);
+    answers.ThenPath(QString::fromStdString((folder.Path() / "plain.zov").string()));
+    const CZovSession::TLibrary plain = dialog.Target();
+    ASSERT_NE(plain, nullptr);
+    EXPECT_EQ(plain->Name(), "plain");
+    EXPECT_EQ(session.Tree().LibrariesOf(set).size(), 1U) << "in no collection";
 }
 
 TEST_F(ModelDialogsTest, ColumnsAreChosenAndOrdered)

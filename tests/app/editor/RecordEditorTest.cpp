@@ -167,6 +167,66 @@ TEST_F(RecordEditorTest, SeveralRecordsChangeOnlyWhereTheUserTyped)
                     .startsWith(QStringLiteral("Models of different types")));
 }
 
+TEST_F(RecordEditorTest, SeveralRecordsDontTakeOneName)
+{
+    editor.Show(library, {At(0), At(1)});
+    QLineEdit& name = Line("General", "ModelName");
+    Type(name, "C_same");
+    EXPECT_TRUE(RemarkOf("General", "ModelName").contains(QStringLiteral("one model")));
+    EXPECT_FALSE(editor.Apply());
+    EXPECT_EQ(At(0)->Name(), "C_a");
+    EXPECT_EQ(At(1)->Name(), "C_b");
+    Type(name, "");
+    EXPECT_FALSE(editor.IsTouched()) << "nothing is what was shown";
+    Type(Line("General", "TCC"), "X7R");
+    ASSERT_TRUE(editor.Apply());
+    EXPECT_EQ(At(1)->Name(), "C_b");
+}
+
+TEST_F(RecordEditorTest, RemarksHaveTheRoomTheirWordsNeed)
+{
+    const auto expectRoom = [&](const char* when) {
+        QTest::qWait(1);
+        int seen = 0;
+        for (const CFieldEditor* field : editor.PageOf("General")->findChildren<CFieldEditor*>()) {
+            for (const QLabel* remark : field->findChildren<QLabel*>()) {
+                if (remark->isVisible()) {
+                    ++seen;
+                    EXPECT_GE(remark->height(), remark->heightForWidth(remark->width()))
+                        << when << ' ' << remark->objectName().toStdString();
+                    EXPECT_GE(field->height(), remark->geometry().bottom())
+                        << when << ' ' << remark->objectName().toStdString();
+                }
+            }
+        }
+        EXPECT_GT(seen, 0) << when;
+    };
+    CLibraryChange change(library);
+    change.Insert(ERecordType::Capacitor).SetString(EPropId::ModelName, "C_empty");
+    CZovRcdProps& twin = change.Insert(ERecordType::Capacitor);
+    twin.SetString(EPropId::ModelName, "C_a");
+    session.Edits().Apply(change, QStringLiteral("Add"));
+    for (const int width : {520, 340, 230}) {
+        editor.resize(width, 560);
+        editor.Show(library, {At(0)});
+        QTest::qWait(1);
+        editor.Show(library, {At(3)});
+        expectRoom("shown with values missing");
+        editor.Show(library, {At(0)});
+        QTest::qWait(1);
+        Line("General", "ModelName").setFocus();
+        Type(Line("General", "ModelName"), "C_b");
+        expectRoom("typed");
+        Type(Line("General", "Manuf"), "A & B");
+        expectRoom("another one");
+        editor.resize(width - 40, 560);
+        expectRoom("narrower");
+        editor.Reset();
+        editor.Show(library, {At(4)});
+        expectRoom("a name that is taken");
+    }
+}
+
 TEST_F(RecordEditorTest, TheSelectionMovesOnOnlyWhenChangesAreSettled)
 {
     struct
