@@ -19,6 +19,14 @@ COutputPane::COutputPane(QWidget* parent)
     setMaximumBlockCount(kMaxLines);
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setPlaceholderText(tr("Messages of loading, importing and saving appear here."));
+    // Also when the horizontal bar comes up and takes a line's room.
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this](int, int maximum) {
+        if (m_follows) {
+            verticalScrollBar()->setValue(maximum);
+        }
+    });
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this,
+            [this](int value) { m_follows = value == verticalScrollBar()->maximum(); });
 }
 
 void COutputPane::Write(std::string_view text)
@@ -49,11 +57,12 @@ void COutputPane::Flush()
                  QLatin1Char('\n');
     }
     shown.chop(1);
-    const bool atEnd = verticalScrollBar()->value() == verticalScrollBar()->maximum();
+    const bool follows = m_follows;
     appendPlainText(shown);
-    if (atEnd) { // somebody who reads further up is not pulled away
+    if (follows) { // somebody who reads further up is not pulled away
         verticalScrollBar()->setValue(verticalScrollBar()->maximum());
     }
+    m_follows = follows;
     if (!isVisible()) {
         Q_EMIT Unseen();
     }

@@ -36,6 +36,8 @@ private:
     std::mutex m_mutex;
     std::string m_pending;
     bool m_flushDue = false;
+    /// The last line is kept in sight, until the user scrolls away from it.
+    bool m_follows = true;
 };
 
 } // namespace zov::app

@@ -678,6 +678,7 @@ CResult<void> CZovSession::Save(const TLibrary& library, const fs::path& path, E
     }
     Hold(library);
     m_edits.SetSaved(library);
+    m_log.Write("'" + library->Name() + "' was saved to '" + PathText(target) + "'.");
     Q_EMIT LibrariesChanged();
     return {};
 }

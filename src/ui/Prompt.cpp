@@ -2,6 +2,7 @@
 #include "ui/Prompt.h"
 
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
@@ -11,6 +12,7 @@
 #include <QRegularExpression>
 #include <QUrl>
 
+#include <algorithm>
 #include <utility>
 
 namespace zov::ui {
@@ -88,15 +90,45 @@ QString Remembered(const QString& path)
     return path;
 }
 
-/// "name" with the filter "ZOV Library (*.zov)" is "name.zov".
-QString WithEnding(const QString& path, const QString& filter)
+/// Where a dialog starts before a file was chosen.
+QString StartFolder()
 {
-    static const QRegularExpression firstEnding(QStringLiteral(R"(\*(\.[A-Za-z0-9]+))"));
-    const QRegularExpressionMatch match = firstEnding.match(filter);
-    if (path.isEmpty() || !QFileInfo(path).suffix().isEmpty() || !match.hasMatch()) {
-        return path;
+    if (!CurrentFolder().isEmpty()) {
+        return CurrentFolder();
     }
-    return path + match.captured(1);
+    // Started from a desktop, a program stands in the root.
+    return QDir::current().isRoot() ? QDir::homePath() : QDir::currentPath();
+}
+
+/// The endings that filters name, each with its dot.
+QStringList EndingsOf(const QString& filters)
+{
+    static const QRegularExpression ending(QStringLiteral(R"(\*(\.[A-Za-z0-9]+))"));
+    QStringList endings;
+    for (auto at = ending.globalMatch(filters); at.hasNext();) {
+        endings += at.next().captured(1);
+    }
+    return endings;
+}
+
+/// "name" with the chosen filter "ZOV Library (*.zov)" is "name.zov", and so is "name v1.2" without
+/// one of the endings "name v1.2.zov".
+QString WithEnding(const QString& path, const QString& chosen, const QStringList& endings)
+{
+    const QStringList first = EndingsOf(chosen);
+    const bool hasOne = std::any_of(endings.begin(), endings.end(), [&](const QString& ending) {
+        return path.endsWith(ending, Qt::CaseInsensitive);
+    });
+    return path.isEmpty() || hasOne || first.isEmpty() ? path : path + first.front();
+}
+
+/// May the file that a dialog did not ask about be replaced?
+bool MayReplace(QWidget* parent, const QString& path)
+{
+    return !QFileInfo::exists(path) ||
+           CPrompt::Ask(parent,
+                        QFileDialog::tr("%1 already exists.\nDo you want to replace it?").arg(path),
+                        EButtons::YesNo, EIcon::Warning) == EAnswer::Yes;
 }
 
 /// Endings parted by commas as the toolkit wants them: "Records(*.re, *.xml)".
@@ -179,7 +211,7 @@ QString CPrompt::OpenFile(QWidget* parent, const QString& title, const QString& 
         return FirstPath(*scripted, title, filter);
     }
     return Remembered(
-        QFileDialog::getOpenFileName(parent, title, CurrentFolder(), ToolkitFilter(filter)));
+        QFileDialog::getOpenFileName(parent, title, StartFolder(), ToolkitFilter(filter)));
 }
 
 QStringList CPrompt::OpenFiles(QWidget* parent, const QString& title, const QString& filter)
@@ -187,7 +219,7 @@ QStringList CPrompt::OpenFiles(QWidget* parent, const QString& title, const QStr
     if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
         return scripted->NextPaths({title, filter, EButtons::OkCancel, {}});
     }
-    QStringList paths = QFileDialog::getOpenFileNames(parent, title, CurrentFolder(), filter);
+    QStringList paths = QFileDialog::getOpenFileNames(parent, title, StartFolder(), filter);
     if (!paths.isEmpty()) {
         Remembered(paths.first());
     }
@@ -197,23 +229,33 @@ QStringList CPrompt::OpenFiles(QWidget* parent, const QString& title, const QStr
 QString CPrompt::SaveFile(QWidget* parent, const QString& title, const QString& filter,
                           const QString& suggestion)
 {
-    if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
-        return WithEnding(FirstPath(*scripted, title, filter), filter);
+    QStringList endings = EndingsOf(filter);
+    const bool isFile = QFileInfo(suggestion).isAbsolute();
+    if (const QString own = QFileInfo(suggestion).suffix(); isFile && !own.isEmpty()) {
+        endings += QLatin1Char('.') + own; // a file keeps its ending
     }
-    const QString start = suggestion.isEmpty() || QFileInfo(suggestion).isAbsolute()
-                              ? suggestion
-                              : CurrentFolder() + QLatin1Char('/') + suggestion;
-    QFileDialog dialog(parent, title, start.isEmpty() ? CurrentFolder() : QFileInfo(start).path(),
-                       filter);
+    if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
+        return WithEnding(FirstPath(*scripted, title, filter), filter, endings);
+    }
+    const QString start = isFile ? suggestion : StartFolder() + QLatin1Char('/') + suggestion;
+    QFileDialog dialog(parent, title, QFileInfo(start).path(), filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.selectFile(QFileInfo(start).fileName());
     // With the ending known to the dialog, it asks about the file that is really written.
-    dialog.setDefaultSuffix(WithEnding(QStringLiteral("x"), filter).mid(2));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
-        return {};
+    const auto setEnding = [&dialog](const QString& chosen) {
+        dialog.setDefaultSuffix(EndingsOf(chosen).value(0));
+    };
+    setEnding(dialog.selectedNameFilter());
+    QObject::connect(&dialog, &QFileDialog::filterSelected, setEnding);
+    while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
+        const QString selected = dialog.selectedFiles().first();
+        const QString path = WithEnding(selected, dialog.selectedNameFilter(), endings);
+        if (path == selected || MayReplace(parent, path)) {
+            return Remembered(path);
+        }
     }
-    return Remembered(WithEnding(dialog.selectedFiles().first(), dialog.selectedNameFilter()));
+    return {};
 }
 
 QString CPrompt::Folder(QWidget* parent, const QString& title)
@@ -221,7 +263,7 @@ QString CPrompt::Folder(QWidget* parent, const QString& title)
     if (CScriptedAnswers* scripted = CScriptedAnswers::Active()) {
         return FirstPath(*scripted, title, {});
     }
-    const QString folder = QFileDialog::getExistingDirectory(parent, title, CurrentFolder());
+    const QString folder = QFileDialog::getExistingDirectory(parent, title, StartFolder());
     if (!folder.isEmpty()) {
         CurrentFolder() = folder;
     }

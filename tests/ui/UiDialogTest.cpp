@@ -3,6 +3,8 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDir>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -107,6 +109,46 @@ TEST(Prompt, ScriptedAnswersAreGivenInOrderAndRemembered)
     EXPECT_EQ(dialog.DoModal(), EAnswer::Cancel);
     EXPECT_TRUE(CPrompt::OpenFile(nullptr, {}, {}).isEmpty());
     EXPECT_EQ(script.Unexpected(), 3);
+}
+
+TEST(Prompt, OnlyEndingsThatTheFiltersNameAreEndings)
+{
+    const QString images = QStringLiteral("PNG image (*.png);;SVG image (*.svg);;Any (*)");
+    const QString library = QStringLiteral("ZOV Library (*.zov)");
+    struct SCase
+    {
+        QString filter;
+        QString suggestion;
+        const char* typed;
+        const char* path;
+    };
+    for (const SCase& c : {SCase{images, {}, "/tmp/plot 4.7uF", "/tmp/plot 4.7uF.png"},
+                           SCase{images, {}, "/tmp/plot", "/tmp/plot.png"},
+                           SCase{images, {}, "/tmp/plot.SVG", "/tmp/plot.SVG"},
+                           SCase{library, {}, "/tmp/caps v1.2", "/tmp/caps v1.2.zov"},
+                           SCase{library, QStringLiteral("/a.zovx"), "/tmp/b.zovx", "/tmp/b.zovx"},
+                           SCase{QStringLiteral("All (*)"), {}, "/tmp/x", "/tmp/x"}}) {
+        CScriptedAnswers script;
+        script.ThenPath(QLatin1String(c.typed));
+        EXPECT_EQ(CPrompt::SaveFile(nullptr, QStringLiteral("Save"), c.filter, c.suggestion),
+                  QLatin1String(c.path));
+    }
+}
+
+TEST(Prompt, TheFirstFileDialogStartsWhereTheProgramDoes)
+{
+    CPrompt::SetFolder({});
+    QString folder;
+    QTimer::singleShot(0, [&] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        folder = dialog->directory().absolutePath();
+        dialog->reject();
+    });
+    EXPECT_TRUE(CPrompt::SaveFile(nullptr, QStringLiteral("Save"),
+                                  QStringLiteral("ZOV Library (*.zov)"), QStringLiteral("new"))
+                    .isEmpty());
+    EXPECT_EQ(folder, QDir::currentPath());
 }
 
 TEST(Prompt, RealBoxesGiveTheirButtons)

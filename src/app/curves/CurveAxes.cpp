@@ -76,6 +76,14 @@ QString UnitText(EUnitClass unit, EKind kind)
                                                                       : QString();
 }
 
+/// Decibels of different quantities are still decibels.
+QString CommonUnit(const QString& one, const QString& other)
+{
+    const QString decibel = QStringLiteral("dB");
+    const bool areDecibels = one.startsWith(decibel) && other.startsWith(decibel);
+    return one == other ? one : areDecibels ? decibel : QString();
+}
+
 QString QuantityOf(EKind kind)
 {
     switch (kind) {
@@ -153,9 +161,7 @@ SPlotAxes AxesOf(const curve::CCurveSet& set, const std::vector<SShownCurve>& en
     bool anyComplex = false;
     for (const SShownCurve* entry : seen) {
         anyComplex = anyComplex || !entry->curve->Points().Column(2).empty();
-        if (ValueUnit(*entry, set.kind, view) != axes.yUnit) {
-            axes.yUnit.clear();
-        }
+        axes.yUnit = CommonUnit(axes.yUnit, ValueUnit(*entry, set.kind, view));
     }
     const QString title = RealTitleOf(*seen.front()->curve).name;
     axes.yName = anyComplex ? QuantityOf(view) : title.isEmpty() ? QuantityOf(set.kind) : title;

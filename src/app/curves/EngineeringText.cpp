@@ -3,6 +3,7 @@
 
 #include "base/Number.h"
 
+#include <qwt_scale_map.h>
 #include <qwt_text.h>
 
 #include <algorithm>
@@ -45,8 +46,9 @@ QString EngineeringText(double value, const QString& unit, int digits)
 
 QwtText CEngineeringScaleDraw::label(double value) const
 {
-    // What is left of a sum of steps that should be 0.
-    const double step = scaleDiv().range() * 1e-9;
+    // What is left of a sum of steps that should be 0; a logarithmic scale has none.
+    const bool isLinear = scaleMap().transformation() == nullptr;
+    const double step = isLinear ? scaleDiv().range() * 1e-9 : 0.0;
     return EngineeringText(std::abs(value) < step ? 0.0 : value, {}, kLabelDigits)
         .remove(QLatin1Char(' '));
 }

@@ -378,9 +378,18 @@ void CUiGeneralCurveFrm::OnCurveSaveAs()
     }
 }
 
+/// After its only curve, or the set.
+QString CUiGeneralCurveFrm::PlotFileName() const
+{
+    const auto& curves = Page().Set().Curves();
+    return FileNameOf(curves.size() == 1 ? CurveTitle(*curves.front())
+                                         : QString::fromStdString(Page().Set().name));
+}
+
 void CUiGeneralCurveFrm::OnCurveExportImage()
 {
-    const QString path = ui::CPrompt::SaveFile(this, tr("Export Image"), tr(kImageFilter));
+    const QString path = ui::CPrompt::SaveFile(this, tr("Export Image"), tr(kImageFilter),
+                                               PlotFileName() + QStringLiteral(".png"));
     if (!path.isEmpty()) {
         Page().Plot().WaitPrepared();
         if (const CResult<void> done = ExportPlot(Page().Plot(), PathOf(path)); !done) {
@@ -392,7 +401,7 @@ void CUiGeneralCurveFrm::OnCurveExportImage()
 void CUiGeneralCurveFrm::OnCurveExportCsv()
 {
     const QString path =
-        ui::CPrompt::SaveFile(this, tr("Export CSV"), tr("Comma-separated values (*.csv)"));
+        ui::CPrompt::SaveFile(this, tr("Export CSV"), tr("Comma-separated values (*.csv)"), PlotFileName() + QStringLiteral(".csv"));
     if (path.isEmpty()) {
         return;
     }

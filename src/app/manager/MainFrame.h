@@ -231,6 +231,7 @@ private:
     void ShowUnreachable();
     void ShowTitle();
     void ShowTheme(bool dark);
+    void ChooseTheme(bool dark);
     void RestoreLayout();
     void StoreLayout();
     void Remember(const QString& path);

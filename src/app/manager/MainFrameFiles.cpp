@@ -266,6 +266,7 @@ void CZovMainFrm::Remember(const QString& path)
         recent.removeLast();
     }
     m_layout.setValue(QLatin1String(kRecentKey), recent);
+    m_layout.sync();
     ShowRecent();
 }
 
@@ -293,7 +294,6 @@ void CZovMainFrm::StoreLayout()
     m_layout.setValue(QLatin1String(kGeometryKey), saveGeometry());
     m_layout.setValue(QLatin1String(kStateKey), saveState());
     m_layout.setValue(QLatin1String(kModelsKey), m_projectPage->saveState());
-    m_layout.setValue(QLatin1String(kThemeKey), m_dark);
 }
 
 void CZovMainFrm::ShowTheme(bool dark)
@@ -302,14 +302,22 @@ void CZovMainFrm::ShowTheme(bool dark)
     ApplyTheme(*qApp, dark ? ETheme::Dark : ETheme::Light);
 }
 
+void CZovMainFrm::ChooseTheme(bool dark)
+{
+    ShowTheme(dark);
+    // Now: the program may not come to an orderly end.
+    m_layout.setValue(QLatin1String(kThemeKey), m_dark);
+    m_layout.sync();
+}
+
 void CZovMainFrm::OnThemeDark()
 {
-    ShowTheme(true);
+    ChooseTheme(true);
 }
 
 void CZovMainFrm::OnThemeLight()
 {
-    ShowTheme(false);
+    ChooseTheme(false);
 }
 
 void CZovMainFrm::OnUpdateThemeDark(ui::CCmdUI& ui)

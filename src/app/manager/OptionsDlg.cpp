@@ -5,6 +5,7 @@
 #include "base/File.h"
 
 #include <QPushButton>
+#include <QScopedValueRollback>
 
 namespace zov::app {
 namespace {
@@ -62,6 +63,10 @@ void COptionsDlg::Show()
 
 bool COptionsDlg::Apply()
 {
+    if (m_applying) { // the box about a wrong value takes the focus from its field
+        return false;
+    }
+    const QScopedValueRollback<bool> applying(m_applying, true);
     SOptions options{m_session.Settings(), m_session.VendorLibraries()};
     for (const COptionsPage* page : m_pages) {
         if (QString trouble; !page->Store(options, trouble)) {
@@ -69,11 +74,9 @@ bool COptionsDlg::Apply()
             return false;
         }
     }
-    m_applying = true;
     m_session.SetVendorLibraries(options.vendorLibraries);
     m_session.SetSettings(std::move(options.settings));
     m_session.StoreSettings();
-    m_applying = false;
     return true;
 }
 

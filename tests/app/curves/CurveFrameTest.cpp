@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CurveFrameFixture.h"
 #include "app/curves/CalcDlg.h"
+#include "app/curves/EngineeringText.h"
 #include "app/curves/TouchstoneDlg.h"
 #include "core/ZovLibrary.h"
 
@@ -13,6 +14,8 @@
 #include <QTableView>
 #include <QTest>
 #include <QWheelEvent>
+#include <qwt_text.h>
+#include <qwt_transform.h>
 
 #include <gtest/gtest.h>
 
@@ -112,6 +115,16 @@ TEST_F(CurveFrameTest, AxesSayWhatIsSeen)
     EXPECT_FALSE(IsEnabled(ID_CURVE_VIEW_DB)) << "real values have one view";
     EXPECT_EQ(frame.Page().Plot().Axes().yName, QStringLiteral("Voltage"));
     EXPECT_EQ(frame.Page().Set().kind, curve::EKind::Voltage);
+}
+
+TEST(EngineeringScale, OneIsOneOnALogarithmicScale)
+{
+    CEngineeringScaleDraw draw;
+    draw.setScaleDiv(QwtScaleDiv(-1e10, 1e10));
+    EXPECT_EQ(draw.label(1.0).text(), QStringLiteral("0")) << "what is left of a sum";
+    draw.setScaleDiv(QwtScaleDiv(1.0, 1e10));
+    draw.setTransformation(new QwtLogTransform);
+    EXPECT_EQ(draw.label(1.0).text(), QStringLiteral("1"));
 }
 
 TEST_F(CurveFrameTest, TouchstoneFilesBecomeChosenCurves)

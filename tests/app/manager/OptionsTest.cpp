@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MainFrameFixture.h"
+#include "app/manager/OptionsDlg.h"
 #include "support/SourcePaths.h"
 #include "ui/UiDialog.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -11,6 +13,7 @@
 #include <QListView>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTimer>
 
 #include <filesystem>
 #include <fstream>
@@ -83,6 +86,36 @@ TEST_F(OptionsTest, TheDialogChangesTheSettingsAndStoresThem)
     });
     Trigger(ID_TOOLS_OPTIONS);
     EXPECT_FALSE(Settings().autoSaveExternalLibrary) << "cancelled";
+}
+
+TEST(OptionsPage, AWrongValueIsToldOnce)
+{
+    CMemorySettings store;
+    CNullLog log;
+    CZovSession session(store, log, [](const char*) { return std::nullopt; });
+    COptionsDlg page(session, nullptr, COptionsDlg::EUse::Page);
+    page.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&page));
+    OptionsTest::At<QCheckBox>(page, "ui_IDC_SYNC_MIN_CAP").click();
+    auto& limit = OptionsTest::At<QLineEdit>(page, "ui_IDC_MIN_CAP");
+    limit.setFocus();
+    limit.selectAll();
+    QTest::keyClicks(&limit, QStringLiteral("abc"));
+    int boxes = 0;
+    QTimer closer;
+    QObject::connect(&closer, &QTimer::timeout, [&] {
+        if (QWidget* box = QApplication::activeModalWidget()) {
+            ++boxes;
+            box->close();
+        }
+    });
+    closer.start(20);
+    QTest::keyClick(&limit, Qt::Key_Return);
+    QTest::qWait(100);
+    EXPECT_EQ(boxes, 1);
+    QTest::keyClick(&limit, Qt::Key_Tab);
+    QTest::qWait(100);
+    EXPECT_EQ(boxes, 2);
 }
 
 TEST_F(OptionsTest, AUnitChosenOnTheOptionsPageShowsInTheListsAtOnce)
