@@ -118,6 +118,7 @@ void CCurvePlot::SetView(ECurveView view)
     m_preparing = nullptr;
     ApplyScales();
     Rebuild();
+    Q_EMIT PointedAt({}); // what was read off was of the other view
     Q_EMIT StateChanged();
 }
 

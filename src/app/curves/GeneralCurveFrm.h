@@ -65,6 +65,7 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    [[nodiscard]] QString PlotFileName() const;
     void OnCurveOpen();
     void OnCurveNewSet();
     void OnCurveCloseSet();

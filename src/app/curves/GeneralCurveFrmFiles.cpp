@@ -401,7 +401,8 @@ void CUiGeneralCurveFrm::OnCurveExportImage()
 void CUiGeneralCurveFrm::OnCurveExportCsv()
 {
     const QString path =
-        ui::CPrompt::SaveFile(this, tr("Export CSV"), tr("Comma-separated values (*.csv)"), PlotFileName() + QStringLiteral(".csv"));
+        ui::CPrompt::SaveFile(this, tr("Export CSV"), tr("Comma-separated values (*.csv)"),
+                              PlotFileName() + QStringLiteral(".csv"));
     if (path.isEmpty()) {
         return;
     }

@@ -101,7 +101,9 @@ TEST_F(CurveFrameTest, AxesSayWhatIsSeen)
     const SPlotAxes magnitude{QStringLiteral("Frequency"), QStringLiteral("Hz"),
                               QStringLiteral("Magnitude"), QStringLiteral("\u03a9")};
     EXPECT_EQ(frame.Page().Plot().Axes(), magnitude);
+    Q_EMIT frame.Page().Plot().PointedAt(QStringLiteral("5 \u03a9"));
     Trigger(ID_CURVE_VIEW_PHASE);
+    EXPECT_EQ(frame.statusBar()->currentMessage(), QString()) << "that was the magnitude";
     EXPECT_EQ(frame.Page().Plot().Axes().yUnit, QStringLiteral("\u00b0"));
     EXPECT_TRUE(frame.Actions().Action(ID_CURVE_VIEW_PHASE)->isChecked());
     EXPECT_FALSE(IsEnabled(ID_CURVE_LOG_Y));
