@@ -19,7 +19,7 @@ using namespace zov::ibis;
 constexpr const char* kFooter =
     R"(Writes one component whose buffers, package and on-die power network are external circuits, and
 beside it the SPICE file that wraps the buffers. The files named in the description are looked for in
-its folder. What was written is checked; the status is 1 when the check finds errors, which pins without
+its folder, and named in what is written by their way from there. What was written is checked; the status is 1 when the check finds errors, which pins without
 R, L or C give, since NC is written for these.
 
 Examples:
@@ -71,6 +71,8 @@ CResult<SComposite> ReadDescription(const SOptions& options)
         composite->wrapperFile = PathText(out.stem()) + ".sp";
     }
     RETURN_IF_ERROR(FindModelTypes(*composite, path.parent_path()));
+    MoveCompositeFiles(*composite, path.parent_path(), out.parent_path());
+    RETURN_IF_ERROR(CheckCompositeTargets(*composite, out, path));
     return composite;
 }
 

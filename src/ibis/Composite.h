@@ -104,6 +104,23 @@ CResult<std::string> WriteCompositeIbis(const SComposite& composite, const SLoca
 /// The SPICE file with the wrapped buffers and the sub-circuit that puts all together.
 CResult<std::string> WriteCompositeSpice(const SComposite& composite);
 
+/// The IBIS file and, where there are buffers, the SPICE file beside it.
+[[nodiscard]] std::vector<std::filesystem::path>
+CompositeTargets(const SComposite& composite, const std::filesystem::path& path);
+/// Whether the files to write are two, and none of those that they refer to or were described by.
+/// Errors: Argument.
+/// @param description  where the composite was read from, empty for nowhere
+CResult<void> CheckCompositeTargets(const SComposite& composite, const std::filesystem::path& path,
+                                    const std::filesystem::path& description = {});
+/// Names of files that are relative to one folder become relative to another; the same folder
+/// leaves them as they are written, and absolute names stay.
+void MoveCompositeFiles(SComposite& composite, const std::filesystem::path& from,
+                        const std::filesystem::path& to);
+/// The files named that are not there, each once.
+/// @param folder  that relative names begin at
+[[nodiscard]] std::vector<std::string> MissingCompositeFiles(const SComposite& composite,
+                                                             const std::filesystem::path& folder);
+
 /// Writes both files, the SPICE one first, into the folder of `path`. Errors: those of the texts;
 /// Argument when a file that the composite refers to would be overwritten; Io, Access.
 CResult<void> SaveComposite(const SComposite& composite, const std::filesystem::path& path,

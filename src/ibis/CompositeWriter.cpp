@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The text of the composite IBIS file. Lines, order and blanks are fixed: other programs and people
 // look for them.
-#include "base/File.h"
 #include "base/Text.h"
 #include "ibis/BufferNodes.h"
 #include "ibis/Composite.h"
@@ -218,38 +217,6 @@ void AppendBuffers(std::string& out, const SComposite& composite,
     }
 }
 
-bool SameFile(const std::filesystem::path& a, const std::filesystem::path& b)
-{
-    std::error_code ignored;
-    return a.lexically_normal() == b.lexically_normal() ||
-           std::filesystem::equivalent(a, b, ignored);
-}
-
-/// Whether the files to write are two, and none of those that they refer to.
-CResult<void> CheckTargets(const SComposite& composite, const std::filesystem::path& ibis,
-                           const std::filesystem::path& spice)
-{
-    if (!composite.buffers.empty() && SameFile(ibis, spice)) {
-        return Fail(EErr::Argument, fmt::format("'{}' would be the IBIS file and the wrapper file",
-                                                composite.wrapperFile));
-    }
-    std::vector<std::string_view> sources = {composite.package.file, composite.network.file};
-    for (const SCompositeBuffer& buffer : composite.buffers) {
-        sources.push_back(buffer.file);
-    }
-    for (const std::string_view source : sources) {
-        const std::filesystem::path path = ibis.parent_path() / TextPath(source);
-        const bool isWrapper = !composite.buffers.empty() && SameFile(path, spice);
-        if (!source.empty() && (isWrapper || SameFile(path, ibis))) {
-            return Fail(EErr::Argument,
-                        fmt::format("'{}', to which the composite refers, would be overwritten by "
-                                    "its {} file; give that another name",
-                                    source, isWrapper ? "wrapper" : "IBIS"));
-        }
-    }
-    return {};
-}
-
 } // namespace
 
 CResult<std::string> WriteCompositeIbis(const SComposite& composite, const SLocalTime& date)
@@ -274,19 +241,6 @@ CResult<std::string> WriteCompositeIbis(const SComposite& composite, const SLoca
     AppendBuffers(out, composite, called);
     out += "[End]\r\n";
     return out;
-}
-
-CResult<void> SaveComposite(const SComposite& composite, const std::filesystem::path& path,
-                            const SLocalTime& date)
-{
-    ASSIGN_OR_RETURN(const std::string ibis, WriteCompositeIbis(composite, date));
-    ASSIGN_OR_RETURN(const std::string spice, WriteCompositeSpice(composite));
-    const std::filesystem::path wrapper = path.parent_path() / TextPath(composite.wrapperFile);
-    RETURN_IF_ERROR(CheckTargets(composite, path, wrapper));
-    if (!composite.buffers.empty()) {
-        RETURN_IF_ERROR(WriteFileAtomic(wrapper, spice));
-    }
-    return WriteFileAtomic(path, ibis);
 }
 
 } // namespace zov::ibis

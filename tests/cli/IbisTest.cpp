@@ -60,6 +60,13 @@ TEST_F(CIbis, ComposedFilesPassTheCheck)
               "@/nvm2_sys.ibs: 7 pins, 2 buffers\n@/nvm2_sys.sp: 3 sub-circuits\n"
               "check: 0 errors, 0 warnings\n= 0");
     EXPECT_EQ(Zov("ibis tree @/nvm2_sys.ibs").status, 0);
+    // Elsewhere the files that are named are found, though IBIS 5.0 wants them beside it.
+    std::filesystem::create_directory(m_folder.Path() / "out");
+    EXPECT_EQ(Zov("ibis compose @/memory-composite.json -o @/out/x.ibs").status, 1);
+    const std::string spice = m_folder.Read("out/x.sp");
+    EXPECT_NE(spice.find(".include '../nvm2_pkg.sp'\r\n"), std::string::npos);
+    EXPECT_NE(spice.find("+file='../memory.ibs' model=dq_io "), std::string::npos);
+    EXPECT_EQ(Zov("ibis compose @/memory-composite.json -o @/memory-composite.json").status, 3);
     EXPECT_EQ(Told("ibis compose @/memory-composite.json -o @/x.ibs --date 2026-13-01"),
               "--\nzov: '2026-13-01' is no date, expected YEAR-MONTH-DAY\n= 2");
     m_folder.Write("d.json", "{\"version\": 1, \"component\": \"c\"}");

@@ -262,6 +262,45 @@ TEST(Composite, NeverOverwritesWhatItRefersTo)
     EXPECT_TRUE(saved("sys.ibs", "sys.sp").Ok());
 }
 
+TEST(Composite, NamesOfFilesMoveToAnotherFolder)
+{
+    const test::CTempFolder folder;
+    const std::filesystem::path from = folder.Path() / "from";
+    std::filesystem::create_directories(from);
+    std::filesystem::create_directory(folder.Path() / "to");
+    folder.Write("from/pkg.sp", "");
+    std::filesystem::create_directory_symlink(from, folder.Path() / "link");
+    struct SCase
+    {
+        const char* file;
+        const char* to;
+        std::string expected;
+    };
+    const SCase cases[] = {
+        {"pkg.sp", "from", "pkg.sp"},
+        {"./pkg.sp", "to/../from/", "./pkg.sp"},
+        {"./pkg.sp", "link", "./pkg.sp"},
+        {"pkg.sp", "to", "../from/pkg.sp"},
+        {"sub/../pkg.sp", "to", "../from/pkg.sp"},
+        {"../to/pkg.sp", "to", "pkg.sp"},
+        {"pkg.sp", ".", "from/pkg.sp"},
+        {"pkg.sp", "new/er", "../../from/pkg.sp"},
+        {"/somewhere/pkg.sp", "to", "/somewhere/pkg.sp"},
+    };
+    for (const SCase& one : cases) {
+        SComposite composite = Small();
+        composite.package.file = one.file;
+        MoveCompositeFiles(composite, from, folder.Path() / one.to);
+        EXPECT_EQ(composite.package.file, one.expected) << one.file << ' ' << one.to;
+    }
+    SComposite composite = Small();
+    const std::string network = composite.network.file;
+    MoveCompositeFiles(composite, from, folder.Path());
+    EXPECT_EQ(composite.network.file, "from/" + network);
+    EXPECT_EQ(MissingCompositeFiles(composite, folder.Path()),
+              (std::vector<std::string>{"from/" + network, composite.buffers[0].file}));
+}
+
 TEST(Composite, LinesKeepWithinTheLimitOfTheVersion)
 {
     SComposite composite = Small();

@@ -5,13 +5,10 @@
 #include "app/ibis/EmptyHint.h"
 #include "app/ibis/ModelBrowserDlg.h"
 #include "app/ibis/SignalBrowserDlg.h"
-#include "base/Clock.h"
 #include "base/File.h"
-#include "ibis/CheckReport.h"
 #include "ibis/IbisLoader.h"
 #include "ui/Prompt.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QHeaderView>
@@ -25,8 +22,6 @@
 
 namespace zov::app {
 namespace {
-
-const char* const kDescriptionFilter = "Composite description (*.json)";
 
 std::filesystem::path PathOf(const QString& path)
 {
@@ -53,6 +48,7 @@ CComposeWizard::CComposeWizard(QWidget* parent, CLogSink& log)
 {
     setObjectName(QStringLiteral("ComposeWizard"));
     setWindowTitle(tr("Compose IBIS"));
+    setOption(QWizard::NoCancelButtonOnLastPage); // nothing is taken back there
     resize(900, 620);
     MakeOutputPage();
     MakeBufferPage();
@@ -178,6 +174,10 @@ void CComposeWizard::MakeResultPage()
     m_verdict = new QLabel(page);
     m_verdict->setObjectName(QStringLiteral("Verdict"));
     m_verdict->setWordWrap(true);
+    m_fileWarnings = new QLabel(page);
+    m_fileWarnings->setObjectName(QStringLiteral("FileWarnings"));
+    m_fileWarnings->setWordWrap(true);
+    m_fileWarnings->hide();
     auto* list = new QTableView(page);
     list->setObjectName(QStringLiteral("Report"));
     list->setModel(&m_report);
@@ -194,6 +194,7 @@ void CComposeWizard::MakeResultPage()
     editor->setObjectName(QStringLiteral("OpenInEditor"));
     auto* layout = new QVBoxLayout(page);
     layout->addWidget(m_verdict);
+    layout->addWidget(m_fileWarnings);
     layout->addWidget(list, 1);
     layout->addWidget(editor, 0, Qt::AlignLeft);
     page->SetShown([this] { Check(); });
@@ -336,65 +337,6 @@ void CComposeWizard::TakePin(const ibis::SPinListRow& row)
                          row.inverting ? Text(row.diffPin) : QString()});
 }
 
-void CComposeWizard::OpenDescription()
-{
-    const QString path =
-        ui::CPrompt::OpenFile(this, tr("Open Description"), tr(kDescriptionFilter));
-    if (path.isEmpty()) {
-        return;
-    }
-    CResult<std::string> text = ReadWholeFile(PathOf(path));
-    if (!text) {
-        Tell(text.Error());
-        return;
-    }
-    CResult<ibis::SComposite> read = ibis::ReadCompositeJson(*text);
-    if (!read) {
-        Tell(read.Error());
-        return;
-    }
-    // Files that it names stand beside it, and so does what is written unless told otherwise.
-    CResult<void> types;
-    RunBeside([&] { types = FindModelTypes(*read, PathOf(QFileInfo(path).absolutePath())); });
-    if (!types) {
-        Tell(types.Error());
-    }
-    Set(*read);
-    if (OutputPath().isEmpty()) {
-        const QString name = read->fileName.empty()
-                                 ? QFileInfo(path).completeBaseName() + QStringLiteral(".ibs")
-                                 : Text(read->fileName);
-        m_path->setText(QFileInfo(path).absoluteDir().filePath(name));
-    }
-}
-
-void CComposeWizard::SaveDescription()
-{
-    const QString path =
-        ui::CPrompt::SaveFile(this, tr("Save Description"), tr(kDescriptionFilter));
-    if (path.isEmpty()) {
-        return;
-    }
-    const CResult<void> saved = WriteFileAtomic(PathOf(path), WriteCompositeJson(Composite()));
-    if (!saved) {
-        Tell(saved.Error());
-    }
-}
-
-bool CComposeWizard::CheckOutputPage()
-{
-    QString fault;
-    if (m_component->text().trimmed().isEmpty()) {
-        fault = tr("The component needs a name.");
-    } else if (!OutputPath().endsWith(QStringLiteral(".ibs"), Qt::CaseInsensitive)) {
-        fault = tr("Give the path of the IBIS file, ending in .ibs.");
-    }
-    if (!fault.isEmpty()) {
-        ui::CPrompt::Tell(this, fault, ui::EIcon::Warning);
-    }
-    return fault.isEmpty();
-}
-
 bool CComposeWizard::CheckPinPage()
 {
     if (m_pins->Model().rowCount() == 0) {
@@ -402,48 +344,6 @@ bool CComposeWizard::CheckPinPage()
         return false;
     }
     return true;
-}
-
-bool CComposeWizard::Write()
-{
-    ibis::SComposite composite = Composite();
-    const std::filesystem::path path = PathOf(OutputPath());
-    CResult<void> result;
-    RunBeside([&] {
-        result = FindModelTypes(composite, path.parent_path());
-        if (result) {
-            result = CheckComposite(composite);
-        }
-        if (result) {
-            result = SaveComposite(composite, path, LocalTimeNow());
-        }
-    });
-    if (!result) {
-        Tell(result.Error());
-        return false;
-    }
-    m_log.Write(tr("Written: %1").arg(OutputPath()).toStdString());
-    return true;
-}
-
-void CComposeWizard::Check()
-{
-    m_verdict->setText(tr("Checking %1...").arg(OutputPath()));
-    auto info = std::make_shared<ibis::SIPCheckInfo>();
-    m_job.Start(tr("Checking"),
-                [this, info,
-                 path = OutputPath().toStdString()](CJobState& state) -> CBackgroundJob::Deliver {
-                    CheckIbisFile(path.c_str(), info.get(),
-                                  {ibischk::EFileType::Ibs, {}, [&state](double) {
-                                       return !state.Cancelled();
-                                   }});
-                    return [this, info] {
-                        m_report.SetMessages({info, &info->messages});
-                        m_verdict->setText(
-                            tr("%1 is written: %2.")
-                                .arg(OutputPath(), VerdictText(info->errors, info->warnings)));
-                    };
-                });
 }
 
 } // namespace zov::app

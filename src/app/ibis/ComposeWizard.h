@@ -12,7 +12,9 @@
 #include "ibis/PinList.h"
 #include "ui/Wizard.h"
 
+#include <filesystem>
 #include <memory>
+#include <vector>
 
 class QLabel;
 class QLineEdit;
@@ -62,7 +64,12 @@ private:
     /// Tells the first fault of the page; true for none.
     bool CheckOutputPage();
     bool CheckPinPage();
+    [[nodiscard]] ibis::SComposite CompositeIn(const std::filesystem::path& folder) const;
+    /// Asks about files that are there.
+    bool MayReplace(const std::vector<std::filesystem::path>& files);
     bool Write();
+    /// Of files that are named and not there, or not where the standard wants them.
+    void ShowFileWarnings(const ibis::SComposite& composite, const std::filesystem::path& folder);
     void Check();
     void TakePin(const ibis::SPinListRow& row);
     void Tell(const SError& error);
@@ -76,6 +83,8 @@ private:
     CCircuitEditor* m_package = nullptr;
     CCircuitEditor* m_network = nullptr;
     QLabel* m_verdict = nullptr;
+    QLabel* m_fileWarnings = nullptr;
+    std::filesystem::path m_description; ///< that was opened; relative names begin beside it
     CReportModel m_report;
     CBackgroundJob m_job;
 };
