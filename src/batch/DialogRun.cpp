@@ -78,6 +78,10 @@ CResult<void> RunTab(const SDialogTab& tab, const FClock& clock, CGeneratorQuest
         questions.Ask(msg::kAskReplaceFile)) {
         job.existing = EDestination::Replace;
     }
+    if (progress && !progress(0)) { // given up at the question
+        log.Write(msg::kStopped);
+        return Fail(EErr::Cancelled, "stopped by the user");
+    }
     job.generate.askReplace = [&] { return questions.Ask(msg::kAskReplaceModels); };
     job.generate.progress = progress;
     auto outcome = RunImport(job, log, report);

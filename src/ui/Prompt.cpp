@@ -152,6 +152,9 @@ EAnswer ShowBox(QWidget* parent, const SShownPrompt& prompt)
                     parent);
     box.setObjectName(QStringLiteral("MessageBox"));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    if (prompt.icon == EIcon::Warning && box.button(QMessageBox::No) != nullptr) {
+        box.setDefaultButton(QMessageBox::No); // what Enter does can be undone
+    }
     return AnswerOf(box.exec(), prompt.buttons);
 }
 

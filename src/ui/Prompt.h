@@ -62,7 +62,7 @@ class CPrompt
 {
 public:
     /// Shows a box and waits. Closing it by other means than a button is Cancel, or No where there
-    /// is no Cancel, or Ok where that is all.
+    /// is no Cancel, or Ok where that is all. Enter is the first button, or No in a box that warns.
     static EAnswer Ask(QWidget* parent, const QString& text, EButtons buttons,
                        EIcon icon = EIcon::Question);
     /// A box whose buttons have these words, the first being the default, and Cancel behind them.

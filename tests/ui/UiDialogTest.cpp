@@ -173,5 +173,15 @@ TEST(Prompt, RealBoxesGiveTheirButtons)
     }
 }
 
+TEST(Prompt, EnterInABoxThatWarnsIsNo)
+{
+    for (const EIcon icon : {EIcon::Question, EIcon::Warning}) {
+        QTimer::singleShot(
+            0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+        EXPECT_EQ(CPrompt::Ask(nullptr, QStringLiteral("?"), EButtons::YesNoCancel, icon),
+                  icon == EIcon::Warning ? EAnswer::No : EAnswer::Yes);
+    }
+}
+
 } // namespace
 } // namespace zov::ui

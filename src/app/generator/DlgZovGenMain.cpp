@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/generator/DlgZovGenMain.h"
 
-#include "app/BoxQuestions.h"
 #include "app/generator/GeneratorMemory.h"
 #include "app/generator/GeneratorPage.h"
 #include "app/generator/GuiCall.h"
@@ -55,7 +54,7 @@ public:
     void BeginTab(bool madeByRun) { m_madeByRun = madeByRun; }
     bool Ask(std::string_view question) override
     {
-        if (m_madeByRun && question == batch::msg::kAskReplaceFile) {
+        if (m_state.Cancelled() || (m_madeByRun && question == batch::msg::kAskReplaceFile)) {
             return false;
         }
         const auto known = m_answers.find(std::string(question));
@@ -63,7 +62,16 @@ public:
             return known->second;
         }
         bool& yes = m_answers[std::string(question)];
-        CallInGui(m_parent, m_state, [&] { yes = CBoxQuestions(m_parent).YesNo(question); });
+        CallInGui(m_parent, m_state, [&] {
+            const bool isFile = question == batch::msg::kAskReplaceFile;
+            const ui::EAnswer answer = ui::CPrompt::Ask(
+                &m_parent, Shown(question),
+                isFile ? ui::EButtons::YesNoCancel : ui::EButtons::YesNo, ui::EIcon::Warning);
+            yes = answer == ui::EAnswer::Yes;
+            if (answer == ui::EAnswer::Cancel) {
+                m_state.Cancel();
+            }
+        });
         return yes;
     }
 
@@ -155,6 +163,11 @@ void CDlgZovGenMain::Restore()
     for (CGeneratorPage* page : m_pages) {
         if (const auto tab = RememberedTab(page->Type(), store)) {
             page->Restore(*tab);
+        }
+        const CZovSession::TLibrary project = m_session->ProjectLibrary();
+        const batch::SDialogTab shown = page->Tab();
+        if (project && (shown.destination.empty() || shown.sourceFile.empty())) {
+            page->SetDestination(Shown(PathText(project->Path())));
         }
     }
     const std::int64_t tab = store.Integer(kGeneratorSection, kTabName).value_or(0);

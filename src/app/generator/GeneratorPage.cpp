@@ -367,6 +367,9 @@ void CGeneratorPage::TakePreview(CResult<batch::SPreview>& preview)
     m_form.ui_IDC_PREVIEW_STATE->setText(lines.join(QLatin1Char('\n')));
     m_preview->Show(preview.Take());
     m_form.ui_IDC_PREVIEW->resizeColumnsToContents();
+    if (const QModelIndex fault = m_preview->FirstFault(); fault.isValid()) {
+        m_form.ui_IDC_PREVIEW->scrollTo(fault);
+    }
 }
 
 } // namespace zov::app

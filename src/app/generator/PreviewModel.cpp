@@ -7,6 +7,8 @@
 #include <QFont>
 #include <QPalette>
 
+#include <algorithm>
+
 namespace zov::app {
 namespace {
 
@@ -38,7 +40,7 @@ int CPreviewModel::rowCount(const QModelIndex& parent) const
 
 int CPreviewModel::columnCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_preview.fields.size()) + 1;
+    return parent.isValid() ? 0 : static_cast<int>(m_preview.fields.size()) + kFirstField;
 }
 
 QVariant CPreviewModel::data(const QModelIndex& index, int role) const
@@ -47,14 +49,15 @@ QVariant CPreviewModel::data(const QModelIndex& index, int role) const
         return {};
     }
     const batch::SPreviewRow& row = m_preview.rows[static_cast<std::size_t>(index.row())];
-    if (index.column() == columnCount() - 1) { // what becomes of the row
+    if (index.column() == kResult) {
         if (role == Qt::BackgroundRole) {
             return row.failed ? QVariant(MarkOf(true)) : QVariant();
         }
         return role == Qt::DisplayRole || role == Qt::ToolTipRole ? QVariant(Shown(row.action))
                                                                   : QVariant();
     }
-    const batch::SPreviewCell& cell = row.cells[static_cast<std::size_t>(index.column())];
+    const batch::SPreviewCell& cell =
+        row.cells[static_cast<std::size_t>(index.column() - kFirstField)];
     switch (role) {
     case Qt::DisplayRole:
         return Shown(cell.text);
@@ -80,12 +83,27 @@ QVariant CPreviewModel::headerData(int section, Qt::Orientation orientation, int
     if (orientation == Qt::Vertical) {
         return section < rowCount() ? m_preview.rows[static_cast<std::size_t>(section)].number : 0U;
     }
-    if (section == columnCount() - 1) {
+    if (section == kResult) {
         return tr("Result");
     }
     return section < columnCount()
-               ? Shown(batch::InfoOf(m_preview.fields[static_cast<std::size_t>(section)]).label)
+               ? Shown(batch::InfoOf(
+                           m_preview.fields[static_cast<std::size_t>(section - kFirstField)])
+                           .label)
                : QString();
+}
+
+QModelIndex CPreviewModel::FirstFault() const
+{
+    for (std::size_t row = 0; row < m_preview.rows.size(); ++row) {
+        const auto& cells = m_preview.rows[row].cells;
+        const auto faulty = std::ranges::find_if(cells, &batch::SPreviewCell::faulty);
+        if (faulty != cells.end()) {
+            return index(static_cast<int>(row),
+                         static_cast<int>(faulty - cells.begin()) + kFirstField);
+        }
+    }
+    return {};
 }
 
 } // namespace zov::app

@@ -17,6 +17,8 @@ public:
 
     void Show(batch::SPreview preview);
     [[nodiscard]] const batch::SPreview& Preview() const { return m_preview; }
+    /// The first cell, row by row, that keeps its row out; invalid without one.
+    [[nodiscard]] QModelIndex FirstFault() const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -24,6 +26,9 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    static constexpr int kResult = 0; ///< what becomes of the row
+    static constexpr int kFirstField = 1;
+
     batch::SPreview m_preview;
 };
 

@@ -11,6 +11,7 @@
 
 #include <QAbstractItemView>
 #include <QStandardItemModel>
+#include <QTableView>
 #include <QTest>
 #include <QUndoStack>
 
@@ -132,18 +133,18 @@ TEST_F(CGeneratorTest, TabsListsAndChoicesAreAsTheyAreCalled)
 TEST_F(CGeneratorTest, ThePreviewShowsWhatWillBeImportedAndWhatIsWrong)
 {
     SetSource(kResistors);
-    // Model Name, Model Type, Mfg.Part No. or Manufacturer, Resistance, then the result.
-    const int last = Preview().columnCount() - 1;
+    constexpr int result = 0;
+    EXPECT_EQ(Preview().headerData(result, Qt::Horizontal).toString(), QStringLiteral("Result"));
     int resistance = 0;
-    for (int i = 0; i < last; ++i) {
+    for (int i = 1; i < Preview().columnCount(); ++i) {
         if (Preview().headerData(i, Qt::Horizontal).toString() == QStringLiteral("Resistance")) {
             resistance = i;
         }
     }
     ASSERT_EQ(Preview().rowCount(), 4);
     EXPECT_EQ(Cell(0, resistance), QStringLiteral("10000mOhm"));
-    EXPECT_EQ(Cell(0, last), QStringLiteral("added"));
-    EXPECT_TRUE(Cell(2, last).startsWith(QStringLiteral("skipped")));
+    EXPECT_EQ(Cell(0, result), QStringLiteral("added"));
+    EXPECT_TRUE(Cell(2, result).startsWith(QStringLiteral("skipped")));
     EXPECT_EQ(Preview().headerData(3, Qt::Vertical).toInt(), 5) << "the sheet's own row number";
     const QModelIndex bad = Preview().index(3, resistance);
     EXPECT_EQ(bad.data().toString(), QStringLiteral("much"));
@@ -153,19 +154,39 @@ TEST_F(CGeneratorTest, ThePreviewShowsWhatWillBeImportedAndWhatIsWrong)
 
     Child<QRadioButton>("ui_IDC_ADD_SUFFIX").setChecked(true);
     Settle();
-    EXPECT_EQ(Cell(2, 0), QStringLiteral("R-10_1"));
+    EXPECT_EQ(Cell(2, 1), QStringLiteral("R-10_1"));
     Map("Resistance", "Resistance (Ohm)"); // the title says the unit
     EXPECT_EQ(Cell(0, resistance), QStringLiteral("10000mOhm"));
     Map("Resistance", "kOhm", CMappingModel::kUnit);
     EXPECT_EQ(Cell(0, resistance), QStringLiteral("1e+07mOhm"));
 }
 
+TEST_F(CGeneratorTest, ThePreviewGoesToTheFirstFault)
+{
+    dialog.resize(700, 500);
+    dialog.ShowPage(Resistor);
+    dialog.show();
+    std::string lines = "Part Number,Manufacturer,Model Type,Resistance (Ohm)\n";
+    for (int i = 0; i < 60; ++i) {
+        lines += "R-" + std::to_string(i) + "," + std::string(60, 'M') +
+                 (i < 40 ? ",RLC,10\n" : ",RLC,much\n");
+    }
+    SetSource(lines);
+    QTest::qWait(1);
+    const auto& view = Child<QTableView>("ui_IDC_PREVIEW");
+    for (int i = 1; i < Preview().columnCount(); ++i) {
+        if (Preview().headerData(i, Qt::Horizontal).toString() == QStringLiteral("Resistance")) {
+            const QRect cell = view.visualRect(Preview().index(40, i));
+            EXPECT_TRUE(view.viewport()->rect().intersects(cell)) << cell.y();
+        }
+    }
+    EXPECT_FALSE(view.viewport()->rect().intersects(view.visualRect(Preview().index(0, 1))));
+}
+
 TEST_F(CGeneratorTest, ConstantsStandInForMissingColumns)
 {
     SetSource("Name,Value\nA,4u7\nB,10uF\n", Capacitor);
-    const auto failed = [&] {
-        return Preview(Capacitor).index(0, Preview(Capacitor).columnCount() - 1).data().toString();
-    };
+    const auto failed = [&] { return Preview(Capacitor).index(0, 0).data().toString(); };
     Map("Model Name", "Name", CMappingModel::kXlsProp, Capacitor);
     Map("Cnom", "Value", CMappingModel::kXlsProp, Capacitor);
     EXPECT_TRUE(failed().startsWith(QStringLiteral("failed")));
@@ -252,11 +273,20 @@ TEST_F(CGeneratorTest, AnOpenLibraryIsChangedInOneStep)
     const QString replaceModels = QStringLiteral(
         "Models with the same name already exist in the selected ZOV file. Do you want to replace "
         "them with the new models?\nIf you click No, the existing models would be retained.");
+    const std::string before = folder.Read("made.zov");
+    answers.Then(EAnswer::Cancel);
+    Generate();
+    EXPECT_EQ(folder.Read("made.zov"), before);
+    EXPECT_EQ(library->Count(), 3U);
+    EXPECT_TRUE(session.IsModified(*library));
+    EXPECT_TRUE(Log().trimmed().endsWith(QStringLiteral("Stopped."))) << Log().toStdString();
+    EXPECT_EQ(answers.Shown().back().buttons, ui::EButtons::YesNoCancel);
+    const std::size_t shown = answers.Shown().size();
     answers.Then(EAnswer::No).Then(EAnswer::No);
     Generate();
-    ASSERT_EQ(answers.Shown().size(), 2U);
-    EXPECT_EQ(answers.Shown()[0].text, replaceFile);
-    EXPECT_EQ(answers.Shown()[1].text, replaceModels);
+    ASSERT_EQ(answers.Shown().size(), shown + 2);
+    EXPECT_EQ(answers.Shown()[shown].text, replaceFile);
+    EXPECT_EQ(answers.Shown()[shown + 1].text, replaceModels);
     EXPECT_EQ(library->Count(), 4U);
     EXPECT_EQ(value(), 10.0) << "retained";
     EXPECT_TRUE(Logged(QStringLiteral("'R-10' exsits in library...skip")));
@@ -280,6 +310,16 @@ TEST_F(CGeneratorTest, AnOpenLibraryIsChangedInOneStep)
     EXPECT_EQ(library->Count(), 2U) << "the file is replaced";
     EXPECT_EQ(Count("made.zov"), 2U);
     EXPECT_EQ(answers.Unexpected(), 0);
+}
+
+TEST_F(CGeneratorTest, TabsNotInUseOfferTheProjectLibrary)
+{
+    SetSource(kResistors);
+    SetDestination("made.zov");
+    Generate();
+    CDlgZovGenMain next(&session, &window);
+    EXPECT_EQ(next.Page(Capacitor).Tab().destination, PathText(session.ProjectLibrary()->Path()));
+    EXPECT_EQ(next.Page(Resistor).Tab().sourceFile, dialog.Page(Resistor).Tab().sourceFile);
 }
 
 TEST_F(CGeneratorTest, StoppingLeavesEverythingAsItWas)
