@@ -189,7 +189,7 @@ void CModelListView::SearchChanged()
     m_search->setPalette(palette);
     m_search->setToolTip(m_model.QueryError());
     m_count->setText(good ? m_count->text() : m_model.QueryError());
-    if (good) {
+    if (good && !m_model.IsFilling()) { // else with the new rows
         ShowCount();
     }
 }
@@ -198,8 +198,14 @@ void CModelListView::ShowCount()
 {
     const int shown = m_model.rowCount();
     const int total = static_cast<int>(m_model.Total());
-    m_count->setText(shown == total ? tr("%L1 models").arg(total)
-                                    : tr("%L1 of %L2 models").arg(shown).arg(total));
+    const bool areHidden = shown != total && m_model.Type() == ERecordType::Any &&
+                           m_search->text().trimmed().isEmpty();
+    m_count->setText(
+        shown == total ? tr("%L1 models").arg(total)
+        : areHidden    ? tr("%L1 of %L2 models, others hidden by the options").arg(shown).arg(total)
+                       : tr("%L1 of %L2 models").arg(shown).arg(total));
+    m_count->setToolTip(areHidden ? tr("Tools, Options, General says which capacitors are hidden.")
+                                  : QString());
 }
 
 void CModelListView::ShowHint()

@@ -55,6 +55,12 @@ TEST_F(ModelListViewTest, TypingSearchesAndTellsWhatIsWrong)
     EXPECT_TRUE(count->text().contains(QStringLiteral("'x' is no value of Volt")));
     view.SearchField().clear();
     ASSERT_TRUE(QTest::qWaitFor([&] { return view.Model().rowCount() == 3; }));
+
+    SZovSettings settings;
+    settings.capacitanceLess = {true, 1e-6};
+    view.Take(settings);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view.Model().rowCount() == 0; }));
+    EXPECT_EQ(count->text(), QStringLiteral("0 of 3 models, others hidden by the options"));
 }
 
 TEST_F(ModelListViewTest, ALargeSelectionStaysInANewOrder)

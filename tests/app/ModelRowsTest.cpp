@@ -54,7 +54,7 @@ TEST(ModelRows, SortsByValueAndNotByText)
                            SCase{{true, EModelColumn::Value, true}, "coil u10 n900 p47 none "},
                            SCase{{true, EModelColumn::Voltage, false}, "u10 n900 p47 none coil "},
                            SCase{{true, EModelColumn::Name, true}, "u10 p47 none n900 coil "}}) {
-        EXPECT_EQ(Names(libraries, SelectRows(libraries, {{}, {}, c.order}, kGoOn)), c.names);
+        EXPECT_EQ(Names(libraries, SelectRows(libraries, {{}, {}, {}, c.order}, kGoOn)), c.names);
     }
 }
 
@@ -81,7 +81,7 @@ TEST(ModelRows, OrderIsThatOfAPlainSort)
         return left.empty() != right.empty() ? right.empty() : CompareNoCase(left, right) < 0;
     });
     const std::vector<SModelRow> rows =
-        SelectRows({&library}, {{}, {}, {true, EModelColumn::Name, false}}, kGoOn);
+        SelectRows({&library}, {{}, {}, {}, {true, EModelColumn::Name, false}}, kGoOn);
     ASSERT_EQ(rows.size(), expected.size());
     for (std::size_t i = 0; i < rows.size(); ++i) {
         ASSERT_EQ(rows[i].record, expected[i]) << i;
@@ -100,7 +100,8 @@ TEST(ModelRows, HideRulesAreForCapacitorsWithTheValue)
     library.Add(ERecordType::Ic).SetString(EPropId::ModelName, "ic");
     SZovSettings settings;
     const auto shown = [&] {
-        return Names({&library}, SelectRows({&library}, {{}, SHideRules::Of(settings), {}}, kGoOn));
+        return Names({&library},
+                     SelectRows({&library}, {{}, {}, SHideRules::Of(settings), {}}, kGoOn));
     };
     EXPECT_EQ(shown(), "small good large low high unknown ic ");
     settings.capacitanceLess.on = settings.capacitanceMore.on = true;
@@ -116,7 +117,7 @@ TEST(ModelRows, EndsWhenAsked)
         library.Add(ERecordType::Spice).SetString(EPropId::ModelName, "x");
     }
     int asked = 0;
-    const auto rows = SelectRows({&library}, {{}, {}, {}}, [&](double) { return ++asked < 2; });
+    const auto rows = SelectRows({&library}, {{}, {}, {}, {}}, [&](double) { return ++asked < 2; });
     EXPECT_EQ(asked, 2);
     EXPECT_LT(rows.size(), library.Count());
 }

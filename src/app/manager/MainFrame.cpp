@@ -224,8 +224,6 @@ void CZovMainFrm::MakePanes()
 
     m_models = new CModelListView(kProjectList, this);
     m_models->setObjectName(QStringLiteral("Models"));
-    m_models->SetEmptyHint(tr("No library is open. Open one with Ctrl+O, make a new one with "
-                              "Ctrl+N, or drop a library file here."));
     m_search = new CModelListView(kSearchList, this);
     m_search->setObjectName(QStringLiteral("SearchModels"));
     m_search->SetEmptyHint(tr("All libraries that are switched on are searched here. Open a "
@@ -501,7 +499,30 @@ void CZovMainFrm::ShowSelectedLibrary()
     if (libraries != m_models->Model().Libraries()) {
         m_models->Model().SetLibraries(libraries);
     }
+    m_models->SetEmptyHint(EmptyHint(!libraries.empty()));
     m_session.Edits().SetActive(SelectedLibrary());
+}
+
+QString CZovMainFrm::EmptyHint(bool hasLibrary) const
+{
+    if (hasLibrary) {
+        return tr("This library is empty. Ins adds a model, Ctrl+G makes models of a part list.");
+    }
+    if (!m_session.Set().Entries().empty()) {
+        return tr("No library is selected. Choose one in the tree at the left.");
+    }
+    return tr("No library is open. Open one with Ctrl+O, make a new one with Ctrl+N, or drop a "
+              "library file here.");
+}
+
+void CZovMainFrm::SelectLibraryAt(const std::filesystem::path& path)
+{
+    for (const SLibraryEntry* entry : m_session.Set().Entries()) {
+        std::error_code ignored;
+        if (std::filesystem::equivalent(entry->path, path, ignored)) {
+            m_tree->setCurrentIndex(m_treeModel.IndexOf(m_session.Tree().Find(*entry->library)));
+        }
+    }
 }
 
 void CZovMainFrm::ShowTitle()

@@ -223,6 +223,9 @@ private:
     void ShowPage(int page);
     void ShowLibraries();
     void ShowSelectedLibrary();
+    /// What to do while the list of models has no row.
+    [[nodiscard]] QString EmptyHint(bool hasLibrary) const;
+    void SelectLibraryAt(const std::filesystem::path& path);
     void ShowTreeMenu(const QPoint& globalPos);
     void FillMoveTo(QMenu& menu);
     void ShowModelMenu(const QPoint& globalPos);

@@ -61,6 +61,7 @@ void CZovMainFrm::OnFileNew()
                                                QStringLiteral("new_lib_file"));
     if (!path.isEmpty()) {
         Report(m_session.NewProject(PathOf(path), m_questions));
+        SelectLibraryAt(PathOf(path));
         Remember(path);
     }
 }

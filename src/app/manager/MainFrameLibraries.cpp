@@ -51,6 +51,7 @@ void CZovMainFrm::OnNewZovLibFile()
                                                QStringLiteral("new_lib_file"));
     if (!path.isEmpty()) {
         Report(m_session.NewExternal(TextPath(path.toStdString()), collection));
+        SelectLibraryAt(TextPath(path.toStdString()));
     }
 }
 

@@ -9,6 +9,7 @@
 #include <QDockWidget>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStackedWidget>
 
@@ -60,6 +61,11 @@ TEST_F(MainFrameTest, NewLibrariesAreWrittenAtOnce)
     EXPECT_TRUE(std::filesystem::exists(folder.Path() / "board.zov"));
     ASSERT_NE(frame.Session().ProjectLibrary(), nullptr);
     EXPECT_EQ(frame.Session().ProjectLibrary()->Name(), "board");
+    EXPECT_EQ(Tree().currentIndex().data().toString(), QStringLiteral("board"));
+    answers.ThenPath(Text(folder.Path() / "parts v1.2"));
+    Trigger(ID_NEW_ZOV_LIB_FILE);
+    EXPECT_TRUE(std::filesystem::exists(folder.Path() / "parts v1.2.zov"));
+    EXPECT_EQ(Tree().currentIndex().data().toString(), QStringLiteral("parts v1.2"));
 }
 
 TEST_F(MainFrameTest, ExternalLibrariesAreArrangedInCollections)
@@ -127,6 +133,9 @@ TEST_F(MainFrameTest, DeletedModelsAreSavedWhenTheUserSaysSo)
     EXPECT_FALSE(frame.close()) << "modified: the user is asked";
     Trigger(ID_FILE_SAVE);
     EXPECT_FALSE(IsEnabled(ID_FILE_SAVE));
+    auto* output = frame.findChild<QPlainTextEdit*>(QStringLiteral("Output"));
+    const QString told = QStringLiteral("'project' was saved to '%1'.").arg(Text(path));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return output->toPlainText().contains(told); }));
     EXPECT_TRUE(frame.close());
     CNullLog log;
     EXPECT_EQ(LoadLibrary(path, {}, log)->Count(), 9U);
@@ -249,6 +258,10 @@ TEST_F(MainFrameTest, PagesPanesAndThemesSwitch)
     const QColor dark = frame.palette().color(QPalette::Window);
     Trigger(ID_THEME_LIGHT);
     EXPECT_GT(frame.palette().color(QPalette::Window).lightness(), dark.lightness());
+    Trigger(ID_THEME_DARK);
+    const QSettings stored(Text(folder.Path() / "layout.ini"), QSettings::IniFormat);
+    EXPECT_TRUE(stored.value(QStringLiteral("MainFrame/DarkTheme")).toBool()) << "at once";
+    Trigger(ID_THEME_LIGHT);
 }
 
 TEST_F(MainFrameTest, WhatCannotBeOpenedIsTold)
