@@ -367,6 +367,9 @@ void CGeneratorPage::TakePreview(CResult<batch::SPreview>& preview)
     m_form.ui_IDC_PREVIEW_STATE->setText(lines.join(QLatin1Char('\n')));
     m_preview->Show(preview.Take());
     m_form.ui_IDC_PREVIEW->resizeColumnsToContents();
+    // The words of a fault are in the tip, too; the fields stay in view beside them.
+    m_form.ui_IDC_PREVIEW->setColumnWidth(
+        0, std::min(m_form.ui_IDC_PREVIEW->columnWidth(0), m_form.ui_IDC_PREVIEW->width() / 3));
     if (const QModelIndex fault = m_preview->FirstFault(); fault.isValid()) {
         m_form.ui_IDC_PREVIEW->scrollTo(fault);
     }

@@ -181,6 +181,7 @@ TEST_F(CGeneratorTest, ThePreviewGoesToTheFirstFault)
         }
     }
     EXPECT_FALSE(view.viewport()->rect().intersects(view.visualRect(Preview().index(0, 1))));
+    EXPECT_LE(view.columnWidth(0), view.width() / 3) << "the words of a fault leave room";
 }
 
 TEST_F(CGeneratorTest, ConstantsStandInForMissingColumns)
