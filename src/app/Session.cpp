@@ -35,6 +35,20 @@ std::vector<SListedLibrary> StoredLibraries(const ISettingsStore& store,
         .externalLibraries;
 }
 
+/// Nothing is written over the file of a library that is open, but by itself.
+CResult<void> RefuseOpenFile(const CLibrarySet& set, const fs::path& path,
+                             const CZovLibrary* except)
+{
+    const auto isThere = [&](const SLibraryEntry* entry) {
+        std::error_code ignored;
+        return entry->library.get() != except && fs::equivalent(entry->path, path, ignored);
+    };
+    if (std::ranges::any_of(set.Entries(), isThere)) {
+        return Fail(EErr::Argument, "'" + PathText(path) + "' is open as another library");
+    }
+    return {};
+}
+
 } // namespace
 
 CZovSession::CZovSession(ISettingsStore& store, CLogSink& log, const FEnvironment& environment)
@@ -211,6 +225,7 @@ void CZovSession::OpenFolder(const fs::path& folder, CQuestions& questions)
 
 CResult<void> CZovSession::WriteEmpty(const fs::path& path)
 {
+    RETURN_IF_ERROR(RefuseOpenFile(m_set, path, nullptr));
     return SaveLibrary(CZovLibrary(), path, m_settings.units, m_log);
 }
 
@@ -658,13 +673,7 @@ CZovSession::SObstacle CZovSession::ObstacleTo(const TLibrary& library)
 CResult<void> CZovSession::Save(const TLibrary& library, const fs::path& path, ESave how)
 {
     const fs::path target = path.empty() ? library->Path() : path;
-    const auto isOther = [&](const SLibraryEntry* entry) {
-        std::error_code ignored;
-        return entry->library != library && fs::equivalent(entry->path, target, ignored);
-    };
-    if (std::ranges::any_of(m_set.Entries(), isOther)) {
-        return Fail(EErr::Argument, "'" + PathText(target) + "' is open as another library");
-    }
+    RETURN_IF_ERROR(RefuseOpenFile(m_set, target, library.get()));
     if (path.empty() && how == ESave::Careful) {
         if (const SObstacle obstacle = ObstacleTo(library); obstacle.kind != EObstacle::None) {
             return Fail(EErr::Access, obstacle.text.toStdString());

@@ -68,6 +68,23 @@ TEST_F(MainFrameTest, NewLibrariesAreWrittenAtOnce)
     EXPECT_EQ(Tree().currentIndex().data().toString(), QStringLiteral("parts v1.2"));
 }
 
+TEST_F(MainFrameTest, NewLibrariesDontReplaceOpenOnes)
+{
+    const std::filesystem::path path = Library("project", 3);
+    OpenProject(path);
+    for (const int command : {ID_FILE_NEW, ID_NEW_ZOV_LIB_FILE}) {
+        answers.ThenPath(Text(path)).Then(ui::EAnswer::Ok);
+        Trigger(command);
+        WaitIdle();
+        ASSERT_FALSE(answers.Shown().empty());
+        EXPECT_TRUE(
+            answers.Shown().back().text.contains(QStringLiteral("is open as another library")));
+        ASSERT_NE(frame.Session().ProjectLibrary(), nullptr);
+        EXPECT_EQ(frame.Session().ProjectLibrary()->Count(), 3U);
+    }
+    EXPECT_GT(std::filesystem::file_size(path), 3U * 20U) << "the models are still in the file";
+}
+
 TEST_F(MainFrameTest, ExternalLibrariesAreArrangedInCollections)
 {
     OpenProject(Library("project", 1));
