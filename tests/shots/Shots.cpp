@@ -127,8 +127,8 @@ TWindow NoDesign(CStage& stage)
 
 TWindow Browse(CStage& stage)
 {
-    return std::make_unique<app::CDlgAssignModel>(&stage.Frame().Session(),
-                                                  QStringLiteral("VC-004"), &stage.Frame());
+    return std::make_unique<app::CDlgAssignModel>(
+        &stage.Frame().Session(), QStringLiteral("VC-004"), ERecordType::Capacitor, &stage.Frame());
 }
 
 TWindow BrowseForSeveral(CStage& stage)
@@ -137,7 +137,7 @@ TWindow BrowseForSeveral(CStage& stage)
         &stage.Frame().Session(),
         QStringList{QStringLiteral("VC-004"), QStringLiteral("KP0603X7R334"),
                     QStringLiteral("TMI6045-1")},
-        &stage.Frame());
+        ERecordType::Any, &stage.Frame());
     dialog->show();
     stage.Settle();
     dialog->findChild<app::CModelListView*>(QStringLiteral("BrowseModels"))->Table().selectRow(2);
