@@ -45,7 +45,8 @@ std::string_view TakePathWord(std::string_view& text)
     return word;
 }
 
-/// What stands behind "=": nothing where the section ends there or the next word has its own "=".
+/// What stands behind "=": nothing where the section ends there, where a further "=" follows or
+/// the next word has its own.
 std::string_view TakeSectionValue(std::string_view& text)
 {
     if (TrimLine(text).starts_with('/')) {
@@ -53,7 +54,7 @@ std::string_view TakeSectionValue(std::string_view& text)
     }
     std::string_view behind = text;
     const std::string_view word = TakePathWord(behind);
-    if (TrimLine(behind).starts_with('=')) {
+    if (word == "=" || TrimLine(behind).starts_with('=')) {
         return {};
     }
     text = behind;
