@@ -61,6 +61,18 @@ std::string_view TakeSectionValue(std::string_view& text)
     return word;
 }
 
+/// Signs of equality that belong to no name, up to the last of them.
+std::string_view TakeSigns(std::string_view first, std::string_view& text)
+{
+    std::size_t size = first.size();
+    for (std::string_view rest = TrimLine(text); rest.starts_with('='); rest = TrimLine(rest)) {
+        rest.remove_prefix(1);
+        size = static_cast<std::size_t>(rest.data() - first.data());
+        text = rest;
+    }
+    return {first.data(), size};
+}
+
 } // namespace
 
 // --- stubs and paths ---------------------------------------------------------------------------
@@ -113,8 +125,9 @@ void CIPDataPaths::TakeElement(std::string_view word, std::string_view& rest, st
         }
         return;
     }
-    const std::string_view after = TrimLine(rest);
-    if (after.starts_with('=')) {
+    if (word == "=") {
+        word = TakeSigns(word, rest);
+    } else if (TrimLine(rest).starts_with('=')) {
         TakeSectionPart(word, rest, line, arena);
         return;
     }

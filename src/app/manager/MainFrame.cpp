@@ -279,8 +279,8 @@ QWidget* CZovMainFrm::NewProjectPage()
     hint->setForegroundRole(QPalette::PlaceholderText);
     hint->hide();
     m_projectPage->setCentralWidget(hint);
-    const auto showHint = [this, hint] {
-        hint->setVisible(m_modelsPane->isHidden() || m_modelsPane->isFloating());
+    const auto showHint = [pane = m_modelsPane, hint] { // told to the last, when the frame is none
+        hint->setVisible(pane->isHidden() || pane->isFloating());
     };
     connect(m_modelsPane, &QDockWidget::visibilityChanged, hint, showHint);
     connect(m_modelsPane, &QDockWidget::topLevelChanged, hint, showHint);
