@@ -2,6 +2,7 @@
 #include "app/ibis/CircuitEditor.h"
 
 #include "app/RunBeside.h"
+#include "app/ibis/ComposeFields.h"
 #include "app/ibis/SignalBrowserDlg.h"
 #include "app/ibis/TextTable.h"
 #include "base/File.h"
@@ -23,23 +24,6 @@ QStringList Ties()
 {
     return {QStringLiteral("open"), QStringLiteral("pin"), QStringLiteral("pad"),
             QStringLiteral("package_rail"), QStringLiteral("die_rail")};
-}
-
-std::filesystem::path PathOf(const QString& path)
-{
-    return TextPath(path.toStdString());
-}
-
-QString Text(const std::string& text)
-{
-    return QString::fromStdString(text);
-}
-
-QLineEdit* NewField(const char* objectName, QWidget* parent)
-{
-    auto* field = new QLineEdit(parent);
-    field->setObjectName(QLatin1String(objectName));
-    return field;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "app/ibis/ComposeWizard.h"
 
 #include "app/RunBeside.h"
+#include "app/ibis/ComposeFields.h"
 #include "app/ibis/EmptyHint.h"
 #include "app/ibis/ModelBrowserDlg.h"
 #include "app/ibis/SignalBrowserDlg.h"
@@ -21,27 +22,6 @@
 #include <algorithm>
 
 namespace zov::app {
-namespace {
-
-std::filesystem::path PathOf(const QString& path)
-{
-    return TextPath(path.toStdString());
-}
-
-QString Text(const std::string& text)
-{
-    return QString::fromStdString(text);
-}
-
-QLineEdit* NewField(const char* objectName, QWidget* parent)
-{
-    auto* field = new QLineEdit(parent);
-    field->setObjectName(QLatin1String(objectName));
-    return field;
-}
-
-} // namespace
-
 CComposeWizard::CComposeWizard(QWidget* parent, CLogSink& log)
     : CQtWizard(parent)
     , m_log(log)
